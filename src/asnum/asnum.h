@@ -1,0 +1,27 @@
+// What other types use of the AS numbers.
+#ifndef BGP_ASNUM_ASNUM_H
+#define BGP_ASNUM_ASNUM_H
+
+#include "bgp_datatypes.h"
+#include "host/text.h"
+
+namespace bgp {
+
+extern const BgpLayout kAsNumLayout;     // ASNUM and ASNUMEXT
+extern const BgpLayout kAsNumListLayout; // ASNUM_ENHANCE
+
+// An AS number, by its notation.
+struct AsNumber {
+    uint32_t number;
+    uint32_t notation; // 0 plain, 1 dotted (RFC 5396 asdot)
+};
+
+// A trimmed text of 1 to 11 characters, plain or dotted. False when it is no AS number, or 0 and zero is not welcome.
+bool ReadAsNumber(Text text, bool zeroWelcome, AsNumber &as);
+
+// "%u.%u" with the two halves when the notation is not 0, else "%u".
+int32_t PrintAsNumber(char *buffer, uint32_t size, AsNumber as);
+
+} // namespace bgp
+
+#endif

@@ -1,0 +1,124 @@
+#include "host/text.h"
+
+namespace bgp {
+
+namespace {
+
+// The longest text that is printed from one format: a section of a BGP-LS key.
+constexpr uint32_t kLongestText = 1024;
+
+struct Sink {
+    char *at;
+    char *end; // the last place, kept for the terminator
+};
+
+inline void Put(Sink &sink, char character)
+{
+    if (sink.at < sink.end) {
+        *sink.at++ = character;
+    }
+}
+
+// The decimal digits of a number that fits a machine word, right-aligned before `end`, two at a time; the first digit.
+template <class Word>
+inline char *Digits(Word number, char *end)
+{
+    static constexpr char kPairs[] =
+        "0001020304050607080910111213141516171819202122232425262728293031323334353637383940"
+        "4142434445464748495051525354555657585960616263646566676869707172737475767778798081"
+        "828384858687888990919293949596979899";
+    while (number >= 100) {
+        end -= 2;
+        std::memcpy(end, kPairs + 2 * (number % 100), 2);
+        number /= 100;
+    }
+    if (number >= 10) {
+        end -= 2;
+        std::memcpy(end, kPairs + 2 * number, 2);
+    } else {
+        *--end = static_cast<char>('0' + number);
+    }
+    return end;
+}
+
+constexpr uint32_t kMostDigits = 20; // of a 64-bit number
+
+inline void PutNumber(Sink &sink, uint64_t number)
+{
+    if (number < 10) { // octets, lengths and flags are often this small
+        Put(sink, static_cast<char>('0' + number));
+        return;
+    }
+    char digits[2 * kMostDigits];
+    char *const end = digits + kMostDigits;
+    // 32-bit division is many times cheaper on the 32-bit target.
+    const char *first = number <= UINT32_MAX ? Digits(static_cast<uint32_t>(number), end) : Digits(number, end);
+    const auto length = static_cast<uint32_t>(end - first);
+    if (sink.end - sink.at >= static_cast<ptrdiff_t>(kMostDigits)) {
+        std::memcpy(sink.at, first, kMostDigits); // a fixed size is one move; what is too much is overwritten next
+        sink.at += length;
+        return;
+    }
+    while (first < end) {
+        Put(sink, *first++);
+    }
+}
+
+inline void PutHex(Sink &sink, uint64_t number, uint32_t least)
+{
+    uint32_t count = 1;
+    while (count < 16 && (count < least || number >> (4 * count) != 0)) {
+        ++count;
+    }
+    while (count-- > 0) {
+        Put(sink, "0123456789abcdef"[number >> (4 * count) & 0xF]);
+    }
+}
+
+} // namespace
+
+uint32_t Format(char *to, uint32_t room, const char *format, const Argument *arguments)
+{
+    Sink sink{to, to + room - 1};
+    for (; *format != '\0'; ++format) {
+        if (*format != '%') {
+            Put(sink, *format);
+            continue;
+        }
+        uint32_t digits = 1;
+        ++format;
+        for (; *format == '0' || *format == '.' || *format == '2' || *format == 'h' || *format == 'l'; ++format) {
+            if (*format == '2') {
+                digits = 2;
+            }
+        }
+        const Argument &argument = *arguments++;
+        switch (*format) {
+        case 's':
+            for (const char *text = argument.text; *text != '\0'; ++text) {
+                Put(sink, *text);
+            }
+            break;
+        case 'x':
+            PutHex(sink, argument.number, digits);
+            break;
+        case 'c':
+            Put(sink, static_cast<char>(argument.number));
+            break;
+        default:
+            PutNumber(sink, argument.number);
+            break;
+        }
+    }
+    *sink.at = '\0';
+    return static_cast<uint32_t>(sink.at - to);
+}
+
+int32_t Print(char *buffer, uint32_t size, const char *format, const Argument *arguments)
+{
+    char text[kLongestText];
+    Format(text, sizeof text, format, arguments);
+    return PrintText(buffer, size, text);
+}
+
+} // namespace bgp

@@ -1,0 +1,196 @@
+// The two descriptor tables and the walk that hands their rows to the host. The order of the rows is the order of
+// registration. This source alone sees all types.
+#include "asnum/asnum.h"
+#include "host/host_services.h"
+#include "types/types.h"
+
+namespace {
+
+// Base kinds: the host's own type that a value is made of.
+constexpr uint16_t kStructured = 26;
+constexpr uint16_t kText = 25;
+constexpr uint16_t kNumber = 6;
+
+// A name-index type: a 4-byte index whose text is an object's name, which only the host knows.
+constexpr DataTypeDescriptor NameIndex(const char *name, uint16_t typeId)
+{
+    DataTypeDescriptor row{};
+    row.TypeId = typeId;
+    row.BinaryLength = 4;
+    row.BaseKind = kNumber;
+    for (uint32_t i = 0; name[i] != '\0'; ++i) {
+        row.Name[i] = name[i];
+    }
+    row.FormatIn = SYS_DT_UINT32IndexFormatIn;
+    row.FormatOut = SYS_DT_IndexFormatOut;
+    row.Compare = SYSDT_Uint32Compare;
+    row.LuaSet = SYSDT_Uint32LuaSet;
+    row.LuaGet = SYSDT_Uint32LuaGet;
+    return row;
+}
+
+} // namespace
+
+// clang-format off
+const DataTypeDescriptor g_astBgpDataTypeNameIndexDefineTbl[BGP_NAME_INDEX_ROWS] = {
+    NameIndex("VRFID2VRFNAME",  0x6003),
+    NameIndex("BGPPEERGROUPID", 0x600e),
+    NameIndex("FLOWROUTEID",    0x601b),
+    NameIndex("VRFID2CVRFNAME", 0x6052),
+    NameIndex("BGPID2BGPNAME",  0x605c),
+    NameIndex("ALIASID2NAME",   0x606a),
+    NameIndex("SETID2SETNAME",  0x6077),
+    NameIndex("PDID2PDNAME",    0x6083),
+    NameIndex("RTPCLID2NAME",   0x608e),
+};
+
+// Type id, length, base kind, name; FormatIn, FormatOut, Check, Help; Compare, reserved, LuaSet, LuaGet, Endian.
+const DataTypeDescriptor g_astBgpDataTypeExtendDefineTbl[BGP_EXTEND_ROWS] = {
+    {255, 8, kStructured, "ASNUM",
+     SYSDT_AsNumFormatIn, SYSDT_AsNumFormatOut, SYSDT_AsNumCheck, SYSDT_AsNumHelp,
+     SYSDT_Uint32Compare, nullptr, SYSDT_AsNumLuaSet, SYSDT_AsNumLuaGet, SYSDT_AsNumLuaEndian},
+    {256, 8, kStructured, "COMMUNITY",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {321, 16, kStructured, "LARGECOMMUNITY",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {257, 12, kStructured, "EXTCOMMUNITY",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {1299, 228, kStructured, "BGPLSPREFIX",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {258, 12, kStructured, "VRFRT",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {259, 12, kStructured, "VRFRD",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {260, 12, kStructured, "SOO",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {279, 89, kStructured, "BOLPREFIX",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {280, 16, kStructured, "BOLRD",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {295, 8, kStructured, "VPNV4MCPREFIX",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {296, 12, kStructured, "MDTPREFIX",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {294, 4, kStructured, "L2VPNPREFIX",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {284, 4, kNumber, "TIME_RANGE",
+     SYSDT_TimeRangeFormatIn, nullptr, nullptr, SYSDT_TimeRangeHelp,
+     nullptr, nullptr, SYSDT_TimeRangeLuaSet, SYSDT_TimeRangeLuaGet, nullptr},
+    {285, 8, kStructured, "ASNUMEXT",
+     SYSDT_AsNumExtFormatIn, SYSDT_AsNumExtFormatOut, SYSDT_AsNumExtCheck, SYSDT_AsNumHelp,
+     SYSDT_Uint32Compare, nullptr, SYSDT_AsNumLuaSet, SYSDT_AsNumLuaGet, SYSDT_AsNumLuaEndian},
+    {290, 32, kStructured, "ATTRIDBITMAP",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {292, 32, kText, "CVRFNAME",
+     SYSDT_StringFormatIn, SYS_DT_APPCVRFNAME_FormatOut, nullptr, SYSDT_StringHelp,
+     SYSDT_StringCompare, nullptr, SYSDT_StringLuaSet, SYSDT_StringLuaGet, nullptr},
+    {303, 8, kStructured, "VPNID",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {320, 24, kStructured, "VRFRTV6",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {325, 1280, kStructured, "ASNUM_ENHANCE",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {326, 160, kStructured, "CMNTY_ENHANCE",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {278, 10, kStructured, "RTPRD",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {328, 7, kStructured, "SID_STRUCTURE",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {281, 85, kStructured, "EVNPREFIX",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {329, 12, kStructured, "EXTCOMMUNITY_BW",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+    {1300, 8, kStructured, "EXTCMNTY_COMPR",
+     nullptr, nullptr, nullptr, nullptr,
+     nullptr, nullptr, nullptr, nullptr, nullptr},
+};
+// clang-format on
+
+namespace {
+
+struct Walk {
+    const DataTypeDescriptor *rows;
+    uint32_t count;
+    const char *report; // what a refused row is reported with
+    uint32_t line;      // under which line; fixed numbers that log analysis knows
+};
+
+constexpr Walk kNameIndexWalk{g_astBgpDataTypeNameIndexDefineTbl, BGP_NAME_INDEX_ROWS, "RegisterDataType Ret:%u", 202};
+constexpr Walk kExtendWalk{g_astBgpDataTypeExtendDefineTbl, BGP_EXTEND_ROWS, "RegisterDataTypeExt Ret:%u", 215};
+
+// A refused row is reported once and stops nothing.
+uint32_t Register(const Walk &walk, uint32_t handle)
+{
+    uint32_t answer = DT_OK;
+    for (uint32_t i = 0; i < walk.count; ++i) {
+        answer = SYS_Drm_RegisterDataType(handle, &walk.rows[i]);
+        if (answer != DT_OK) {
+            char message[128] = {};
+            sprintf_s(message, sizeof message, walk.report, answer);
+            ZOL_Assert("zol_datatype_func_bgp_init", walk.line, message);
+        }
+    }
+    return answer;
+}
+
+struct Description {
+    uint32_t typeId;
+    const BgpLayout *layout;
+};
+
+constexpr Description kDescriptions[] = {
+    {255, &bgp::kAsNumLayout},
+    {285, &bgp::kAsNumLayout},
+    {284, &bgp::kTimeRangeLayout},
+    {292, &bgp::kCvrfNameLayout},
+};
+
+} // namespace
+
+uint32_t BGP_RegisterDataType(uint32_t handle)
+{
+    return Register(kNameIndexWalk, handle);
+}
+
+uint32_t BGP_RegisterExtendDataType(uint32_t handle)
+{
+    return Register(kExtendWalk, handle);
+}
+
+uint32_t Bgp_InitDataType(uint32_t handle)
+{
+    BGP_RegisterDataType(handle);
+    BGP_RegisterExtendDataType(handle);
+    return DT_OK;
+}
+
+const BgpLayout *Bgp_DescribeValue(uint32_t typeId, const void *, uint32_t)
+{
+    for (const Description &description : kDescriptions) {
+        if (description.typeId == typeId) {
+            return description.layout;
+        }
+    }
+    return nullptr;
+}
