@@ -1,0 +1,55 @@
+// Values as the tool handles them: one call of an operation each, through descriptor rows, with C++ results. Everything
+// that an operation allocates is given back before the call returns.
+#ifndef BGPDT_VALUES_H
+#define BGPDT_VALUES_H
+
+#include "bgp_datatypes.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace bgpdt {
+
+// The name of a return code ("DT_ERR_LENGTH") and what it says about a text or value, in words; the code in hexadecimal
+// and nothing when it is none of the plug-in's.
+std::string CodeName(uint32_t code);
+std::string CodeMeaning(uint32_t code);
+
+// Loads the plug-in: the given path, else $BGPDT_PLUGIN, else the one built beside the tool, else by name as the
+// dynamic loader finds it. False with the reason in *error.
+bool Load(const std::string &path, std::string *error);
+
+// The row of a type's name in either case; null when there is none.
+const DataTypeDescriptor *FindType(std::string_view name);
+
+// The mode in which a type reads and prints what a person types: 2, in which every composite prints the text that it
+// accepts; 1 for the host's own text and number types, whose mode 2 is for machines.
+uint8_t TypingMode(const DataTypeDescriptor &type);
+
+struct Parsed {
+    uint32_t code = 0;
+    std::string value; // the stored bytes
+};
+Parsed Parse(const DataTypeDescriptor &type, const std::string &text, uint8_t mode);
+
+struct Printed {
+    uint32_t code = 0;
+    uint16_t typeId = 0; // 25 text, 6 raw
+    std::string text;    // up to the terminator, or the raw bytes
+};
+Printed Print(const DataTypeDescriptor &type, const std::string &value, uint8_t mode);
+
+uint32_t Check(const DataTypeDescriptor &type, const std::string &value);
+// The help text in words ("STRING<1-11>"); empty when the type offers none.
+std::string Help(const DataTypeDescriptor &type);
+// In network byte order; nothing when the type has no Endian.
+std::optional<std::string> Network(const DataTypeDescriptor &type, const std::string &value);
+
+std::string Hex(std::string_view bytes, bool grouped = false);
+std::optional<std::string> FromHex(std::string_view hex);
+
+} // namespace bgpdt
+
+#endif
