@@ -176,7 +176,11 @@ typedef enum {
     BGP_FIELD_ADDRESS = 2, /* 21 bytes: IPv4 word (host order), 16 IPv6 bytes, family flag (0 IPv4, 1 IPv6) */
     BGP_FIELD_AS = 3,      /* 8 bytes: AS number and notation words, host order */
     BGP_FIELD_TEXT = 4,    /* Count characters, NUL-padded */
-    BGP_FIELD_IPV4 = 5     /* 4-byte IPv4 word, first octet most significant, host order; Endian swaps it */
+    BGP_FIELD_IPV4 = 5,    /* 4-byte IPv4 word, first octet most significant, host order; Endian swaps it */
+    /* 50 bytes, network order, never swapped: an IGP router id, read by the number in the value's field "uiProtocolId".
+       1, 2 (IS-IS): system id (6) and pseudonode (1). 3, 6 (OSPF): router id (4) and a second address (4), zero when
+       there is none. Zero bytes behind it. */
+    BGP_FIELD_IGP_ID = 6
 } BgpFieldKind;
 
 /* One field of a stored value. */
@@ -193,7 +197,8 @@ typedef struct {
 typedef struct {
     const BgpField *Fields;
     uint32_t FieldCount;
-    uint32_t Length; /* bytes of a whole value */
+    uint32_t Length; /* bytes of a whole value; of the lists (ASNUM_ENHANCE, CMNTY_ENHANCE) the 5 of one entry, of
+                        which a value holds as many as its length tells */
 } BgpLayout;
 
 /*
@@ -282,12 +287,313 @@ BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_AsNumLuaSet;
 BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_AsNumLuaGet;
 BGP_DATATYPES_API DataTypeEndianOperation SYSDT_AsNumLuaEndian;
 
-/* ------------------------------------------------------------------- route keys: the composite and its address field */
+/*
+ * ASNUM_ENHANCE: 256 packed entries of AS number u32 (host order, 0 unused) and notation u8. Items have blanks between,
+ * 3071 characters at most. In mode 1 FormatIn wants the text in double quotes and a length argument (the text with its
+ * terminator) of 3 or more, else DT_ERR_MODE_UNSUPPORTED, and overwrites the closing quote: it is the only operation
+ * that writes to its text. LuaGet takes what is missing as 0.
+ */
+/* The entries that are typed, from the first; the others stay. 0, DT_ERR_NULL_PTR, or DT_ERR_FAIL with part written. */
+BGP_DATATYPES_API uint32_t SYSDT_Str2AsNumEnhance(const char *text, void *value); /* 1280 bytes */
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_AsNumEnhanceFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_AsNumEnhanceFormatOut; /* text size 3072 */
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_AsNumEnhanceCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_AsNumEnhanceHelp;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_AsNumEnLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_AsNumEnLuaGet;
+BGP_DATATYPES_API DataTypeEndianOperation SYSDT_AsNumEnhanceLuaEndian;
+
+/* ------------------------------------------------------------------------------ communities and attribute sets */
 
 /*
- * BOLPREFIX (type 279): the route key of any BGP address family, 89 bytes: sub-type word u32 (0 to 16, host order), then
- * the sub-type's payload, zero behind it. The tables are indexed by the sub-type word; a null operation is one that the
- * sub-type does not offer (a null FormatIn: it can be printed but not typed).
+ * COMMUNITY: community u32, form u32 (0 number or name, 1 halves "100:1", 2 unset), host order. RFC 1997. Names in any
+ * case: "internet" (0), "no-export", "no-advertise", "no-export-subconfed". A value that has a name prints as the name;
+ * another with a form above 1 does not print (DT_ERR_INVALID_VALUE, the buffer is handed over).
+ */
+/* 8 bytes. The look-up of names takes a copy from the handle and frees it. 0, DT_ERR_NULL_PTR, DT_ERR_NO_MEMORY, or
+ * DT_ERR_FAIL with nothing written. */
+BGP_DATATYPES_API uint32_t SYSDT_Str2Community(uint32_t memoryHandle, const char *text, void *value);
+/* A name of textLength characters, in any case, to its value. 0, DT_ERR_NO_MEMORY or DT_ERR_FAIL. */
+BGP_DATATYPES_API uint32_t BRM_GetWellKnownCmyVal(uint32_t memoryHandle, uint32_t textLength, uint32_t *community,
+                                                  const char *text);
+/*
+ * The text of an 8-byte value by its form, whether or not it has a name, into a buffer of 32 or more. On failure
+ * (DT_ERR_INVALID_VALUE for another form, DT_ERR_FAIL) *outBuffer becomes buffer.
+ */
+BGP_DATATYPES_API uint32_t SYSDT_FormatNoWellKnowCmy(uint32_t *printed, char *buffer, void **outBuffer,
+                                                     const void *value);
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_CommunityFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_CommunityFormatOut; /* text size 33 */
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_CommunityCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_CommunityHelp;
+BGP_DATATYPES_API DataTypeCompareOperation SYSDT_CommunityCompare;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_CommunityLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_CommunityLuaGet;
+BGP_DATATYPES_API DataTypeEndianOperation SYSDT_CommunityEndian;
+
+/*
+ * CMNTY_ENHANCE: 32 packed entries of community u32 (host order) and form u8 (2 unused), typed like COMMUNITY with
+ * blanks between, 392 characters at most. FormatIn parses in every mode but 4. LuaGet takes missing fields as 0.
+ */
+/* 160 bytes. 0, DT_ERR_NULL_PTR, or DT_ERR_FAIL with part of the value written. */
+BGP_DATATYPES_API uint32_t SYSDT_Str2CmntyEnhance(uint32_t memoryHandle, const char *text, void *value);
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_CMNTYEnhanceFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_CMNTYEnhanceFormatOut; /* text size 393 */
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_CMNTYEnhanceCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_CMNTYEnhanceHelp;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_CmntyEnLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_CmntyEnLuaGet;
+BGP_DATATYPES_API DataTypeEndianOperation SYSDT_CmntyEnhanceLuaEndian;
+
+/*
+ * LARGECOMMUNITY: three numbers u32 and a type u32 (0 when typed), host order; "64496:1:2". RFC 8092. FormatIn parses
+ * in modes 1 and 2, FormatOut prints in every mode but 4, Help answers in mode 1.
+ */
+BGP_DATATYPES_API uint32_t SYSDT_Str2LargeCommunity(const char *text, void *value); /* 16 bytes; 0, NULL_PTR or FAIL */
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_LargeCommunityFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_LargeCommunityFormatOut; /* text size 257 */
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_LargeCommunityCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_LargeCommunityHelp;
+BGP_DATATYPES_API DataTypeCompareOperation SYSDT_LargeCommunityCompare;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_LargeCommunityLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_LargeCommunityLuaGet;
+BGP_DATATYPES_API DataTypeEndianOperation SYSDT_LargeCommunityEndian;
+
+/* EXTCOMMUNITY_BW: bit mask u16, AS number u16 (23456 prints "as-trans"), bandwidth u64 (0 prints ""), host order. */
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_ExtCommunityBwFormatOut; /* text size 257 */
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_ExtCommunityBwCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_ExtCommunityBwHelp;
+BGP_DATATYPES_API DataTypeCompareOperation SYSDT_ExtCommunityBwCompare;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_ExtCommunityBwLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_ExtCommunityBwLuaGet;
+BGP_DATATYPES_API DataTypeEndianOperation SYSDT_EXTCommunityBwEndian;
+
+/*
+ * EXTCMNTY_COMPR: type u16 (0x8099), cpi u16, reserved u32 (0), host order; "100:0". A value of another type prints
+ * nothing: length 1, the buffer not written. Compare is that of EXTCOMMUNITY.
+ */
+BGP_DATATYPES_API uint32_t SYSDT_Str2ExtCommunityCompr(const char *text, void *value); /* 8 bytes; 0, NULL_PTR, FAIL */
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_ExtCommunityComprFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_ExtCommunityComprFormatOut; /* text size 257 */
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_ExtCommunityComprCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_ExtCommunityComprHelp;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_ExtCommunityComprLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_ExtCommunityComprLuaGet;
+BGP_DATATYPES_API DataTypeEndianOperation SYSDT_EXTCommunityComprEndian;
+
+/*
+ * ATTRIDBITMAP: a set of path attribute type codes (RFC 4271), 32 bytes, code i at bit i % 8 of byte i / 8.
+ *
+ * FormatOut does not take the set but a list of items: their number u16 at byte 24, the items from byte 44 on, each
+ * type u16, length u16 (host order), data. Item 1 is a text (25), the template; item 2 the set (290); the others
+ * fill the template's printf conversions in order: numbers (2, 4, 6: u8, u16, u32), texts (25), addresses (21 IPv4
+ * word, 22 IPv6, 38 address field). A conversion that does not fit its item, and what stands around it up to the next,
+ * prints nothing. The filled template begins each line; "###" in it ends that and begins what stands behind each line.
+ * Lines hold up to ten runs of codes ("1 to 3") and end in CR LF; 4095 characters at most. Modes 0, 1, 5 and 6 print;
+ * 2 and 3 return 0 and touch nothing. Where nothing can be printed the buffer holds an empty text, type and length
+ * are 0, and the code is 0 all the same. The length argument is not looked at: the list has to be whole.
+ */
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_AttrIdBitmapFormatOut; /* text size 4096 */
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_AttrIdBitmapCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_AttrIdBitmapHelp;
+BGP_DATATYPES_API DataTypeCompareOperation SYSDT_AttrIdBitmapCompare;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_AttrIdBitmapLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_AttrIdBitmapLuaGet;
+BGP_DATATYPES_API DataTypeEndianOperation SYSDT_AttrIdBitmapEndian; /* swaps nothing */
+
+/* ------------------------------------------------------------------ route distinguishers, route targets, VPN ids */
+
+/*
+ * An administrator and a number that it assigned, in one of four notations, which the value remembers so that it prints
+ * back as typed. Each number may be as large as the bytes that hold it.
+ *
+ *     0  a.b.c.d:n  IPv4 address, n up to 65535
+ *     1  AS:n       AS up to 65535, n up to 4294967295
+ *     2  AS:n       AS from 65536 to 4294967295, n up to 65535
+ *     3  x.y:n      4-byte AS number in two halves (asdot), n up to 65535
+ *
+ * Texts have 1 to 21 characters; leading zeros are accepted. A value whose notation does not belong to its kind prints
+ * nothing: the operation succeeds, and not even a terminator is written. A value of unknown kind gives DT_ERR_FAIL and
+ * hands over the buffer. Printing in mode 3 gives text too, reported as type 6 and without counting the terminator.
+ */
+
+/*
+ * VRFRD: a route distinguisher (RFC 4364). RD type u16 (0 AS, 1 IPv4, 2 4-byte AS) and value[6], network order;
+ * notation u32, host order. 0:0 and 0.0:0 are refused. An all-zero one prints as the empty text in mode 2.
+ */
+BGP_DATATYPES_API uint32_t SYSDT_Str2VrfRd(const char *text, void *value); /* 12 bytes; 0, NULL_PTR or FAIL */
+/* The three words of a value as they lie in memory; buffer of 256. *printed is 0 when nothing is printed. 0 or FAIL. */
+BGP_DATATYPES_API uint32_t SYSDT_VrfRd2Str(uint32_t word0, uint32_t word1, uint32_t word2, uint32_t *printed,
+                                           char *buffer);
+/* 0 when the eight bytes of a distinguisher or target are all zero, else 1 (in spite of the name). */
+BGP_DATATYPES_API uint32_t SYSDT_IsInValidRdOrRt(const void *eight);
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_VrfRdFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_VrfRdFormatOut;
+/* FormatOut for callers without a type id and length. */
+BGP_DATATYPES_API uint32_t SYSDT_VrfRdFormatOutEx(const DataTypeRequest *request, const void *value,
+                                                  uint16_t *outTypeId, uint16_t *outLength, void **outBuffer);
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_VrfRdCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_VrfRdHelp;
+BGP_DATATYPES_API DataTypeCompareOperation SYSDT_VrfRdCompare;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_VrfRdLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_VrfRdLuaGet;
+BGP_DATATYPES_API DataTypeEndianOperation SYSDT_VrfRdEndian;
+
+/*
+ * VRFRT: a route target (RFC 4360, RFC 5668). Type and sub-type (0002 AS, 0102 IPv4, 0202 4-byte AS) and value[6],
+ * network order; notation u32, host order. 0:0 and 0.0:0 are refused. An all-zero one prints as the empty text in mode
+ * 2, and in no other.
+ */
+BGP_DATATYPES_API uint32_t SYSDT_Str2VrfRt(const char *text, void *value); /* 12 bytes; 0, NULL_PTR or FAIL */
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_VrfRtFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_VrfRtFormatOut;
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_VrfRtCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_VrfRtHelp;
+BGP_DATATYPES_API DataTypeCompareOperation SYSDT_VrfRtCompare;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_VrfRtLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_VrfRtLuaGet;
+BGP_DATATYPES_API DataTypeEndianOperation SYSDT_VrfRtEndian;
+
+/*
+ * VRFRTV6: an IPv6-address-specific route target (RFC 5701), "2001:db8::1.1". Kind[2], address[16] and number u16,
+ * network order; notation u32, host order. The number is 0 or 1 when typed. FormatOut reads a short value as if zeros
+ * followed, and finds no memory (DT_ERR_NO_MEMORY) for a request whose memory handle is 0.
+ */
+BGP_DATATYPES_API uint32_t SYSDT_Str2VrfRtV6(const char *text, void *value); /* 24 bytes; 0, NULL_PTR, INVALID_PARAM */
+/* Fills an empty slot with `size` bytes of the handle's memory, if there is any; not for a handle or size of 0. */
+BGP_DATATYPES_API void SYSDT_VrfRtV6FormatOutGetMem(void **outBuffer, uint32_t memoryHandle, uint32_t size);
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_VrfRtV6FormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_VrfRtV6FormatOut;
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_VrfRtV6Check;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_VrfRtV6Help;
+BGP_DATATYPES_API DataTypeCompareOperation SYSDT_VrfRtV6Compare;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_VrfRtV6LuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_VrfRtV6LuaGet;
+BGP_DATATYPES_API DataTypeEndianOperation SYSDT_VrfRtV6Endian;
+
+/*
+ * BOLRD: the route distinguisher of a VPLS instance. Sub-type u32 (0, host order), then a VRFRD value. The dispatching
+ * operations turn any answer of the row other than 0 into DT_ERR_INVALID_VALUE, so Compare tells equal from different
+ * and no more. All modes but 4 parse and print.
+ */
+#define BOL_RD_SUBTYPES 1
+BGP_DATATYPES_API extern const BolPrefixSubtypeEntry g_astBOL_RD_ProcTable[BOL_RD_SUBTYPES];
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_BolRdFormatIn, SYSDT_VplsRDFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_BolRdFormatOut, SYSDT_VplsRDFormatOut;
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_BolRdCheck, SYSDT_VplsRDCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_BolRdHelp, SYSDT_VplsRDHelp;
+BGP_DATATYPES_API DataTypeCompareOperation SYSDT_BolRdCompare, SYSDT_VplsRDCompare;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_BolRdLuaSet, SYSDT_VplsRDLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_BolRdLuaGet, SYSDT_VplsRDLuaGet;
+
+/*
+ * RTPRD: a route distinguisher as a policy matches it; the number may be "*". RD type u16 and value[6], network order;
+ * notation u8 (VRFRD's plus one); wildcard u8. 0:0 is accepted. Text in modes 1, 2 and 6 only.
+ */
+BGP_DATATYPES_API uint32_t SYSDT_Str2RtpRd(const char *text, void *value); /* 10 bytes; 0, NULL_PTR or FAIL */
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_RtpRdFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_RtpRdFormatOut;
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_RtpRdCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_RtpRdHelp;
+BGP_DATATYPES_API DataTypeCompareOperation SYSDT_RtpRdCompare;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_RtpRdLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_RtpRdLuaGet;
+
+/*
+ * VPNID: a VPN identifier (RFC 2685). OUI u32 (24 bits when typed), VPN index u32, host order; typed as two lower-case
+ * hexadecimal numbers, "1a2b3c:10", not both 0. Results come from SYS_DataTypeMalloc(). Compare is the other way round:
+ * 1 when left is the smaller.
+ */
+BGP_DATATYPES_API uint32_t SYSDT_Str2VpnId(const char *text, void *value); /* 8 bytes; 0, NULL_PTR or FAIL */
+BGP_DATATYPES_API uint32_t SYSDT_VpnId2Str(uint32_t oui, uint32_t index, uint32_t *printed, char *buffer); /* 0 */
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_VpnIdFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_VpnIdFormatOut;
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_VpnIdCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_VpnIdHelp;
+BGP_DATATYPES_API DataTypeCompareOperation SYSDT_VpnIdCompare;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_VpnIdLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_VpnIdLuaGet;
+BGP_DATATYPES_API DataTypeEndianOperation SYSDT_VpnIdEndian;
+
+/*
+ * SID_STRUCTURE: the structure of an SRv6 SID (RFC 9252), six lengths u8 in bits and a flag u8, 1 when there is one.
+ * It prints as "32-16-16-0-0-0", or "-" for none, in every mode but 4. FormatOut reads a short value as if zeros
+ * followed.
+ */
+/* 0, or DT_ERR_LENGTH when printing fails; buffer of 256. */
+BGP_DATATYPES_API uint32_t SYSDT_PrefixSidStruct2Str(const void *value, char *buffer, uint32_t *printed);
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_PrefixSidStructureFormatOut;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_PrefixSidStructureLuaSet;
+
+/* ------------------------------------------------------------------------- extended community and site of origin */
+
+/*
+ * EXTCOMMUNITY: an extended community (RFC 4360). Type u8, sub-type u8, value[6], network order; form u32, host order:
+ * the notation of a route target. Route targets can be typed, as VRFRT's, with 0:0 and 0.0:0 accepted; route origins,
+ * OSPF kinds and bandwidth print too. There is no raw copy. A kind that cannot be printed gives DT_ERR_FAIL and no
+ * buffer.
+ */
+BGP_DATATYPES_API uint32_t SYSDT_Str2ExtCommunity(const char *text, void *value); /* 12 bytes; 0, NULL_PTR or FAIL */
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_ExtCommunityFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_ExtCommunityFormatOut;
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_ExtCommunityCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_ExtCommunityHelp;
+BGP_DATATYPES_API DataTypeCompareOperation SYSDT_ExtCommunityCompare;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_ExtCommunityLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_ExtCommunityLuaGet;
+BGP_DATATYPES_API DataTypeEndianOperation SYSDT_EXTCommunityEndian;
+
+/*
+ * SOO: a site of origin (RFC 4360, RFC 5668). Type u8, sub-type u8 (03), value[6], network order; form u32, host order:
+ * the notation. 0:0 and 0.0:0 are refused. An all-zero one prints as the empty text. Mode 3 prints as the others do.
+ */
+BGP_DATATYPES_API uint32_t SYSDT_Str2Soo(const char *text, void *value); /* 12 bytes; 0, NULL_PTR or FAIL */
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_SooFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_SooFormatOut;
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_SooCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_SooHelp;
+BGP_DATATYPES_API DataTypeCompareOperation SYSDT_SooCompare;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_SooLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_SooLuaGet;
+BGP_DATATYPES_API DataTypeEndianOperation SYSDT_SooEndian;
+
+/* ------------------------------------------------------------------------ the route target as a route key, VRFRTEXT */
+
+/*
+ * VRFRTEXT (sub-type 8 of BOLPREFIX, 89 bytes): sub-type u32; type, sub-type and value[6], network order; notation u32,
+ * host order; zeros. The notations of VRFRT, with 0:0 accepted, and the ES-import route target (0602, RFC 7432) as
+ * "0a0b-0c0d-0e0f". 1 to 100 characters. Mode 2 prints what would be typed, other modes "RT <100 : 1>".
+ */
+BGP_DATATYPES_API uint32_t SYSDT_Str2VrfRtExt(const char *text, void *value); /* 0, NULL_PTR or FAIL */
+/*
+ * Adds the separators of text to the three counters. DT_ERR_FAIL for a text of another length than 1 to 100 or with
+ * anything else than separators and hexadecimal digits; the counters may have been increased then.
+ */
+BGP_DATATYPES_API uint32_t SYSDT_CheckVrfRtExtStr(const char *text, uint32_t *dots, uint32_t *colons, uint32_t *dashes);
+/* One notation each, scanned: white space may stand before a number, and anything behind the last one. */
+BGP_DATATYPES_API uint32_t SYSDT_Str2IpAddressRT(const char *text, void *value);   /* a.b.c.d:n */
+BGP_DATATYPES_API uint32_t SYSDT_Str2TwoOctecAsRT(const char *text, void *value);  /* AS:n, of either size */
+BGP_DATATYPES_API uint32_t SYSDT_Str2FourOctecAsRT(const char *text, void *value); /* x.y:n */
+BGP_DATATYPES_API uint32_t SYSDT_Str2EvpnOctecAsRT(const char *text, void *value); /* xxxx-xxxx-xxxx */
+/* Printers into a buffer of 256; they return the printed length, 0 when nothing is printed. By the request's mode: */
+BGP_DATATYPES_API uint32_t SYSDT_VrfRtExtFormatOutStr(const DataTypeRequest *request, char *buffer, const void *value);
+BGP_DATATYPES_API uint32_t SYSDT_VrfRtExtFormatOutRtStr(char *buffer, const void *value);    /* for display */
+BGP_DATATYPES_API uint32_t SYSDT_VrfRtExtFormatOutRtStrNCF(char *buffer, const void *value); /* as typed */
+/* The same two for a value taken to be of kind 0002. */
+BGP_DATATYPES_API uint32_t SYSDT_VrfRtExtFormatBgpTwoOctAsOutRtStr(char *buffer, const void *value);
+BGP_DATATYPES_API uint32_t SYSDT_VrfRtExtFormatBgpTwoOctAsOutRtStrNCF(char *buffer, const void *value);
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_VrfRtExtFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_VrfRtExtFormatOut;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_VrfRtExtLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_VrfRtExtLuaGet;
+BGP_DATATYPES_API BolPrefixLuaReaderOperation SSYSDT_VrfRtExtNewLuaGet;
+
+/* ----------------------------------------------------------------- route keys: the composite and its address field */
+
+/*
+ * BOLPREFIX (type 279): the route key of any BGP address family, 89 bytes: sub-type word u32 (0 to 16, host order),
+ * then the sub-type's payload, zero behind it. The tables are indexed by the sub-type word; a null operation is one
+ * that the sub-type does not offer (a null FormatIn: it can be printed but not typed).
  */
 #define BOL_PREFIX_SUBTYPES 17
 BGP_DATATYPES_API extern const BolPrefixSubtypeEntry g_astBOL_PREFIX_ProcTable[BOL_PREFIX_SUBTYPES];
@@ -325,9 +631,9 @@ BGP_DATATYPES_API uint32_t SYSDT_Ipv6Prefix2Str(const void *value, char *buffer,
 /* ------------------------------------------------------------------------------------------------ EVPN route keys */
 
 /*
- * Sub-type 1, "EVN", and the type EVNPREFIX: the key of an EVPN route (RFC 7432, RFC 9136, RFC 9251), 89 bytes: sub-type
- * word u32 (1), route type u8 (1 to 8), and the route's fields, which Bgp_DescribeValue() lists. FormatIn reports type
- * 279 and length 89 for both. Text in modes 0, 1, 2, 3, 5 and 6, both ways; FormatIn refuses with
+ * Sub-type 1, "EVN", and the type EVNPREFIX: the key of an EVPN route (RFC 7432, RFC 9136, RFC 9251), 89 bytes:
+ * sub-type word u32 (1), route type u8 (1 to 8), and the route's fields, which Bgp_DescribeValue() lists. FormatIn
+ * reports type 279 and length 89 for both. Text in modes 0, 1, 2, 3, 5 and 6, both ways; FormatIn refuses with
  * DT_ERR_INVALID_PARAM. Compare returns DT_ERR_FAIL for values that are not of one route type; where it orders, two
  * routes that differ only in what a route type leaves out of its order (an ESI, an address) compare equal.
  */
@@ -349,16 +655,16 @@ BGP_DATATYPES_API uint32_t SYSDT_Str2EvnPrefix(const char *text, void *value, ui
 BGP_DATATYPES_API uint32_t SYSDT_EvnPrefix2Str(const void *value, char *buffer, uint32_t *printed);
 
 /* Its parsers, one per route type: trimmed text to value, the same codes. */
-BGP_DATATYPES_API uint32_t SYSDT_Str2Ad(const char *text, void *value, uint32_t checkMode);  /* 1: ESI:tag */
-BGP_DATATYPES_API uint32_t SYSDT_Str2EvnMac(const char *text, void *value);                  /* 2: tag:len:MAC:len:IP */
-BGP_DATATYPES_API uint32_t SYSDT_Str2Inclusive(const char *text, void *value);               /* 3: tag:len:IP */
-BGP_DATATYPES_API uint32_t SYSDT_Str2Es(const char *text, void *value, uint32_t checkMode);  /* 4: ESI:len:IP */
-BGP_DATATYPES_API uint32_t SYSDT_Str2IpPrefix(const char *text, void *value);                /* 5: tag:IPv4:len */
-BGP_DATATYPES_API uint32_t SYSDT_Str2Ipv6Prefix(const char *text, void *value);              /* 5: tag:[IPv6]:len */
-BGP_DATATYPES_API uint32_t SYSDT_Str2EvpnSmetRoute(const char *text, void *value);           /* 6 */
-BGP_DATATYPES_API uint32_t SYSDT_Str2EvpnJoinRoute(const char *text, void *value);           /* 7 */
-BGP_DATATYPES_API uint32_t SYSDT_Str2EvpnLeaveRoute(const char *text, void *value);          /* 8 */
-/* 6, 7 or 8 by the number of colons outside brackets: 6, 7 or 8. */
+BGP_DATATYPES_API uint32_t SYSDT_Str2Ad(const char *text, void *value, uint32_t checkMode); /* 1: ESI:tag */
+BGP_DATATYPES_API uint32_t SYSDT_Str2EvnMac(const char *text, void *value);                 /* 2: tag:len:MAC:len:IP */
+BGP_DATATYPES_API uint32_t SYSDT_Str2Inclusive(const char *text, void *value);              /* 3: tag:len:IP */
+BGP_DATATYPES_API uint32_t SYSDT_Str2Es(const char *text, void *value, uint32_t checkMode); /* 4: ESI:len:IP */
+BGP_DATATYPES_API uint32_t SYSDT_Str2IpPrefix(const char *text, void *value);               /* 5: tag:IPv4:len */
+BGP_DATATYPES_API uint32_t SYSDT_Str2Ipv6Prefix(const char *text, void *value);             /* 5: tag:[IPv6]:len */
+BGP_DATATYPES_API uint32_t SYSDT_Str2EvpnSmetRoute(const char *text, void *value);          /* 6 */
+BGP_DATATYPES_API uint32_t SYSDT_Str2EvpnJoinRoute(const char *text, void *value);          /* 7 */
+BGP_DATATYPES_API uint32_t SYSDT_Str2EvpnLeaveRoute(const char *text, void *value);         /* 8 */
+/* The one of them that has so many colons outside brackets: 6 for type 6, 7 for 7, 8 for 8. */
 BGP_DATATYPES_API uint32_t SYSDT_Str2EvpnMcRoute(const char *text, void *value, uint32_t colons);
 /* "len:[address]" to 16 bytes and a length of at most 128; nothing may follow. */
 BGP_DATATYPES_API uint32_t SYSDT_Str2EvpnIpv6(const char *text, uint8_t *ipv6, uint8_t *length);
@@ -379,10 +685,212 @@ BGP_DATATYPES_API uint32_t SYSDT_Str2EvpnEsi(const char **cursor, void *esi, uin
 BGP_DATATYPES_API uint32_t SYSDT_Str2EsiBas(const char *text, void *esi, uint32_t flag, uint32_t checkMode);
 BGP_DATATYPES_API uint32_t SYSDT_Str2EsiForAd(const char *text, void *esi, uint32_t flag, uint32_t checkMode);
 
-/* The orders of multicast routes, on two values from their fourth byte on (the route type). */
+/* The orders of multicast routes; each pointer is to a value's byte 4, its route type. -1, 0 or 1. */
 BGP_DATATYPES_API int32_t SYSDT_EVPN_SmetCompare(const void *left, const void *right);
 BGP_DATATYPES_API int32_t SYSDT_EVPN_JoinCompare(const void *left, const void *right);
 BGP_DATATYPES_API int32_t SYSDT_EVPN_LeaveCompare(const void *left, const void *right);
+
+/* -------------------------------------------------------------------------------------------- NG-MVPN route keys */
+
+/*
+ * Sub-types 2 to 7 and 13, "NG_TYPE_...": the keys of multicast VPN routes (RFC 6514), 89 bytes: sub-type word u32,
+ * then AS numbers (8 bytes) and addresses (21 bytes each) as Bgp_DescribeValue() lists them. Joined by ":" (IPv4) or
+ * "-" (IPv6), the text itself decides the sub-type; a lone IPv4 address becomes sub-type 0, a lone AS number
+ * sub-type 2. Text in modes 0, 1, 2, 3, 5 and 6, both ways; FormatIn refuses with DT_ERR_INVALID_PARAM.
+ */
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_NGPrefixFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_NGPrefixFormatOut;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_NGPrefix2LuaSet, SYSDT_NGPrefix3LuaSet, SYSDT_NGPrefix41LuaSet,
+    SYSDT_NGPrefix42LuaSet, SYSDT_NGPrefix43LuaSet, SYSDT_NGPrefix5LuaSet, SYSDT_NGPrefix6LuaSet;
+BGP_DATATYPES_API BolPrefixLuaReaderOperation SYSDT_NGPrefix2NewLuaGet, SYSDT_NGPrefix3NewLuaGet,
+    SYSDT_NGPrefix41NewLuaGet, SYSDT_NGPrefix42NewLuaGet, SYSDT_NGPrefix43NewLuaGet, SYSDT_NGPrefix5NewLuaGet,
+    SYSDT_NGPrefix6NewLuaGet;
+/*
+ * A text into a zeroed 89-byte value. 0, DT_ERR_NULL_PTR, or DT_ERR_FAIL with part of the value possibly filled. Two
+ * sections with six dots between them are always accepted: what is no address stays zero.
+ */
+BGP_DATATYPES_API uint32_t SYSDT_Str2NGPrefix(const char *text, void *value);
+/* The text of an 89-byte value into a buffer of 256 or more. 0, or DT_ERR_FAIL: another sub-type, or the host refused.
+ */
+BGP_DATATYPES_API uint32_t SYSDT_NGPrefix2Str(const void *value, char *buffer, uint32_t *printed);
+
+/* ------------------------------------------------------------------------------------- layer-2 VPN route keys */
+
+/*
+ * Sub-type 0, "IPV4": the VPLS auto-discovery key (RFC 6074), an IPv4 word at 4. Text in modes 0, 1, 2, 3, 5 and 6,
+ * both ways. Check looks at the length (89) alone, not even at the pointer. Help first asks ZOL_CheckBySymbolForIPV4()
+ * about the typed text and returns its code when it objects. Compare orders by the address; DT_ERR_FAIL for other
+ * sub-types.
+ */
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_VplsAdPrefixFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_VplsAdPrefixFormatOut;
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_VplsAdPrefixCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_VplsAdPrefixHelp;
+BGP_DATATYPES_API DataTypeCompareOperation SYSDT_VplsAdPrefixCompare;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_VplsAdPrefixLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_VplsAdPrefixLuaGet;
+BGP_DATATYPES_API BolPrefixLuaReaderOperation SYSDT_VplsAdPrefixNewLuaGet;
+
+/*
+ * Sub-type 9, "L2VPN", and the type L2VPNPREFIX (294): the key of a BGP layer-2 VPN route (RFC 4761), 89 bytes with the
+ * site u16 at 4 and the label offset u16 at 6, host order; printed "10/3". It cannot be typed: FormatIn returns 0 for
+ * any arguments and writes nothing. FormatOut of another sub-type is DT_ERR_FAIL. Check, Help and Compare of the type
+ * are the SYSDT_VplsAdPrefix ones; its registered length of 4 holds for none of the operations.
+ */
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_L2VPNPrefixFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_L2VPNPrefixFormatOut;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_L2VPNPrefixLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_L2VPNPrefixLuaGet;
+BGP_DATATYPES_API BolPrefixLuaReaderOperation SYSDT_L2VPNPrefixNewLuaGet;
+/* FormatOut without the type id. */
+BGP_DATATYPES_API uint32_t SYSDT_L2VPNPrefixFormatOutEx(const DataTypeRequest *request, uint32_t length,
+                                                        const void *value, uint16_t *outTypeId, uint16_t *outLength,
+                                                        void **outBuffer);
+/* The four bytes behind the sub-type word as text into a buffer of 256 or more. 0, or DT_ERR_FAIL. */
+BGP_DATATYPES_API uint32_t SYSDT_L2VPNPrefix2Str(const void *payload, char *buffer, uint32_t *printed);
+
+/* ---------------------------------------------------------------------------------- multicast and policy route keys */
+
+/*
+ * Sub-type 10, "VPNV4MCAST", and the type VPNV4MCPREFIX (295): prefix IPv4 word at 4, mask length u32 at 8 of 89 bytes;
+ * typed "10.1.1.0/24", printed without the mask length. FormatIn reports type 279. LuaGet keeps the low 16 bits of both
+ * numbers, the reader all. Endian works on the 8 bytes behind the sub-type word, the type's registered length.
+ */
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_VPNV4MCASTPrefixFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_VPNV4MCASTPrefixFormatOut;
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_VPNV4MCASTPrefixCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_VPNV4MCASTPrefixHelp;
+BGP_DATATYPES_API DataTypeCompareOperation SYSDT_VPNV4MCASTPrefixCompare;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_VPNV4MCASTPrefixLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_VPNV4MCASTPrefixLuaGet;
+BGP_DATATYPES_API DataTypeEndianOperation SYSDT_VPNV4MCASTLuaEndian;
+BGP_DATATYPES_API BolPrefixLuaReaderOperation SYSDT_VPNV4MCASTPrefixNewLuaGet;
+
+/*
+ * Sub-type 11, "MDT", and the type MDTPREFIX (296; RFC 6037): prefix IPv4 word at 4, group IPv4 word at 8 (0 when
+ * typed), mask length u32 at 12 of 89 bytes; typed "10.1.1.0/24", printed as the prefix. FormatIn reports type 279. All
+ * results come from SYS_DataTypeMalloc(). Endian works on the 12 bytes behind the sub-type word and leaves the group.
+ */
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_MdtPrefixFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_MdtPrefixFormatOut;
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_MdtPrefixCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_MdtPrefixHelp;
+BGP_DATATYPES_API DataTypeCompareOperation SYSDT_MdtPrefixCompare;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_MdtPrefixLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_MdtPrefixLuaGet;
+BGP_DATATYPES_API DataTypeEndianOperation SYSDT_MdtLuaEndian;
+BGP_DATATYPES_API BolPrefixLuaReaderOperation SYSDT_MdtPrefixNewLuaGet;
+
+/*
+ * Sub-type 12, "RPD": policy type u8 at 4, distinguisher u32 at 6, peer IPv4 word at 10 of 89 bytes; typed and printed
+ * "1/10.1.1.1/100". FormatOut of another sub-type is DT_ERR_FAIL and releases the buffer, the caller's own too. Check
+ * wants a length of 27. Help texts come from SYS_DataTypeMalloc(). Compare gives DT_ERR_NULL_PTR for a null value.
+ */
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_RpdPrefixFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_RpdPrefixFormatOut;
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_RpdPrefixCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_RpdPrefixHelp;
+BGP_DATATYPES_API DataTypeCompareOperation SYSDT_RpdPrefixCompare;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_RpdPrefixLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_RpdPrefixLuaGet;
+BGP_DATATYPES_API BolPrefixLuaReaderOperation SYSDT_RpdPrefixNewLuaGet;
+/* On the bytes behind the sub-type word: swaps the words at 2 and 6. DT_ERR_NULL_PTR for a null payload. */
+BGP_DATATYPES_API DataTypeEndianOperation SYSDT_RpdPrefixEndian;
+
+/*
+ * Their parsers and printers, on the bytes behind the sub-type word. Parsers: 0, DT_ERR_NULL_PTR, or DT_ERR_FAIL with
+ * nothing written. Printers: a buffer of 256 or more; 0, or DT_ERR_FAIL.
+ */
+BGP_DATATYPES_API uint32_t SYSDT_Str2Vpnv4McastPrefix(const char *text, void *payload);
+BGP_DATATYPES_API uint32_t SYSDT_Str2MdtPrefix(const char *text, void *payload);
+BGP_DATATYPES_API uint32_t SYSDT_Str2RpdPrefix(const char *text, void *payload);
+BGP_DATATYPES_API uint32_t SYSDT_Vpnv4McastPrefix2Str(const void *payload, char *buffer, uint32_t *printed);
+BGP_DATATYPES_API uint32_t SYSDT_MdtPrefix2Str(const void *payload, char *buffer, uint32_t *printed);
+BGP_DATATYPES_API uint32_t SYSDT_RpdPrefix2Str(const void *payload, char *buffer, uint32_t *printed);
+
+/* ------------------------------------------------------------------------------- SR-policy and SD-WAN route keys */
+
+/*
+ * Sub-type 14, "SRPOLICY" (RFC 9830): distinguisher u32 at 4, colour u32 at 8, endpoint IPv4 word at 12, IPv6 bytes at
+ * 16, family u8 at 32 (0 IPv4) of 89 bytes; typed and printed "[1][100][10.0.0.1]", "[1][100][2001:db8::1]". Sub-type
+ * 16, "SD-WAN": route type u16 at 4, port u32 at 8, site u32 at 12, node IPv4 word at 16, IPv6 bytes at 20, family u8
+ * at 36; "1-100-200-10.1.1.1". Text in modes 0, 1, 2, 3, 5 and 6, both ways; FormatIn refuses with
+ * DT_ERR_INVALID_PARAM. FormatOut of another sub-type is DT_ERR_FAIL and releases the buffer, the caller's own too.
+ * Help texts come from SYS_DataTypeMalloc(). Compare is the order of the bytes, DT_ERR_NULL_PTR for a null value.
+ */
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_SrPolicyPrefixFormatIn, SYSDT_SdwanPrefixFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_SrPolicyPrefixFormatOut, SYSDT_SdwanPrefixFormatOut;
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_SrPolicyPrefixCheck, SYSDT_SdwanPrefixCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_SrPolicyPrefixHelp, SYSDT_SdwanPrefixHelp;
+BGP_DATATYPES_API DataTypeCompareOperation SYSDT_SrPolicyPrefixCompare, SYSDT_SdwanPrefixCompare;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_SrPolicyPrefixLuaSet, SYSDT_SdwanPrefixLuaSet;
+BGP_DATATYPES_API BolPrefixLuaReaderOperation SYSDT_SrPolicyPrefixNewLuaGet, SYSDT_SdwanPrefixNewLuaGet;
+/* The fields of the table at tableIndex into an 89-byte value, all but the sub-type word. */
+BGP_DATATYPES_API uint32_t SYSDT_SrPolicyPrefixLuaGet(lua_State *L, int32_t tableIndex, void *value);
+BGP_DATATYPES_API uint32_t SYSDT_SdwanPrefixLuaGet(lua_State *L, int32_t tableIndex, void *value);
+/* On a body (below): swaps the numbers, and the IPv4 word when the family is 0. Context and body must not be null. */
+BGP_DATATYPES_API DataTypeEndianOperation SYSDT_SrPolicyPrefixEndian, SYSDT_SdwanPrefixEndian;
+
+/*
+ * Their parsers and printers. A body is the bytes behind the sub-type word (29 and 33); SYSDT_Str2SdwanPrefix takes the
+ * whole value and writes its sub-type even for a text that it then refuses. Those for one family take a trimmed text.
+ * Parsers: 0, DT_ERR_NULL_PTR, DT_ERR_FAIL, or DT_ERR_INVALID_PARAM when the host does not take the IPv6 address.
+ * Printers: a buffer of 256 or more; 0, or DT_ERR_FAIL.
+ */
+BGP_DATATYPES_API uint32_t SYSDT_Str2SrPolicyPrefix(const char *text, void *body);
+BGP_DATATYPES_API uint32_t SYSDT_Str2Srv4PolicyPrefix(const char *text, void *body);
+BGP_DATATYPES_API uint32_t SYSDT_Str2Srv6PolicyPrefix(const char *text, void *body);
+BGP_DATATYPES_API uint32_t SYSDT_SrPolicyPrefix2Str(const void *body, char *buffer, uint32_t *printed);
+BGP_DATATYPES_API uint32_t SYSDT_Srv4PolicyPrefix2Str(const void *body, char *buffer, uint32_t *printed);
+BGP_DATATYPES_API uint32_t SYSDT_Srv6PolicyPrefix2Str(const void *body, char *buffer, uint32_t *printed);
+BGP_DATATYPES_API uint32_t SYSDT_Str2SdwanPrefix(const char *text, void *value);
+BGP_DATATYPES_API uint32_t SYSDT_Str2SdwanV4Prefix(const char *text, void *body);
+BGP_DATATYPES_API uint32_t SYSDT_Str2SdwanV6Prefix(const char *text, void *body);
+BGP_DATATYPES_API uint32_t SYSDT_SdwanPrefix2Str(const void *body, char *buffer, uint32_t *printed);
+BGP_DATATYPES_API uint32_t SYSDT_SdwanV4Prefix2Str(const void *body, char *buffer, uint32_t *printed);
+BGP_DATATYPES_API uint32_t SYSDT_SdwanV6Prefix2Str(const void *body, char *buffer, uint32_t *printed);
+
+/* ----------------------------------------------------------------------------------------------- BGP-LS route keys */
+
+/*
+ * BGPLSPREFIX (type 1299): the key of a BGP-LS route (RFC 9552, RFC 9514, RFC 9857), 228 bytes, byte-packed: NLRI type
+ * u32 (1 node, 2 link, 3 IPv4 prefix, 4 IPv6 prefix, 5 TE policy, 6 SRv6 SID), protocol id u32, identifier u64, and the
+ * descriptors of the NLRI type, which Bgp_DescribeValue() lists. FormatIn parses in modes 1 and 2 only, FormatOut
+ * prints in all but 4; its text buffer has 769 bytes. Results come from SYS_DataTypeMalloc(). LuaGet tells of failures
+ * only for links and IPv4 prefixes, the other NLRI types are read as far as they go. Endian needs its context, which
+ * may be any pointer but null, and turns network order into host order; of a value in host order it reverses the NLRI
+ * type alone.
+ */
+BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_LSPrefixFormatIn;
+BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_LSPrefixFormatOut;
+BGP_DATATYPES_API DataTypeCheckOperation SYSDT_LSPrefixCheck;
+BGP_DATATYPES_API DataTypeHelpOperation SYSDT_LSPrefixHelp;
+BGP_DATATYPES_API DataTypeCompareOperation SYSDT_LSPrefixCompare;
+BGP_DATATYPES_API DataTypeLuaSetOperation SYSDT_LSPrefixLuaSet;
+BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_LSPrefixLuaGet;
+BGP_DATATYPES_API DataTypeEndianOperation SYSDT_LSPrefixEndian;
+
+/* "[NODE][OSPFv2]..." to 228 bytes. 0, or a code; the bytes hold part of a key then. Takes and frees scratch memory. */
+BGP_DATATYPES_API uint32_t SYSDT_Str2LSPrefix(const char *text, void *record);
+/* The text of 228 bytes into a buffer of 769. *printed, 0 on entry, counts what was written even on DT_ERR_FAIL. */
+BGP_DATATYPES_API uint32_t SYSDT_LsPrefix2Str(const void *record, char *buffer, uint32_t *printed);
+/*
+ * Its printers, one per NLRI type: append at buffer + *printed and stay below limit bytes from buffer, terminator
+ * included; what does not fit is cut. DT_ERR_FAIL when there is no room left or the host's formatter refuses.
+ */
+BGP_DATATYPES_API uint32_t SYSDT_LS_NodeKeyToStr(const void *record, char *buffer, uint32_t limit, uint32_t *printed);
+BGP_DATATYPES_API uint32_t SYSDT_LS_LinkKeyToStr(const void *record, char *buffer, uint32_t limit, uint32_t *printed);
+BGP_DATATYPES_API uint32_t SYSDT_LS_Ipv4PrefixKeyToStr(const void *record, char *buffer, uint32_t limit,
+                                                       uint32_t *printed);
+BGP_DATATYPES_API uint32_t SYSDT_LS_Ipv6PrefixKeyToStr(const void *record, char *buffer, uint32_t limit,
+                                                       uint32_t *printed);
+BGP_DATATYPES_API uint32_t SYSDT_LS_TePolicyKeyToStr(const void *record, char *buffer, uint32_t limit,
+                                                     uint32_t *printed);
+BGP_DATATYPES_API uint32_t SYSDT_LS_Srv6SidKeyToStr(const void *record, char *buffer, uint32_t limit,
+                                                    uint32_t *printed);
+/* The keyword of an NLRI type or protocol into a buffer of 32; an unknown number writes nothing. 0, DT_ERR_NULL_PTR. */
+BGP_DATATYPES_API uint32_t SYSDT_LS_RouteTypeEnum2Str(uint32_t nlriType, char *buffer);
+BGP_DATATYPES_API uint32_t SYSDT_LS_ProtclTypeEnum2Str(uint32_t protocolId, char *buffer);
 
 #ifdef __cplusplus
 }

@@ -172,14 +172,19 @@ uint32_t LuaGetAll(lua_State *L, int32_t table, const BgpLayout &layout, uint8_t
     return DT_OK;
 }
 
-uint32_t LuaSet(const LuaRule &rule, lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t length,
-                const void *value)
+uint32_t LuaJudge(const lua_State *L, const char *fieldName, const void *value, uint32_t length, uint32_t expected)
 {
     if (L == nullptr || fieldName == nullptr || value == nullptr) {
         return DT_ERR_NULL_PTR;
     }
-    if (length < rule.layout.Length) {
-        return DT_ERR_INVALID_PARAM;
+    return length < expected ? DT_ERR_INVALID_PARAM : DT_OK;
+}
+
+uint32_t LuaSet(const LuaRule &rule, lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t length,
+                const void *value)
+{
+    if (const uint32_t code = LuaJudge(L, fieldName, value, length, rule.layout.Length); code != DT_OK) {
+        return code;
     }
     SYSDT_SPTI_CreateTable(L, 0, static_cast<int32_t>(rule.layout.FieldCount));
     LuaSetAll(L, SYSDT_SPTI_GetTop(L), rule.layout, static_cast<const uint8_t *>(value));
@@ -190,11 +195,8 @@ uint32_t LuaSet(const LuaRule &rule, lua_State *L, int32_t tableIndex, const cha
 uint32_t LuaOpen(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t length, uint32_t expected,
                  const void *value, int32_t *table)
 {
-    if (L == nullptr || fieldName == nullptr || value == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
-    if (length < expected) {
-        return DT_ERR_INVALID_PARAM;
+    if (const uint32_t code = LuaJudge(L, fieldName, value, length, expected); code != DT_OK) {
+        return code;
     }
     SYSDT_SPTI_GetField(L, tableIndex, fieldName);
     *table = SYSDT_SPTI_GetTop(L);

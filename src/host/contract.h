@@ -87,6 +87,8 @@ inline constexpr uint32_t kLargestValue = 1280;
 
 // A text to a value. The value is zeroed beforehand; 0 on success.
 using Parser = uint32_t (*)(const char *text, void *value);
+// The same for parsers that take scratch memory, by the request's handle.
+using ParserByHandle = uint32_t (*)(uint32_t memoryHandle, const char *text, void *value);
 
 struct FormatInRule {
     uint16_t typeId; // reported with the value
@@ -95,6 +97,7 @@ struct FormatInRule {
     Parser parse;
     uint32_t refusal = DT_ERR_INVALID_VALUE; // whatever code the parser gave
     Memory memory = Memory::kByHandle;
+    ParserByHandle parseByHandle = nullptr; // instead of parse
 };
 
 // The last step of FormatIn, for the types whose first steps are their own: reports rule.typeId and rule.length and
@@ -126,7 +129,9 @@ inline uint32_t HandOver(const FormatInRule &rule, const DataTypeRequest &reques
     }
     uint8_t value[kLargestValue];
     std::memset(value, 0, rule.length);
-    if (rule.parse(text, value) != DT_OK) {
+    const uint32_t code = rule.parseByHandle != nullptr ? rule.parseByHandle(request->MemoryHandle, text, value)
+                                                        : rule.parse(text, value);
+    if (code != DT_OK) {
         return rule.refusal;
     }
     return HandOver(rule, *request, value, result);
@@ -270,7 +275,10 @@ uint32_t LuaSet(const LuaRule &rule, lua_State *L, int32_t tableIndex, const cha
 uint32_t LuaGet(const LuaRule &rule, lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t length,
                 void *value);
 
-// The argument tests and the table fetch that every LuaGet begins with. On success *table is the stack index of the
+// The argument tests that every LuaSet and LuaGet begins with; `expected` bytes are needed at value.
+uint32_t LuaJudge(const lua_State *L, const char *fieldName, const void *value, uint32_t length, uint32_t expected);
+
+// Those, and the table fetch that every LuaGet goes on with. On success *table is the stack index of the
 // named table.
 uint32_t LuaOpen(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t length, uint32_t expected,
                  const void *value, int32_t *table);

@@ -1,0 +1,14 @@
+// What other sources use of the extended community and the site of origin.
+#ifndef BGP_COMMUNITY_EXT_COMMUNITY_H
+#define BGP_COMMUNITY_EXT_COMMUNITY_H
+
+#include "bgp_datatypes.h"
+
+namespace bgp {
+
+extern const BgpLayout kExtCommunityLayout;
+extern const BgpLayout kSooLayout;
+
+} // namespace bgp
+
+#endif

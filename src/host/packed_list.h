@@ -1,0 +1,169 @@
+// Lists: values of a fixed number of packed entries, typed and printed as items with blanks between them.
+//
+//   bytes of an entry  field     width  meaning
+//   0-3                number    u32    host order, unaligned
+//   4                  notation  u8     how the item was typed; which entries are unused is the type's own rule
+//
+// Items keep the order in which they were typed; nothing is sorted or dropped.
+#ifndef BGP_HOST_PACKED_LIST_H
+#define BGP_HOST_PACKED_LIST_H
+
+#include "host/bytes.h"
+#include "host/contract.h"
+#include "host/text.h"
+
+#include <cstdint>
+
+namespace bgp {
+
+struct PackedEntry {
+    uint32_t number;
+    uint8_t notation;
+};
+
+inline constexpr uint32_t kPackedEntrySize = 5;
+
+inline PackedEntry LoadEntry(const uint8_t *at)
+{
+    return {Load<uint32_t>(at), at[4]};
+}
+
+inline void StoreEntry(uint8_t *at, PackedEntry entry)
+{
+    Store(at, entry.number);
+    at[4] = entry.notation;
+}
+
+// The longest text of a list: 256 times "65535.65535" and the blanks between.
+inline constexpr uint32_t kLongestList = 3071;
+
+struct PackedListRule {
+    uint32_t count;       // entries of a value
+    uint32_t longestText; // characters, typed or printed
+    // One item, without blanks around it and never empty. False when it is none of the type's.
+    bool (*read)(uint32_t memoryHandle, Text item, PackedEntry &entry);
+    bool (*isUnused)(PackedEntry entry);
+    // At most room - 1 characters and a terminator; returns the characters written, which may be none.
+    uint32_t (*print)(PackedEntry entry, char *to, uint32_t room);
+    const char *luaArray;   // the array's key in the value's Lua table
+    const BgpLayout &entry; // the layout of one entry; the names are the keys of an array element
+    // Where reading an item takes memory, a text is cut into items first and refused as a whole when it holds too many,
+    // one that is too long, or a character that stands in none.
+    bool (*allows)(char character) = nullptr;
+    uint32_t longestItem = 0;
+
+    constexpr uint32_t Length() const { return count * kPackedEntrySize; }
+};
+
+// Takes the first item off a trimmed text, with the blanks behind it.
+inline Text TakeItem(Text &rest)
+{
+    uint32_t length = 0;
+    while (length < rest.length && !IsBlank(rest.at[length])) {
+        ++length;
+    }
+    const Text item{rest.at, length};
+    while (length < rest.length && IsBlank(rest.at[length])) {
+        ++length;
+    }
+    rest = {rest.at + length, rest.length - length};
+    return item;
+}
+
+inline bool CanBeCut(const PackedListRule &rule, Text text)
+{
+    for (uint32_t items = 0; text.length != 0; ++items) {
+        const Text item = TakeItem(text);
+        if (items == rule.count || item.length > rule.longestItem) {
+            return false;
+        }
+        for (uint32_t i = 0; i < item.length; ++i) {
+            if (!rule.allows(item.at[i])) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+// A text to the first entries of a value; the other entries stay as they are. DT_ERR_FAIL, with part of the value
+// written, when the text is empty or too long, holds too many items, or holds one that is none.
+[[gnu::always_inline]] inline uint32_t ReadPackedList(const PackedListRule &rule, uint32_t memoryHandle,
+                                                      const char *text, void *value)
+{
+    if (text == nullptr || value == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    Text rest = Trim(text);
+    if (!IsLong(rest, 1, rule.longestText) || (rule.allows != nullptr && !CanBeCut(rule, rest))) {
+        return DT_ERR_FAIL;
+    }
+    auto *at = static_cast<uint8_t *>(value);
+    const uint8_t *const end = at + rule.Length();
+    for (; rest.length != 0; at += kPackedEntrySize) {
+        PackedEntry entry;
+        if (at == end || !rule.read(memoryHandle, TakeItem(rest), entry)) {
+            return DT_ERR_FAIL;
+        }
+        StoreEntry(at, entry);
+    }
+    return DT_OK;
+}
+
+// The used entries in order, one blank before each but the first, cut at the longest text.
+[[gnu::always_inline]] inline uint32_t PrintPackedList(const PackedListRule &rule, const uint8_t *value, char *buffer,
+                                                       uint32_t *printed)
+{
+    char text[kLongestList + 1];
+    const uint32_t size = rule.longestText + 1;
+    uint32_t used = 0;
+    bool first = true;
+    for (uint32_t i = 0; i < rule.count; ++i) {
+        const PackedEntry entry = LoadEntry(value + i * kPackedEntrySize);
+        if (rule.isUnused(entry)) {
+            continue;
+        }
+        if (!first && used + 1 < size) {
+            text[used++] = ' ';
+        }
+        first = false;
+        used += rule.print(entry, text + used, size - used);
+    }
+    text[used] = '\0';
+    return Printed(PrintText(buffer, size, text), printed);
+}
+
+// {[luaArray] = {{[number's name] = n, [notation's name] = n}, ...}}, all entries, the unused ones included. The reader
+// takes what is missing or of another kind as the host's stack says (0), and leaves the fetched table on the stack.
+uint32_t PackedListLuaSet(const PackedListRule &rule, lua_State *L, int32_t tableIndex, const char *fieldName,
+                          uint32_t length, const void *value);
+uint32_t PackedListLuaGet(const PackedListRule &rule, lua_State *L, int32_t tableIndex, const char *fieldName,
+                          uint32_t length, void *value);
+
+// Swaps the numbers of all entries, in place.
+void SwapPackedList(const PackedListRule &rule, void *value);
+
+} // namespace bgp
+
+// The operations that stand on a list rule, as those of operations.h stand on the contract's.
+#define BGP_LIST_LUA_SET(name, rule)                                                                                   \
+    uint32_t name(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t, uint16_t length,                  \
+                  const void *value)                                                                                   \
+    {                                                                                                                  \
+        return bgp::PackedListLuaSet(rule, L, tableIndex, fieldName, length, value);                                   \
+    }
+
+#define BGP_LIST_LUA_GET(name, rule)                                                                                   \
+    uint32_t name(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t, uint16_t length, void *outValue)  \
+    {                                                                                                                  \
+        return bgp::PackedListLuaGet(rule, L, tableIndex, fieldName, length, outValue);                                \
+    }
+
+#define BGP_LIST_ENDIAN(name, rule)                                                                                    \
+    uint32_t name(const void *, uint32_t, uint32_t, void *value)                                                       \
+    {                                                                                                                  \
+        bgp::SwapPackedList(rule, value);                                                                              \
+        return DT_OK;                                                                                                  \
+    }
+
+#endif

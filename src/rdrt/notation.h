@@ -1,0 +1,121 @@
+// The notations that route distinguishers (RFC 4364), route targets and sites of origin (RFC 4360, RFC 5668) share: an
+// administrator, an AS number or an IPv4 address, then ":" and a number that the administrator assigned.
+//
+// All of them are stored as eight bytes in network order, the kind in bytes 0-1, and a notation number that remembers
+// how the value was typed, so that it prints back that way:
+//
+//   typed as    administrator             bytes 2 to 7 are fields of   notation
+//   a.b.c.d:n   IPv4 address              1 1 1 1 2 bytes              0
+//   AS:n        AS number up to 65535     2 4                          1
+//   AS:n        AS number from 65536 on   4 2                          2
+//   x.y:n       4-byte AS number, halves  2 2 2                        3
+//
+// What a number may be at most follows from the bytes that it is stored in.
+#ifndef BGP_RDRT_NOTATION_H
+#define BGP_RDRT_NOTATION_H
+
+#include "host/bytes.h"
+#include "host/contract.h"
+#include "host/text.h"
+
+#include <cstdint>
+
+namespace bgp {
+
+// ------------------------------------------------------------------------------------------------------------ splits
+
+// Network-order numbers among the eight bytes; a width of 0 ends the list.
+struct Slice {
+    uint8_t offset;
+    uint8_t width;
+};
+
+inline constexpr uint32_t kMostSlices = 6;
+
+struct Split {
+    Slice at[kMostSlices];
+};
+
+inline constexpr Split kIpv4Split{{{2, 1}, {3, 1}, {4, 1}, {5, 1}, {6, 2}}};
+inline constexpr Split kAs2Split{{{2, 2}, {4, 4}}};
+inline constexpr Split kAs4Split{{{2, 4}, {6, 2}}};
+inline constexpr Split kDottedSplit{{{2, 2}, {4, 2}, {6, 2}}};
+
+// ----------------------------------------------------------------------------------------------------------- text in
+
+inline constexpr uint32_t kShortestNotation = 1;
+inline constexpr uint32_t kLongestNotation = 21; // "255.255.255.255:65535"
+
+enum Administrator : uint8_t { kByIpv4, kByAs2, kByAs4 };
+
+// What tells one type from another.
+struct NotationRule {
+    uint16_t kinds[3];         // bytes 0-1, by administrator
+    bool refusesZero;          // an AS number 0 with the assigned number 0; 0.0.0.0:0 is always welcome
+    uint8_t firstNotation = 0; // the number of a.b.c.d:n; the others follow
+};
+
+// Writes the kind and the six bytes of numbers that some notation takes, and which one it is. False when none does, or
+// when zero is refused; the bytes may have been written then.
+bool Encode(const NotationRule &rule, const Numbers &numbers, uint8_t *eight, uint8_t *notation);
+
+// A text of 1 to 21 characters, blanks around it aside, to the eight bytes and, behind them, the notation as a word in
+// host order. 0, DT_ERR_NULL_PTR or DT_ERR_FAIL.
+uint32_t ParseNotation(const NotationRule &rule, const char *text, void *value);
+
+// ---------------------------------------------------------------------------------------------------------- text out
+
+// In this mode a value that was never set prints as the empty text, and texts are those that would be typed.
+inline constexpr uint32_t kPlainMode = 2;
+
+inline constexpr uint32_t kPrintLimit = kTextSize - 1; // terminator included
+inline constexpr uint32_t kAny = 0xFFFFFFFF;
+inline constexpr uint32_t kStyles = 2;
+
+// How values of a kind and notation print. The notation, not the kind, picks the split.
+struct PrintRow {
+    uint32_t kind;
+    uint32_t notation;
+    const char *format[kStyles]; // the type says what its styles are; null: nothing is printed, and that is success
+    Split split;                 // a format may use fewer
+};
+
+// The first row that fits is the one.
+struct PrintTable {
+    const PrintRow *rows;
+    uint32_t count;
+};
+
+template <uint32_t Count>
+constexpr PrintTable Table(const PrintRow (&rows)[Count])
+{
+    return {rows, Count};
+}
+
+struct Stored {
+    const uint8_t *eight;
+    uint32_t kind;
+    uint32_t notation;
+};
+
+// Eight bytes with the notation as a host-order word behind them.
+inline Stored StoredAt(const uint8_t *value)
+{
+    return {value, LoadBig(value, 2), Load<uint32_t>(value + 8)};
+}
+
+inline bool IsUnset(const uint8_t *eight)
+{
+    return Load<uint64_t>(eight) == 0;
+}
+
+// Prints through the fitting row, at most kPrintLimit - 1 characters. DT_ERR_FAIL when no row fits. Where nothing is to
+// be printed the buffer is not touched.
+uint32_t PrintStored(const PrintTable &table, const Stored &stored, uint32_t style, char *buffer, uint32_t *printed);
+
+// Eight bytes with the notation behind them, or the empty text for eight zero bytes in kPlainMode.
+uint32_t PrintNotation(const PrintTable &table, const uint8_t *value, uint32_t mode, char *buffer, uint32_t *printed);
+
+} // namespace bgp
+
+#endif

@@ -1,0 +1,115 @@
+// VPNID: a VPN identifier (RFC 2685), typed as two hexadecimal numbers: "1a2b3c:10".
+//
+//   bytes  field      width  meaning
+//   0-3    OUI        u32    host order; organisationally unique identifier, at most ffffff when typed
+//   4-7    VPN index  u32    host order
+//
+// Its results come from SYS_DataTypeMalloc, not from the request's memory handle.
+#include "host/layout.h"
+#include "host/operations.h"
+#include "host/text.h"
+#include "rdrt/notation.h"
+#include "rdrt/rdrt.h"
+
+namespace bgp {
+
+namespace {
+
+constexpr uint16_t kLength = 8;
+constexpr uint32_t kLongestTyped = 21;
+constexpr uint64_t kLargestOui = 0xFFFFFF;
+constexpr uint64_t kLargestIndex = 0xFFFFFFFF;
+
+constexpr BgpField kFields[] = {
+    Number("ouiValue", 0, 4),
+    Number("index", 4, 4),
+};
+
+// Both words in host order, as stored.
+struct VpnId {
+    uint32_t oui;
+    uint32_t index;
+};
+
+static_assert(sizeof(VpnId) == kLength, "stored as it lies in memory");
+
+// Lower-case digits only. False for 0:0 too.
+bool Read(Text text, VpnId &id)
+{
+    Numbers numbers;
+    if (!IsLong(text, 1, kLongestTyped) || !ReadNumbers<16>(text, ":", numbers) || numbers.shape != Shape(":")) {
+        return false;
+    }
+    const uint64_t oui = numbers.at[0];
+    const uint64_t index = numbers.at[1];
+    id = {static_cast<uint32_t>(oui), static_cast<uint32_t>(index)};
+    return oui <= kLargestOui && index <= kLargestIndex && (oui | index) != 0;
+}
+
+// A failing print is not the operation's failure: it reports what was printed, nothing.
+uint32_t PrintVpnId(const uint8_t *value, uint32_t, char *buffer, uint32_t *printed)
+{
+    const auto id = Load<VpnId>(value);
+    return SYSDT_VpnId2Str(id.oui, id.index, printed, buffer);
+}
+
+} // namespace
+
+const BgpLayout kVpnIdLayout = Layout(kFields, kLength);
+
+namespace {
+
+constexpr FormatInRule kIn{
+    .typeId = 303, .length = kLength, .modes = kTextOnly, .parse = SYSDT_Str2VpnId, .memory = Memory::kPlain};
+constexpr FormatOutRule kOut{.modes = kTextOrRaw,
+                             .print = PrintVpnId,
+                             .textSize = kTextSize,
+                             .valueSize = kLength,
+                             .mode3 = Mode3::kTextAsRaw,
+                             .memory = Memory::kPlain};
+constexpr HelpRule kHelp{.text = "STRING<3-15>", .memory = Memory::kPlain};
+constexpr LuaRule kLua{.layout = kVpnIdLayout, .pops = 2}; // the fetched table stays: scripts of old count on it
+
+} // namespace
+
+} // namespace bgp
+
+uint32_t SYSDT_Str2VpnId(const char *text, void *value)
+{
+    if (text == nullptr || value == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    bgp::VpnId id;
+    if (!bgp::Read(bgp::Trim(text), id)) {
+        return DT_ERR_FAIL;
+    }
+    bgp::Store(value, id);
+    return DT_OK;
+}
+
+uint32_t SYSDT_VpnId2Str(uint32_t oui, uint32_t index, uint32_t *printed, char *buffer)
+{
+    *printed = 0;
+    bgp::Printed(bgp::Print(buffer, bgp::kPrintLimit, "%x:%x", {oui, index}), printed);
+    return DT_OK;
+}
+
+BGP_FORMAT_IN(SYSDT_VpnIdFormatIn, bgp::kIn)
+BGP_FORMAT_OUT(SYSDT_VpnIdFormatOut, bgp::kOut)
+BGP_CHECK_LENGTH(SYSDT_VpnIdCheck, bgp::kLength)
+BGP_HELP(SYSDT_VpnIdHelp, bgp::kHelp)
+
+// The other way round than the byte orders of the route types: 1 when left is the smaller, OUI first.
+int32_t SYSDT_VpnIdCompare(const void *, uint32_t, const void *left, const void *right)
+{
+    const auto first = bgp::Load<bgp::VpnId>(left);
+    const auto second = bgp::Load<bgp::VpnId>(right);
+    if (first.oui != second.oui) {
+        return first.oui < second.oui ? 1 : -1;
+    }
+    return (first.index < second.index) - (first.index > second.index);
+}
+
+BGP_LUA_SET(SYSDT_VpnIdLuaSet, bgp::kLua)
+BGP_LUA_GET(SYSDT_VpnIdLuaGet, bgp::kLua)
+BGP_ENDIAN(SYSDT_VpnIdEndian, bgp::kVpnIdLayout)

@@ -1,0 +1,519 @@
+#include "support/harness.h"
+
+#include "host_services.h"
+
+#include <cstring>
+
+namespace bgp::test {
+namespace {
+
+// ASNUM_ENHANCE: 256 entries of 5 bytes, AS number (host order) and notation; zeros are unused entries.
+constexpr const char *kType = "ASNUM_ENHANCE";
+constexpr size_t kLength = 1280;
+
+class AsNumList : public PlugIn {};
+
+std::string List(std::string_view entries)
+{
+    return Padded(entries, kLength);
+}
+
+std::string Repeated(const std::string &item, size_t count, const std::string &separator = "")
+{
+    std::string text;
+    for (size_t i = 0; i < count; ++i) {
+        text += (i == 0 ? "" : separator) + item;
+    }
+    return text;
+}
+
+std::string Quoted(const std::string &text)
+{
+    return '"' + text + '"';
+}
+
+void ExpectCode(const In &in, uint32_t code)
+{
+    EXPECT_EQ(in.code, code);
+    EXPECT_EQ(in.typeId, kUntouched);
+    EXPECT_EQ(in.length, kUntouched);
+    EXPECT_FALSE(in.bufferSet);
+}
+
+struct Accepted {
+    const char *text;
+    const char *entries;
+    const char *printed;
+};
+
+constexpr Accepted kAccepted[] = {
+    {"1", "0100000000", "1"},
+    {"100 200  1.5", "6400000000 c800000000 0500010001", "100 200 1.5"},
+    {"100\t200", "6400000000 c800000000", "100 200"},
+    {"100 \t \t 200", "6400000000 c800000000", "100 200"},
+    {"  7  ", "0700000000", "7"},
+    {"\t7\t8\t", "0700000000 0800000000", "7 8"},
+    {"7 7 7", "0700000000 0700000000 0700000000", "7 7 7"},
+    {"3 2 1", "0300000000 0200000000 0100000000", "3 2 1"},
+    {"65535 65536", "ffff000000 0000010000", "65535 65536"},
+    {"1.0 65536", "0000010001 0000010000", "1.0 65536"},
+    {"4294967295 65535.65535", "ffffffff00 ffffffff01", "4294967295 65535.65535"},
+    {"2147483648", "0000008000", "2147483648"},
+    {"1.65535 65535.0", "ffff010001 0000ffff01", "1.65535 65535.0"},
+    {"00000000001 00001.00002", "0100000000 0200010001", "1 1.2"},
+};
+
+constexpr const char *kRefused[] = {
+    "",
+    " ",
+    "\t \t",
+    "0",
+    "100 0",
+    "0 100",
+    "00000000000",
+    "100,200",
+    "100, 200",
+    "100;200",
+    "4294967296",
+    "1 4294967296",
+    "99999999999",
+    "000000000001", // 12 characters
+    "1 100000000000",
+    "0.5",
+    "0.0",
+    "1 0.1",
+    "1.65536",
+    "65536.1",
+    "65536.0",
+    "999999999.1",
+    "1.4294967297",
+    "1.",
+    ".1",
+    ".",
+    "1 . 2",
+    "1..2",
+    "1.2.3",
+    "10.1.1.1",
+    "1 2.3.4",
+    "a",
+    "1 a",
+    "100:1",
+    "1e5",
+    "+5",
+    "-1",
+    "0x10",
+    "1\n2",
+    "1\r",
+    "1\v2",
+    "1\xa0"
+    "2",
+    "\xb1",
+    "\"1\"",
+    "internet",
+    "{1,2}",
+};
+
+TEST_F(AsNumList, ReadsEveryEntryInItsOwnNotation)
+{
+    for (const Accepted &row : kAccepted) {
+        for (const uint8_t mode : {uint8_t{2}, uint8_t{6}}) {
+            SCOPED_TRACE(std::string(row.text) + ", mode " + std::to_string(mode));
+            const In in = FormatIn(kType, row.text, mode);
+            EXPECT_EQ(in.code, DT_OK);
+            EXPECT_EQ(in.typeId, 325);
+            EXPECT_EQ(in.length, 1280);
+            EXPECT_EQ(in.value, List(row.entries));
+            EXPECT_TRUE(in.textKept);
+            EXPECT_EQ(Text(kType, in.value, mode), row.printed);
+        }
+        SCOPED_TRACE(std::string(row.text) + ", quoted");
+        EXPECT_EQ(Value(kType, Quoted(row.text), 1), List(row.entries));
+    }
+}
+
+TEST_F(AsNumList, RefusesTheWholeTextForOneBadPart)
+{
+    for (const char *text : kRefused) {
+        SCOPED_TRACE(text);
+        ExpectCode(FormatIn(kType, text, 2), DT_ERR_INVALID_VALUE);
+        ExpectCode(FormatIn(kType, text, 6), DT_ERR_INVALID_VALUE);
+        ExpectCode(FormatIn(kType, Quoted(text), 1), DT_ERR_INVALID_VALUE);
+    }
+}
+
+TEST_F(AsNumList, ModeOneWantsQuotes)
+{
+    for (const char *text : {"100 200", "100", "1", "", "\"", "\"100", "100\"", " \"100\"", "\"100\" ", "'100'", "\t",
+                             "\"\"\t", "0", "x", "\"100\"\n"}) {
+        SCOPED_TRACE(text);
+        const In in = FormatIn(kType, text, 1);
+        ExpectCode(in, DT_ERR_MODE_UNSUPPORTED);
+        EXPECT_TRUE(in.textKept);
+    }
+    ExpectCode(FormatIn(kType, "\"\"", 1), DT_ERR_INVALID_VALUE); // quoted, and empty
+    ExpectCode(FormatIn(kType, "\" \"", 1), DT_ERR_INVALID_VALUE);
+    ExpectCode(FormatIn(kType, "\"\"100\"\"", 1), DT_ERR_INVALID_VALUE);
+    EXPECT_EQ(Value(kType, "\"  100 \t\"", 1), List("6400000000"));
+}
+
+TEST_F(AsNumList, TheLengthArgumentCountsInModeOneAlone)
+{
+    const DataTypeDescriptor &row = Row(kType);
+    ExpectCode(FormatIn(row, "\"100\"", 1, 1), DT_ERR_MODE_UNSUPPORTED);
+    ExpectCode(FormatIn(row, "\"100\"", 1, 2), DT_ERR_MODE_UNSUPPORTED);
+    // From 3 on the text's own terminator tells where the closing quote stands.
+    for (const uint32_t length : {3u, 5u, 6u, 7u, 1000u, 0xFFFFFFFFu}) {
+        EXPECT_EQ(FormatIn(row, "\"100\"", 1, length).value, List("6400000000")) << length;
+        ExpectCode(FormatIn(row, "", 1, length), DT_ERR_MODE_UNSUPPORTED);
+        ExpectCode(FormatIn(row, "100", 1, length), DT_ERR_MODE_UNSUPPORTED);
+        ExpectCode(FormatIn(row, "\"100", 1, length), DT_ERR_MODE_UNSUPPORTED);
+        EXPECT_NE(FormatIn(row, "\"", 1, length).code, DT_OK);
+    }
+    EXPECT_EQ(FormatIn(row, "100", 2, 1).value, List("6400000000"));
+    EXPECT_EQ(FormatIn(row, "100", 6, 1000).value, List("6400000000"));
+
+    char text[] = "\"100\"";
+    const DataTypeRequest request{1, Handle()};
+    uint16_t typeId = kUntouched;
+    uint16_t length = kUntouched;
+    void *buffer = nullptr;
+    EXPECT_EQ(row.FormatIn(&request, 325, 0, text, &typeId, &length, &buffer), DT_ERR_MODE_UNSUPPORTED);
+    EXPECT_STREQ(text, "\"100\"");
+}
+
+TEST_F(AsNumList, ModeOneEndsTheTextAtItsClosingQuote)
+{
+    const struct {
+        const char *text;
+        uint32_t code;
+    } rows[] = {
+        {"\"100 \"", DT_OK}, {"\" 1 2\"", DT_OK}, {"\"1,2\"", DT_ERR_INVALID_VALUE}, {"\"\"", DT_ERR_INVALID_VALUE}};
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.text);
+        std::string text = row.text;
+        std::string expected = text;
+        expected.back() = '\0';
+        const DataTypeRequest request{1, Handle()};
+        uint16_t typeId = kUntouched;
+        uint16_t length = kUntouched;
+        void *buffer = nullptr;
+        EXPECT_EQ(Row(kType).FormatIn(&request, 325, static_cast<uint32_t>(text.size() + 1), text.data(), &typeId,
+                                      &length, &buffer),
+                  row.code);
+        EXPECT_EQ(text, expected); // nothing but the quote
+    }
+}
+
+TEST_F(AsNumList, TakesUpTo256Numbers)
+{
+    for (const uint8_t mode : {uint8_t{1}, uint8_t{2}, uint8_t{6}}) {
+        SCOPED_TRACE(int{mode});
+        const auto typed = [mode](const std::string &text) { return mode == 1 ? Quoted(text) : text; };
+        const std::string most = Repeated("9", 256, " ");
+        EXPECT_EQ(Value(kType, typed(most), mode), Repeated("0900000000", 256));
+        EXPECT_EQ(Text(kType, Repeated("0900000000", 256), mode), most);
+        EXPECT_EQ(CodeOf(kType, typed(most + " 9"), mode), DT_ERR_INVALID_VALUE);
+        EXPECT_EQ(CodeOf(kType, typed(Repeated("9", 400, " ")), mode), DT_ERR_INVALID_VALUE);
+        EXPECT_EQ(Value(kType, typed(" \t" + most + "  "), mode), Repeated("0900000000", 256));
+        EXPECT_EQ(Value(kType, typed(Repeated("9", 255, " ")), mode), List(Repeated("0900000000", 255)));
+    }
+}
+
+TEST_F(AsNumList, TakesUpTo3071Characters)
+{
+    const std::string longest = Repeated("65535.65535", 256, " ");
+    ASSERT_EQ(longest.size(), 3071u);
+    EXPECT_EQ(Value(kType, longest, 2), Repeated("ffffffff01", 256));
+    EXPECT_EQ(Value(kType, Quoted(longest), 1), Repeated("ffffffff01", 256));
+    std::string longer = longest;
+    longer.insert(11, " ");
+    EXPECT_EQ(CodeOf(kType, longer, 2), DT_ERR_INVALID_VALUE);
+    EXPECT_EQ(CodeOf(kType, Quoted(longer), 1), DT_ERR_INVALID_VALUE);
+
+    EXPECT_EQ(Value(kType, "1" + std::string(3069, ' ') + "2", 2), List("0100000000 0200000000"));
+    EXPECT_EQ(CodeOf(kType, "1" + std::string(3070, ' ') + "2", 2), DT_ERR_INVALID_VALUE);
+    EXPECT_EQ(CodeOf(kType, std::string(100000, '1'), 2), DT_ERR_INVALID_VALUE);
+    // What is trimmed does not count.
+    EXPECT_EQ(Value(kType, std::string(4000, ' ') + "1" + std::string(4000, '\t'), 2), List("0100000000"));
+    EXPECT_EQ(CodeOf(kType, std::string(70000, ' '), 2), DT_ERR_INVALID_VALUE);
+}
+
+TEST_F(AsNumList, EveryPlaceOfTheListIsRead)
+{
+    for (size_t place = 0; place < 256; ++place) {
+        std::string text = Repeated("1", place, " ") + (place == 0 ? "" : " ") + "65535.2";
+        EXPECT_EQ(Value(kType, text, 2), List(Repeated("0100000000", place) + "0200ffff01")) << place;
+        EXPECT_EQ(CodeOf(kType, text + ".", 2), DT_ERR_INVALID_VALUE) << place;
+        host::ResetHandle(Handle());
+    }
+}
+
+TEST_F(AsNumList, AllLowAndHighHalvesRoundTrip)
+{
+    // 771 lists of 85 halves, each in three places; 0 stands in one of them only.
+    EXPECT_EQ(RoundTrip(kType, "7.0", 2), "7.0");
+    for (uint32_t first = 1; first <= 65535; first += 85) {
+        std::string text;
+        std::string value;
+        for (uint32_t half = first; half < first + 85; ++half) {
+            const std::string number = std::to_string(half);
+            const std::string bytes = Le16(static_cast<uint16_t>(half));
+            text += (half == first ? "7." : " 7.") + number + " " + number + " " + number + ".9";
+            value += bytes + "070001" + bytes + "000000" + "0900" + bytes + "01";
+        }
+        ASSERT_EQ(Value(kType, text, 2), List(value));
+        ASSERT_EQ(Text(kType, List(value), 2), text);
+        host::ResetHandle(Handle());
+    }
+}
+
+TEST_F(AsNumList, PrintsWhatIsUsed)
+{
+    const struct {
+        const char *entries;
+        const char *text;
+    } rows[] = {
+        {"", ""},
+        {"0000000001", ""}, // the notation of an unused entry says nothing
+        {"0000000000 0700000000", "7"},
+        {"0000000001 0000010001", "1.0"},
+        {"0700000000 0000000000 0000000000 0800000000", "7 8"},
+        {"0000010000 0000010001 0000010002 00000100ff", "65536 1.0 1.0 1.0"},
+        {"0500000001", "0.5"},
+        {"ffffffff00 ffffffff01", "4294967295 65535.65535"},
+    };
+    for (const auto &row : rows) {
+        for (const uint8_t mode : kTextModes) {
+            SCOPED_TRACE(row.entries);
+            const Out out = FormatOut(kType, List(row.entries), mode);
+            EXPECT_EQ(out.code, DT_OK);
+            EXPECT_EQ(out.typeId, 25);
+            EXPECT_EQ(out.text, row.text);
+            EXPECT_EQ(out.length, std::strlen(row.text) + 1);
+        }
+    }
+    EXPECT_EQ(Text(kType, Repeated("0000000000", 255) + "0900000001"), "0.9");
+    EXPECT_EQ(FormatOutInto(Row(kType), List(""), 1, 3072).buffer.substr(0, 2), std::string("\0\xA5", 2));
+}
+
+TEST_F(AsNumList, TheLongestTextFillsItsBuffer)
+{
+    const std::string value = Repeated("ffffffff01", 256);
+    const Out out = FormatOut(kType, value);
+    EXPECT_EQ(out.code, DT_OK);
+    EXPECT_EQ(out.length, 3072);
+    EXPECT_EQ(out.text, Repeated("65535.65535", 256, " "));
+    const Into into = FormatOutInto(Row(kType), value, 1, 3072);
+    EXPECT_EQ(into.out.code, DT_OK);
+    EXPECT_EQ(into.out.text, out.text);
+    EXPECT_TRUE(into.guardsIntact);
+    EXPECT_EQ(into.buffer.back(), '\0');
+    // Plain numbers are at most as long.
+    EXPECT_EQ(Text(kType, Repeated("ffffffff00", 256)), Repeated("4294967295", 256, " "));
+}
+
+TEST_F(AsNumList, PrintsTheWholeListWhateverTheLengthSays)
+{
+    EXPECT_EQ(FormatOut(Row(kType), List("0700000000"), 1, 0).text, "7");
+    EXPECT_EQ(FormatOut(Row(kType), List("0700000000"), 1, 100000).text, "7");
+}
+
+TEST_F(AsNumList, AFailingPrintOrCopyIsAFailure)
+{
+    const std::string value = List("0700000000 0800000001 0900000000");
+    host::TakeCounters();
+    EXPECT_EQ(Text(kType, value), "7 0.8 9");
+    const uint32_t prints = host::TakeCounters().prints;
+    EXPECT_GE(prints, 1u);
+    for (uint32_t print = 1; print <= prints; ++print) {
+        host::SetFaults({.failPrint = print});
+        EXPECT_EQ(FormatOut(kType, value).code, DT_ERR_FAIL) << print;
+    }
+    host::SetFaults({.failCopy = 1});
+    EXPECT_EQ(FormatOut(kType, value).code, DT_ERR_FAIL);
+}
+
+TEST_F(AsNumList, ObeysTheContract)
+{
+    // FormatIn takes quotes in mode 1 only and has its own sweep below.
+    Sweep(Row(kType), {.text = "",
+                       .value = List("6400000000 0000010001"),
+                       .inModes = "",
+                       .outModes = "FTTFUFTU",
+                       .helpModes = "-H----H-",
+                       .helpText = "STRING<1-3071>",
+                       .resultTypeId = 325,
+                       .resultLength = 1280,
+                       .textSize = 3072});
+}
+
+TEST_F(AsNumList, FormatInByMode)
+{
+    for (const uint8_t mode : kAllModes) {
+        SCOPED_TRACE(int{mode});
+        const bool parses = mode == 1 || mode == 2 || mode == 6;
+        const char *text = mode == 1 ? "\"100\"" : "100";
+        const In in = FormatIn(kType, text, mode);
+        if (!parses) {
+            ExpectCode(in, mode == 4 || mode > 6 ? DT_ERR_MODE_UNSUPPORTED : DT_ERR_FAIL);
+            EXPECT_TRUE(in.textKept);
+            ExpectCode(FormatIn(kType, "\"100\"", mode), mode == 4 || mode > 6 ? DT_ERR_MODE_UNSUPPORTED : DT_ERR_FAIL);
+            continue;
+        }
+        EXPECT_EQ(in.value, List("6400000000"));
+        host::SetFaults({.failAllocation = 1, .failAllAfter = true});
+        const In failed = FormatIn(kType, text, mode);
+        host::SetFaults({});
+        EXPECT_EQ(failed.code, DT_ERR_NO_MEMORY);
+        EXPECT_EQ(failed.typeId, 325);
+        EXPECT_EQ(failed.length, 0);
+        EXPECT_FALSE(failed.bufferSet);
+        EXPECT_EQ(CodesWhileAllocationsFail([&] { return FormatIn(kType, text, mode).code; }),
+                  std::vector<uint32_t>{DT_ERR_NO_MEMORY});
+        host::TakeCounters();
+        ExpectCode(FormatIn(kType, mode == 1 ? "\"x\"" : "x", mode), DT_ERR_INVALID_VALUE);
+        EXPECT_EQ(host::TakeCounters().allocations, 0u);
+    }
+}
+
+TEST_F(AsNumList, FormatInNeedsEveryPointerInEveryMode)
+{
+    for (const uint8_t mode : kAllModes) {
+        for (int missing = 0; missing < 5; ++missing) {
+            SCOPED_TRACE("mode " + std::to_string(mode) + ", argument " + std::to_string(missing));
+            const DataTypeRequest request{mode, Handle()};
+            char text[] = "\"100\"";
+            uint16_t typeId = kUntouched;
+            uint16_t length = kUntouched;
+            void *buffer = text;
+            EXPECT_EQ(Row(kType).FormatIn(missing == 0 ? nullptr : &request, 325, sizeof text,
+                                          missing == 1 ? nullptr : text, missing == 2 ? nullptr : &typeId,
+                                          missing == 3 ? nullptr : &length, missing == 4 ? nullptr : &buffer),
+                      DT_ERR_NULL_PTR);
+            EXPECT_STREQ(text, "\"100\"");
+            EXPECT_EQ(typeId, kUntouched);
+            EXPECT_EQ(length, kUntouched);
+            EXPECT_EQ(buffer, text);
+        }
+    }
+}
+
+TEST_F(AsNumList, HelpKeepsTheHostsRefusalToItself)
+{
+    EXPECT_EQ(Help(kType, 1, 11, 22).helpWord, 22u);
+    EXPECT_EQ(Help(kType, 6, 11, 22).helpWord, 22u);
+    host::SetFaults({.helpInitCode = DT_ERR_NO_MEMORY});
+    const Helped helped = Help(kType);
+    EXPECT_EQ(helped.code, DT_OK);
+    EXPECT_FALSE(helped.supplied);
+    EXPECT_EQ(helped.helpInits, 1u);
+    EXPECT_EQ(helped.helpClears, 0u);
+    EXPECT_EQ(Help(kType, 1, 0, 22).code, DT_ERR_INVALID_PARAM);
+    EXPECT_EQ(Help(kType, 1, 11, 0).code, DT_ERR_INVALID_PARAM);
+}
+
+TEST_F(AsNumList, CheckLooksAtTheLengthAlone)
+{
+    EXPECT_EQ(Row(kType).Check(nullptr, 325, 1280, nullptr), DT_ERR_NULL_PTR);
+    EXPECT_EQ(Row(kType).Check(nullptr, 325, 5, nullptr), DT_ERR_NULL_PTR);
+    for (const uint32_t length : {0u, 5u, 1279u, 1281u, 65536u}) {
+        EXPECT_EQ(CheckLength(kType, length), DT_ERR_LENGTH) << length;
+    }
+    EXPECT_EQ(CheckLength(kType, 1280), DT_OK);
+    EXPECT_EQ(Check(kType, Repeated("ffffffffff", 256)), DT_OK);
+}
+
+TEST_F(AsNumList, ComparesAsABlock)
+{
+    EXPECT_EQ(Row(kType).Compare, &SYSDT_BlockCompare);
+    EXPECT_EQ(Compare(kType, List("0001000000"), List("ff00000000")), -1);
+    EXPECT_EQ(Compare(kType, List("0700000001"), List("0700000000")), 1);
+    EXPECT_EQ(Compare(kType, List("0700000001"), List("0700000001")), 0);
+}
+
+TEST_F(AsNumList, ToLua)
+{
+    const LuaOut out = LuaSet(kType, List("ffffffff01 6400000000 00000000ff"));
+    EXPECT_EQ(out.code, DT_OK);
+    EXPECT_EQ(out.growth, 0);
+    EXPECT_EQ(out.table, "{stAsNum={{asNumValue=4294967295, asType=1},{asNumValue=100, asType=0},"
+                         "{asNumValue=0, asType=255}" +
+                             Repeated(",{asNumValue=0, asType=0}", 253) + "}}");
+    const std::string full = Repeated("0403020105", 256);
+    EXPECT_EQ(LuaSet(kType, full).table, "{stAsNum={" + Repeated("{asNumValue=16909060, asType=5}", 256, ",") + "}}");
+    EXPECT_EQ(LuaSet(Row(kType), full + "00", 1281).code, DT_OK);
+    const LuaOut tooShort = LuaSet(Row(kType), full, 1279);
+    EXPECT_EQ(tooShort.code, DT_ERR_INVALID_PARAM);
+    EXPECT_EQ(tooShort.table, "nil");
+    EXPECT_EQ(tooShort.growth, 0);
+}
+
+TEST_F(AsNumList, FromLua)
+{
+    const std::string all = "{asNumValue=16909060, asType=5}";
+    const struct {
+        std::string table;
+        std::string entries;
+    } rows[] = {
+        {"{stAsNum={" + Repeated(all, 256, ",") + "}}", Repeated("0403020105", 256)},
+        {"{stAsNum={" + Repeated(all, 257, ",") + "}}", Repeated("0403020105", 256)}, // the last one is not read
+        {"{stAsNum={{asNumValue=4294967295, asType=1}, {asNumValue=100, asType=0}}}", "ffffffff01 6400000000"},
+        {"{stAsNum={}}", ""},
+        {"{stAsNum={{asNumValue=7}, {asType=1}, {}}}", "0700000000 0000000001"},
+        {"{stAsNum={5, 'x', true, {asNumValue=9, asType=1}}}", "0000000000 0000000000 0000000000 0900000001"},
+        {"{stAsNum={{asNumValue='x', asType={}}, {asNumValue='8', asType='1'}}}", "0000000000 0800000001"},
+        {"{stAsNum={{asNumValue=4294967296, asType=256}, {asNumValue=4294967297, asType=258}}}",
+         "0000000000 0100000002"},
+        {"{stAsNum={{asNumValue=-1, asType=-1}}}", "ffffffffff"},
+        {"{stAsNum={[2]={asNumValue=2, asType=1}, [256]={asNumValue=6, asType=0}}}",
+         "0000000000 0200000001" + Repeated("0000000000", 253) + "0600000000"},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.table.substr(0, 200));
+        const LuaIn in = LuaGet(kType, row.table);
+        EXPECT_EQ(in.code, DT_OK);
+        EXPECT_EQ(in.value, List(row.entries));
+        EXPECT_EQ(in.growth, 1); // the fetched table stays
+    }
+}
+
+TEST_F(AsNumList, FromLuaWithoutItsTables)
+{
+    const std::string unwritten = Repeated("ee", kLength);
+    const struct {
+        const char *table;
+        int32_t growth;
+    } rows[] = {
+        {"nil", 1}, {"7", 1}, {"'x'", 1}, {"{}", 2}, {"{stAsNum=5}", 2}, {"{stAsNum='x'}", 2}, {"{stasnum={}}", 2},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.table);
+        const LuaIn in = LuaGet(kType, row.table);
+        EXPECT_EQ(in.code, DT_ERR_INVALID_PARAM);
+        EXPECT_EQ(in.value, unwritten);
+        EXPECT_EQ(in.growth, row.growth);
+    }
+    const LuaIn tooShort = LuaGet(Row(kType), "{stAsNum={}}", 1279);
+    EXPECT_EQ(tooShort.code, DT_ERR_INVALID_PARAM);
+    EXPECT_EQ(tooShort.value, unwritten.substr(2));
+    EXPECT_EQ(tooShort.growth, 0);
+}
+
+TEST_F(AsNumList, EndianSwapsTheNumbersAndKeepsTheNotations)
+{
+    EXPECT_EQ(Endian(kType, Repeated("0102030405", 256)), Repeated("0403020105", 256));
+    EXPECT_EQ(Endian(kType, Repeated("04030201ff", 256)), Repeated("01020304ff", 256));
+}
+
+TEST_F(AsNumList, TheRowOffersEverything)
+{
+    const DataTypeDescriptor &row = Row(kType);
+    EXPECT_EQ(row.TypeId, 325);
+    EXPECT_EQ(row.BinaryLength, 1280);
+    EXPECT_EQ(row.BaseKind, 26);
+    EXPECT_TRUE(row.FormatIn && row.FormatOut && row.Check && row.Help && row.LuaSet && row.LuaGet && row.Endian);
+    EXPECT_EQ(row.Reserved, nullptr);
+}
+
+} // namespace
+} // namespace bgp::test

@@ -1,0 +1,487 @@
+#include "support/harness.h"
+
+#include "host_services.h"
+
+#include <cstring>
+
+namespace bgp::test {
+namespace {
+
+// CMNTY_ENHANCE: 32 entries of 5 bytes, community (host order) and form; an unused entry has form 2.
+constexpr const char *kType = "CMNTY_ENHANCE";
+constexpr size_t kEntries = 32;
+constexpr const char *kUnused = "0000000002";
+
+class CommunityList : public PlugIn {};
+
+std::string Repeated(const std::string &item, size_t count, const std::string &separator = "")
+{
+    std::string text;
+    for (size_t i = 0; i < count; ++i) {
+        text += (i == 0 ? "" : separator) + item;
+    }
+    return text;
+}
+
+// The entries, and unused ones behind them.
+std::string List(std::string_view entries)
+{
+    const std::string bytes = Bytes(entries);
+    EXPECT_EQ(bytes.size() % 5, 0u) << entries;
+    return Hex(bytes) + Repeated(kUnused, kEntries - bytes.size() / 5);
+}
+
+struct Accepted {
+    const char *text;
+    const char *entries;
+    const char *printed;
+};
+
+constexpr Accepted kAccepted[] = {
+    {"no-export 100:1 0", "01ffffff00 0100640001 0000000000", "no-export 100:1 internet"},
+    {"No-Advertise", "02ffffff00", "no-advertise"},
+    {"INTERNET NO-EXPORT no-export-subconfed", "0000000000 01ffffff00 03ffffff00",
+     "internet no-export no-export-subconfed"},
+    {"1", "0100000000", "1"},
+    {"1 1 1", "0100000000 0100000000 0100000000", "1 1 1"},
+    {"3 2:1 1", "0300000000 0100020001 0100000000", "3 2:1 1"},
+    {"0:0 0", "0000000001 0000000000", "internet internet"},
+    {"0:1 1:0", "0100000001 0000010001", "0:1 1:0"},
+    {"65535:65281 4294967042 65535:65283", "01ffffff01 02ffffff00 03ffffff01",
+     "no-export no-advertise no-export-subconfed"},
+    {"65535:65535 4294967295", "ffffffff01 ffffffff00", "65535:65535 4294967295"},
+    {"100:1\t200:2", "0100640001 0200c80001", "100:1 200:2"},
+    {"  100:1 \t \t 7  ", "0100640001 0700000000", "100:1 7"},
+    {"0000000000000000001 00100:0000000000001", "0100000000 0100640001", "1 100:1"}, // of 19 characters
+};
+
+constexpr const char *kRefused[] = {
+    "",
+    " ",
+    "\t \t",
+    "no_export",
+    "100:1 no_export",
+    "1:2:3",
+    "7 1:2:3",
+    "1::2",
+    "::",
+    ":",
+    "1:",
+    ":1",
+    "7 : 8",
+    "65536:1",
+    "1:65536",
+    "4294967296:1",
+    "1:4294967297",
+    "4294967296",
+    "9999999999",
+    "9999999999999999999",
+    "00000000000000000001", // 20 characters
+    "7 00000000000000000001",
+    "00100:00000000000001",
+    "no-export-subconfedx",
+    "no-export no-exp",
+    "no-exp no-export",
+    "no-expor",
+    "no-exports",
+    "no export",
+    "noexport",
+    "internet2",
+    "internetinternet",
+    "interne",
+    "local-as",
+    "no-peer",
+    "-",
+    "-1",
+    "1-",
+    "no-",
+    "no-export:1",
+    "internet:0",
+    "a:b",
+    "a:b:c",
+    "1x",
+    "0x10",
+    "100,200",
+    "100:1,",
+    "1.2",
+    "1.2:3",
+    "10.1.1.1:5",
+    "\"100:1\"",
+    "{100:1}",
+    "(100:1)",
+    "+1",
+    "1\n2",
+    "1\r",
+    "1\v2",
+    "no-export\n",
+    "\xe9nternet",
+    "100:1 \xb2",
+    "1\xa0",
+    "@",
+    "[",
+    "`",
+    "/",
+    ";",
+};
+
+TEST_F(CommunityList, ReadsEveryItemInItsOwnForm)
+{
+    for (const Accepted &row : kAccepted) {
+        for (const uint8_t mode : kTextModes) {
+            SCOPED_TRACE(row.text);
+            const In in = FormatIn(kType, row.text, mode);
+            EXPECT_EQ(in.code, DT_OK);
+            EXPECT_EQ(in.typeId, 326);
+            EXPECT_EQ(in.length, 160);
+            EXPECT_EQ(in.value, List(row.entries));
+            EXPECT_TRUE(in.textKept);
+            EXPECT_EQ(Text(kType, List(row.entries), mode), row.printed);
+        }
+    }
+}
+
+TEST_F(CommunityList, RefusesTheWholeTextForOneBadItem)
+{
+    for (const char *text : kRefused) {
+        const In in = FormatIn(kType, text);
+        EXPECT_EQ(in.code, DT_ERR_INVALID_VALUE) << '"' << text << '"';
+        EXPECT_EQ(in.typeId, kUntouched);
+        EXPECT_EQ(in.length, kUntouched);
+        EXPECT_FALSE(in.bufferSet);
+        EXPECT_TRUE(in.textKept);
+    }
+    EXPECT_EQ(host::HandleBlocks(Handle()), 0u); // the copies of the looked-up names are given back
+}
+
+TEST_F(CommunityList, TakesUpTo32Items)
+{
+    for (const auto &[item, entry] : {std::pair("9", "0900000000"), std::pair("65535:65535", "ffffffff01"),
+                                      std::pair("internet", "0000000000"), std::pair("no-export", "01ffffff00")}) {
+        SCOPED_TRACE(item);
+        const std::string most = Repeated(item, 32, " ");
+        EXPECT_EQ(Value(kType, most), Repeated(entry, 32));
+        EXPECT_EQ(Text(kType, Repeated(entry, 32)), most);
+        EXPECT_EQ(CodeOf(kType, most + " 9"), DT_ERR_INVALID_VALUE);
+        EXPECT_EQ(Value(kType, "\t" + most + " "), Repeated(entry, 32));
+        EXPECT_EQ(Value(kType, Repeated(item, 31, "\t")), List(Repeated(entry, 31)));
+    }
+    EXPECT_EQ(CodeOf(kType, Repeated("9", 100, " ")), DT_ERR_INVALID_VALUE);
+}
+
+TEST_F(CommunityList, EveryPlaceOfTheListIsRead)
+{
+    for (size_t place = 0; place < kEntries; ++place) {
+        const std::string text = Repeated("1", place, " ") + (place == 0 ? "" : " ") + "65535:2";
+        EXPECT_EQ(Value(kType, text), List(Repeated("0100000000", place) + "0200ffff01")) << place;
+        EXPECT_EQ(CodeOf(kType, text + ":"), DT_ERR_INVALID_VALUE) << place;
+    }
+}
+
+TEST_F(CommunityList, TakesUpTo392Characters)
+{
+    EXPECT_EQ(Value(kType, "1" + std::string(390, ' ') + "2"), List("0100000000 0200000000"));
+    EXPECT_EQ(CodeOf(kType, "1" + std::string(391, ' ') + "2"), DT_ERR_INVALID_VALUE);
+    EXPECT_EQ(Value(kType, "1" + std::string(390, '\t') + "2"), List("0100000000 0200000000"));
+    const std::string longest = Repeated("no-export-subconfed", 19, " ") + " 65535:65535"; // 379 and 12
+    ASSERT_EQ(longest.size(), 391u);
+    std::string longer = longest;
+    longer.insert(19, " ");
+    EXPECT_EQ(Value(kType, longer), List(Repeated("03ffffff00", 19) + "ffffffff01"));
+    longer.insert(19, "\t");
+    EXPECT_EQ(CodeOf(kType, longer), DT_ERR_INVALID_VALUE);                                   // 393
+    EXPECT_EQ(CodeOf(kType, Repeated("no-export-subconfed", 20, " ")), DT_ERR_INVALID_VALUE); // 399
+    // What is trimmed does not count.
+    EXPECT_EQ(Value(kType, std::string(400, ' ') + "1" + std::string(400, '\t')), List("0100000000"));
+    EXPECT_EQ(CodeOf(kType, std::string(1000, ' ')), DT_ERR_INVALID_VALUE);
+    EXPECT_EQ(CodeOf(kType, std::string(100000, '1')), DT_ERR_INVALID_VALUE);
+}
+
+TEST_F(CommunityList, AllHalvesRoundTrip)
+{
+    // Each list carries eight of them, four times each.
+    for (uint32_t base = 0; base <= 65535; base += 8) {
+        std::string text;
+        std::string value;
+        for (uint32_t half = base; half < base + 8; ++half) {
+            const std::string number = std::to_string(half);
+            const std::string bytes = Le16(static_cast<uint16_t>(half));
+            text += (half == base ? "" : " ") + number + ":1 7:" + number + " " + std::to_string(half + 131072) + " " +
+                    number + ":65535";
+            value += "0100" + bytes + "01" + bytes + "070001" + bytes + "020000" + "ffff" + bytes + "01";
+        }
+        ASSERT_EQ(Value(kType, text), value);
+        ASSERT_EQ(Text(kType, value), text);
+        if (base % 1024 == 0) {
+            host::ResetHandle(Handle());
+        }
+    }
+}
+
+TEST_F(CommunityList, PrintsWhatIsUsed)
+{
+    const struct {
+        const char *entries;
+        const char *text;
+    } rows[] = {
+        {"", ""},
+        {"0700000002", ""}, // the form alone says that an entry is unused
+        {"01ffffff02", ""},
+        {"0000000002 0700000000", "7"},
+        {"0700000000 0000000002 ffffffff02 0100080001", "7 8:1"},
+        {"0000000000 0000000001", "internet internet"},
+        {"0000000003 00000000ff", "internet internet"},
+        {"01ffffff00 01ffffff01 01ffffff03", "no-export no-export no-export"},
+        {"02ffffff00 02ffffffff", "no-advertise no-advertise"},
+        {"03ffffff01 03ffffff04", "no-export-subconfed no-export-subconfed"},
+        {"00ffffff00 04ffffff01", "4294967040 65535:65284"},
+        {"0500000001 0500000000", "0:5 5"},
+        // An unknown form prints nothing, and counts as printed.
+        {"0500000003", ""},
+        {"0700000000 0500000003", "7 "},
+        {"0700000000 0500000003 0900000000", "7  9"},
+        {"0500000003 0900000000", " 9"},
+        {"0500000003 0500000004 0100640001", "  100:1"},
+        {"0000000002 05000000ff 0000000002 0900000000", " 9"},
+    };
+    for (const auto &row : rows) {
+        for (const uint8_t mode : kTextModes) {
+            SCOPED_TRACE(row.entries);
+            const Out out = FormatOut(kType, List(row.entries), mode);
+            EXPECT_EQ(out.code, DT_OK);
+            EXPECT_EQ(out.typeId, 25);
+            EXPECT_EQ(out.text, row.text);
+            EXPECT_EQ(out.length, std::strlen(row.text) + 1);
+        }
+    }
+    EXPECT_EQ(FormatOutInto(Row(kType), List(""), 1, 393).buffer.substr(0, 2), std::string("\0\xA5", 2));
+    EXPECT_EQ(FormatOutInto(Row(kType), List("0500000003"), 1, 393).buffer[0], '\0');
+    EXPECT_EQ(Text(kType, Repeated("0500000003", 32)), std::string(31, ' '));
+    EXPECT_EQ(Text(kType, Repeated("0000000000", 32)), Repeated("internet", 32, " "));
+}
+
+TEST_F(CommunityList, PrintsAtMost392Characters)
+{
+    const struct {
+        std::string value;
+        std::string whole;
+    } rows[] = {
+        {Repeated("03ffffff00", 32), Repeated("no-export-subconfed", 32, " ")},
+        {Repeated("02ffffff00", 32), Repeated("no-advertise", 32, " ")},
+        {Repeated("03ffffff00", 19) + Repeated("ffffffff01", 13),
+         Repeated("no-export-subconfed", 19, " ") + Repeated(" 65535:65535", 13)},
+        // 391 characters, then a blank at the last place
+        {Repeated("03ffffff00", 19) + "ffffffff01" + Repeated("0100000000", 12),
+         Repeated("no-export-subconfed", 19, " ") + " 65535:65535" + Repeated(" 1", 12)},
+        // 390 characters, then a blank and one digit
+        {Repeated("03ffffff00", 19) + "feffff0f01" + Repeated("0700000000", 12),
+         Repeated("no-export-subconfed", 19, " ") + " 4095:65534" + Repeated(" 7", 12)},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.whole);
+        ASSERT_GT(row.whole.size(), 392u);
+        const Into into = FormatOutInto(Row(kType), row.value, 1, 393);
+        EXPECT_EQ(into.out.code, DT_OK);
+        EXPECT_EQ(into.out.length, 393);
+        EXPECT_EQ(into.out.text, row.whole.substr(0, 392));
+        EXPECT_TRUE(into.guardsIntact);
+        EXPECT_EQ(Text(kType, row.value), row.whole.substr(0, 392));
+    }
+}
+
+TEST_F(CommunityList, PrintsTheWholeListWhateverTheLengthSays)
+{
+    EXPECT_EQ(FormatOut(Row(kType), List("0700000000"), 1, 0).text, "7");
+    EXPECT_EQ(FormatOut(Row(kType), List("0700000000"), 1, 100000).text, "7");
+}
+
+TEST_F(CommunityList, AFailingPrintIsAFailure)
+{
+    const std::string value = List("01ffffff00 0000000000 0700000000 0100640001");
+    host::TakeCounters();
+    EXPECT_EQ(Text(kType, value), "no-export internet 7 100:1");
+    const uint32_t prints = host::TakeCounters().prints;
+    EXPECT_GE(prints, 1u);
+    for (uint32_t print = 1; print <= prints; ++print) {
+        host::SetFaults({.failPrint = print});
+        EXPECT_EQ(FormatOut(kType, value).code, DT_ERR_FAIL) << print;
+    }
+    for (const char *entries : {"01ffffff00", "0000000000", "0700000000", "0100640001"}) {
+        host::SetFaults({.failPrint = 1});
+        EXPECT_EQ(FormatOut(kType, List(entries)).code, DT_ERR_FAIL) << entries;
+    }
+}
+
+TEST_F(CommunityList, ObeysTheContract)
+{
+    // More modes parse than print.
+    Sweep(Row(kType), {.text = "65535:65535 7",
+                       .value = List("ffffffff01 0700000000"),
+                       .inModes = "PPPPUPPU",
+                       .outModes = "FTTFUFTU",
+                       .helpModes = "-H----H-",
+                       .helpText = "STRING<3-392>",
+                       .resultTypeId = 326,
+                       .resultLength = 160,
+                       .textSize = 393});
+}
+
+TEST_F(CommunityList, EveryParsingModeRefusesAlike)
+{
+    constexpr uint8_t kParsing[] = {0, 1, 2, 3, 5, 6};
+    for (const uint8_t mode : kParsing) {
+        EXPECT_EQ(CodeOf(kType, "no_export", mode), DT_ERR_INVALID_VALUE) << int{mode};
+        EXPECT_EQ(Value(kType, "no-export 1:1", mode), List("01ffffff00 0100010001")) << int{mode};
+    }
+    EXPECT_EQ(CodeOf(kType, "no_export", 4), DT_ERR_MODE_UNSUPPORTED);
+    EXPECT_EQ(CodeOf(kType, "no_export", 7), DT_ERR_MODE_UNSUPPORTED);
+}
+
+TEST_F(CommunityList, EveryNameLookupNeedsACopyAndGivesItBack)
+{
+    EXPECT_EQ(CodesWhileAllocationsFail([] { return FormatIn(kType, "no-export 100:1 internet").code; }),
+              (std::vector<uint32_t>{DT_ERR_INVALID_VALUE, DT_ERR_INVALID_VALUE, DT_ERR_NO_MEMORY}));
+    EXPECT_EQ(CodesWhileAllocationsFail([] { return FormatIn(kType, "1 100:1 0").code; }),
+              (std::vector<uint32_t>{DT_ERR_NO_MEMORY}));
+    host::ResetHandle(Handle());
+
+    host::TakeCounters();
+    EXPECT_EQ(CodeOf(kType, "no-export 100:1 internet NO-ADVERTISE"), DT_OK);
+    host::Counters counters = host::TakeCounters();
+    EXPECT_EQ(counters.allocations, 4u);
+    EXPECT_EQ(counters.plainAllocations, 0u);
+    EXPECT_EQ(counters.frees, 3u);
+    EXPECT_EQ(host::HandleBlocks(Handle()), 1u);
+
+    EXPECT_EQ(CodeOf(kType, "no-export no-such-name internet"), DT_ERR_INVALID_VALUE);
+    counters = host::TakeCounters();
+    EXPECT_EQ(counters.allocations, 2u);
+    EXPECT_EQ(counters.frees, 2u);
+    EXPECT_EQ(host::HandleBlocks(Handle()), 1u);
+
+    // The whole text is cut into items before the first one is looked up.
+    EXPECT_EQ(CodeOf(kType, "no-export no_export"), DT_ERR_INVALID_VALUE);
+    EXPECT_EQ(host::TakeCounters().allocations, 0u);
+
+    host::SetFaults({.failAllocation = 1});
+    const In in = FormatIn(kType, "no-export");
+    EXPECT_EQ(in.code, DT_ERR_INVALID_VALUE);
+    EXPECT_EQ(in.typeId, kUntouched);
+    EXPECT_EQ(in.length, kUntouched);
+    EXPECT_FALSE(in.bufferSet);
+}
+
+TEST_F(CommunityList, HelpKeepsTheHostsRefusalToItself)
+{
+    EXPECT_EQ(Help(kType, 1, 11, 22).helpWord, 22u);
+    host::SetFaults({.helpInitCode = DT_ERR_NO_MEMORY});
+    const Helped helped = Help(kType);
+    EXPECT_EQ(helped.code, DT_OK);
+    EXPECT_FALSE(helped.supplied);
+    EXPECT_EQ(helped.helpInits, 1u);
+    EXPECT_EQ(helped.helpClears, 0u);
+}
+
+TEST_F(CommunityList, CheckLooksAtTheLengthAlone)
+{
+    EXPECT_EQ(Row(kType).Check(nullptr, 326, 160, nullptr), DT_ERR_NULL_PTR);
+    EXPECT_EQ(Row(kType).Check(nullptr, 326, 5, nullptr), DT_ERR_NULL_PTR);
+    for (const uint32_t length : {0u, 5u, 159u, 161u, 65696u}) {
+        EXPECT_EQ(CheckLength(kType, length), DT_ERR_LENGTH) << length;
+    }
+    EXPECT_EQ(CheckLength(kType, 160), DT_OK);
+    EXPECT_EQ(Check(kType, Repeated("ffffffffff", 32)), DT_OK);
+}
+
+TEST_F(CommunityList, ComparesAsABlock)
+{
+    EXPECT_EQ(Row(kType).Compare, &SYSDT_BlockCompare);
+    EXPECT_EQ(Compare(kType, List("0001000000"), List("ff00000000")), -1);
+    EXPECT_EQ(Compare(kType, List("0700000001"), List("0700000000")), 1);
+    EXPECT_EQ(Compare(kType, List("0700000001"), List("0700000001")), 0);
+}
+
+TEST_F(CommunityList, ToLua)
+{
+    const LuaOut out = LuaSet(kType, List("01ffffff01 6400000000 00000000ff"));
+    EXPECT_EQ(out.code, DT_OK);
+    EXPECT_EQ(out.growth, 0);
+    EXPECT_EQ(out.table, "{stCmnty={{community=4294967041, type=1},{community=100, type=0},{community=0, type=255}" +
+                             Repeated(",{community=0, type=2}", 29) + "}}");
+    const std::string full = Repeated("0403020105", 32);
+    EXPECT_EQ(LuaSet(Row(kType), full + "00", 161).table,
+              "{stCmnty={" + Repeated("{community=16909060, type=5}", 32, ",") + "}}");
+    const LuaOut tooShort = LuaSet(Row(kType), full, 159);
+    EXPECT_EQ(tooShort.code, DT_ERR_INVALID_PARAM);
+    EXPECT_EQ(tooShort.table, "nil");
+    EXPECT_EQ(tooShort.growth, 0);
+}
+
+TEST_F(CommunityList, FromLua)
+{
+    // What a table leaves out is 0, and form 0 is a used entry.
+    const std::string all = "{community=16909060, type=5}";
+    const struct {
+        std::string table;
+        std::string entries;
+    } rows[] = {
+        {"{stCmnty={" + Repeated(all, 32, ",") + "}}", Repeated("0403020105", 32)},
+        {"{stCmnty={" + Repeated(all, 33, ",") + "}}", Repeated("0403020105", 32)}, // the last one is not read
+        {"{stCmnty={{community=4294967041, type=1}, {community=100, type=0}}}", "01ffffff01 6400000000"},
+        {"{stCmnty={}}", ""},
+        {"{stCmnty={{community=7}, {type=2}, {}}}", "0700000000 0000000002"},
+        {"{stCmnty={5, 'x', true, {community=9, type=1}}}", "0000000000 0000000000 0000000000 0900000001"},
+        {"{stCmnty={{community='x', type={}}, {community='8', type='1'}}}", "0000000000 0800000001"},
+        {"{stCmnty={{community=4294967296, type=256}, {community=4294967297, type=258}}}", "0000000000 0100000002"},
+        {"{stCmnty={{community=-1, type=-1}}}", "ffffffffff"},
+        {"{stCmnty={[2]={community=2, type=1}, [32]={community=6, type=0}}}",
+         "0000000000 0200000001" + Repeated("0000000000", 29) + "0600000000"},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.table.substr(0, 200));
+        const LuaIn in = LuaGet(kType, row.table);
+        EXPECT_EQ(in.code, DT_OK);
+        EXPECT_EQ(in.value, Padded(row.entries, 160));
+        EXPECT_EQ(in.growth, 1); // the fetched table stays
+    }
+}
+
+TEST_F(CommunityList, FromLuaWithoutItsTables)
+{
+    const std::string unwritten = Repeated("ee", 160);
+    const struct {
+        const char *table;
+        int32_t growth;
+    } rows[] = {
+        {"nil", 1}, {"7", 1}, {"'x'", 1}, {"{}", 2}, {"{stCmnty=5}", 2}, {"{stCmnty='x'}", 2}, {"{stcmnty={}}", 2},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.table);
+        const LuaIn in = LuaGet(kType, row.table);
+        EXPECT_EQ(in.code, DT_ERR_INVALID_PARAM);
+        EXPECT_EQ(in.value, unwritten);
+        EXPECT_EQ(in.growth, row.growth);
+    }
+    const LuaIn tooShort = LuaGet(Row(kType), "{stCmnty={}}", 159);
+    EXPECT_EQ(tooShort.code, DT_ERR_INVALID_PARAM);
+    EXPECT_EQ(tooShort.value, unwritten.substr(2));
+    EXPECT_EQ(tooShort.growth, 0);
+}
+
+TEST_F(CommunityList, EndianSwapsTheCommunitiesAndKeepsTheForms)
+{
+    EXPECT_EQ(Endian(kType, Repeated("0102030405", 32)), Repeated("0403020105", 32));
+    EXPECT_EQ(Endian(kType, Repeated("04030201ff", 32)), Repeated("01020304ff", 32));
+}
+
+TEST_F(CommunityList, TheRowOffersEverything)
+{
+    const DataTypeDescriptor &row = Row(kType);
+    EXPECT_EQ(row.TypeId, 326);
+    EXPECT_EQ(row.BinaryLength, 160);
+    EXPECT_EQ(row.BaseKind, 26);
+    EXPECT_TRUE(row.FormatIn && row.FormatOut && row.Check && row.Help && row.LuaSet && row.LuaGet && row.Endian);
+    EXPECT_EQ(row.Reserved, nullptr);
+}
+
+} // namespace
+} // namespace bgp::test
