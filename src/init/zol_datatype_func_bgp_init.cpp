@@ -4,6 +4,7 @@
 #include "community/community.h"
 #include "community/ext_community.h"
 #include "host/host_services.h"
+#include "prefix/prefix.h"
 #include "rdrt/rdrt.h"
 #include "types/types.h"
 
@@ -74,20 +75,22 @@ const DataTypeDescriptor g_astBgpDataTypeExtendDefineTbl[BGP_EXTEND_ROWS] = {
      SYSDT_SooFormatIn, SYSDT_SooFormatOut, SYSDT_SooCheck, SYSDT_SooHelp,
      SYSDT_SooCompare, nullptr, SYSDT_SooLuaSet, SYSDT_SooLuaGet, SYSDT_SooEndian},
     {279, 89, kStructured, "BOLPREFIX",
-     nullptr, nullptr, nullptr, nullptr,
-     nullptr, nullptr, nullptr, nullptr, nullptr},
+     SYSDT_BolPrefixFormatIn, SYSDT_BolPrefixFormatOut, SYSDT_BolPrefixCheck, SYSDT_BolPrefixHelp,
+     SYSDT_BolPrefixCompare, nullptr, SYSDT_BolPrefixLuaSet, SYSDT_BolPrefixLuaGet, nullptr},
     {280, 16, kStructured, "BOLRD",
      SYSDT_BolRdFormatIn, SYSDT_BolRdFormatOut, SYSDT_BolRdCheck, SYSDT_BolRdHelp,
      SYSDT_BolRdCompare, nullptr, SYSDT_BolRdLuaSet, SYSDT_BolRdLuaGet, nullptr},
     {295, 8, kStructured, "VPNV4MCPREFIX",
-     nullptr, nullptr, nullptr, nullptr,
-     nullptr, nullptr, nullptr, nullptr, nullptr},
+     SYSDT_VPNV4MCASTPrefixFormatIn, SYSDT_VPNV4MCASTPrefixFormatOut, SYSDT_VPNV4MCASTPrefixCheck,
+     SYSDT_VPNV4MCASTPrefixHelp,
+     SYSDT_VPNV4MCASTPrefixCompare, nullptr, SYSDT_VPNV4MCASTPrefixLuaSet, SYSDT_VPNV4MCASTPrefixLuaGet,
+     SYSDT_VPNV4MCASTLuaEndian},
     {296, 12, kStructured, "MDTPREFIX",
-     nullptr, nullptr, nullptr, nullptr,
-     nullptr, nullptr, nullptr, nullptr, nullptr},
+     SYSDT_MdtPrefixFormatIn, SYSDT_MdtPrefixFormatOut, SYSDT_MdtPrefixCheck, SYSDT_MdtPrefixHelp,
+     SYSDT_MdtPrefixCompare, nullptr, SYSDT_MdtPrefixLuaSet, SYSDT_MdtPrefixLuaGet, SYSDT_MdtLuaEndian},
     {294, 4, kStructured, "L2VPNPREFIX",
-     nullptr, nullptr, nullptr, nullptr,
-     nullptr, nullptr, nullptr, nullptr, nullptr},
+     SYSDT_L2VPNPrefixFormatIn, SYSDT_L2VPNPrefixFormatOut, SYSDT_VplsAdPrefixCheck, SYSDT_VplsAdPrefixHelp,
+     SYSDT_VplsAdPrefixCompare, nullptr, SYSDT_L2VPNPrefixLuaSet, SYSDT_L2VPNPrefixLuaGet, nullptr},
     {284, 4, kNumber, "TIME_RANGE",
      SYSDT_TimeRangeFormatIn, nullptr, nullptr, SYSDT_TimeRangeHelp,
      nullptr, nullptr, SYSDT_TimeRangeLuaSet, SYSDT_TimeRangeLuaGet, nullptr},
@@ -119,8 +122,8 @@ const DataTypeDescriptor g_astBgpDataTypeExtendDefineTbl[BGP_EXTEND_ROWS] = {
      nullptr, SYSDT_PrefixSidStructureFormatOut, nullptr, nullptr,
      nullptr, nullptr, SYSDT_PrefixSidStructureLuaSet, nullptr, nullptr},
     {281, 85, kStructured, "EVNPREFIX",
-     nullptr, nullptr, nullptr, nullptr,
-     nullptr, nullptr, nullptr, nullptr, nullptr},
+     SYSDT_EVNPrefixFormatIn, SYSDT_EVNPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
+     SYSDT_EVNPrefixCompare, nullptr, SYSDT_EVNPrefixLuaSet, SYSDT_EVNPrefixLuaGet, nullptr},
     {329, 12, kStructured, "EXTCOMMUNITY_BW",
      nullptr, SYSDT_ExtCommunityBwFormatOut, SYSDT_ExtCommunityBwCheck, SYSDT_ExtCommunityBwHelp,
      SYSDT_ExtCommunityBwCompare, nullptr, SYSDT_ExtCommunityBwLuaSet, SYSDT_ExtCommunityBwLuaGet, SYSDT_EXTCommunityBwEndian},
@@ -160,6 +163,7 @@ uint32_t Register(const Walk &walk, uint32_t handle)
 struct Description {
     uint32_t typeId;
     const BgpLayout *layout;
+    const BgpLayout *(*describe)(const void *value, uint32_t length) = nullptr; // where the value tells its layout
 };
 
 constexpr Description kDescriptions[] = {
@@ -170,11 +174,16 @@ constexpr Description kDescriptions[] = {
     {259, &bgp::kVrfRdLayout},
     {260, &bgp::kSooLayout},
     {278, &bgp::kRtpRdLayout},
+    {279, nullptr, bgp::DescribeBolPrefix},
     {280, &bgp::kBolRdLayout},
+    {281, nullptr, bgp::DescribeBolPrefix},
     {284, &bgp::kTimeRangeLayout},
     {285, &bgp::kAsNumLayout},
     {290, &bgp::kAttrIdBitmapLayout},
     {292, &bgp::kCvrfNameLayout},
+    {294, nullptr, bgp::DescribeBolPrefix},
+    {295, nullptr, bgp::DescribeBolPrefix},
+    {296, nullptr, bgp::DescribeBolPrefix},
     {303, &bgp::kVpnIdLayout},
     {320, &bgp::kVrfRtV6Layout},
     {321, &bgp::kLargeCommunityLayout},
@@ -204,11 +213,11 @@ uint32_t Bgp_InitDataType(uint32_t handle)
     return DT_OK;
 }
 
-const BgpLayout *Bgp_DescribeValue(uint32_t typeId, const void *, uint32_t)
+const BgpLayout *Bgp_DescribeValue(uint32_t typeId, const void *value, uint32_t length)
 {
     for (const Description &description : kDescriptions) {
         if (description.typeId == typeId) {
-            return description.layout;
+            return description.describe != nullptr ? description.describe(value, length) : description.layout;
         }
     }
     return nullptr;

@@ -1,0 +1,208 @@
+// BOLPREFIX: the route key of any address family of BGP. A sub-type word says which; the rows below say what becomes of
+// it. The order of the rows is part of the syntax: typed text belongs to the first sub-type that takes it.
+//
+//   bytes  field     width  meaning
+//   0-3    sub-type  u32    0 to 16, host order: the index of its row
+//   4-88   payload          the sub-type's; zero behind what it uses
+#include "host/contract.h"
+#include "prefix/prefix.h"
+
+namespace {
+
+// The keys of NG-MVPN differ in what a script sees; the text itself says which of them it is, and the rest is shared
+// with EVPN.
+constexpr BolPrefixSubtypeEntry NgRow(uint32_t subType, const char *name, DataTypeLuaSet luaSet)
+{
+    BolPrefixSubtypeEntry row{subType,
+                              {},
+                              SYSDT_NGPrefixFormatIn,
+                              SYSDT_NGPrefixFormatOut,
+                              SYSDT_EVNPrefixCheck,
+                              SYSDT_EVNPrefixHelp,
+                              SYSDT_EVNPrefixCompare,
+                              luaSet,
+                              SYSDT_EVNPrefixLuaGet};
+    for (uint32_t i = 0; name[i] != '\0'; ++i) {
+        row.Name[i] = name[i];
+    }
+    return row;
+}
+
+} // namespace
+
+// clang-format off
+
+// Sub-type, name; FormatIn, FormatOut, Check, Help; Compare, LuaSet, LuaGet.
+const BolPrefixSubtypeEntry g_astBOL_PREFIX_ProcTable[BOL_PREFIX_SUBTYPES] = {
+    {0, "IPV4",
+     SYSDT_VplsAdPrefixFormatIn, SYSDT_VplsAdPrefixFormatOut, SYSDT_VplsAdPrefixCheck, SYSDT_VplsAdPrefixHelp,
+     SYSDT_VplsAdPrefixCompare, SYSDT_VplsAdPrefixLuaSet, SYSDT_VplsAdPrefixLuaGet},
+    {1, "EVN",
+     SYSDT_EVNPrefixFormatIn, SYSDT_EVNPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
+     SYSDT_EVNPrefixCompare, SYSDT_EVNPrefixLuaSet, SYSDT_EVNPrefixLuaGet},
+    NgRow(2, "NG_TYPE_2",   SYSDT_NGPrefix2LuaSet),
+    NgRow(3, "NG_TYPE_3",   SYSDT_NGPrefix3LuaSet),
+    NgRow(4, "NG_TYPE_4_2", SYSDT_NGPrefix42LuaSet),
+    NgRow(5, "NG_TYPE_4-3", SYSDT_NGPrefix43LuaSet),
+    NgRow(6, "NG_TYPE_5",   SYSDT_NGPrefix5LuaSet),
+    NgRow(7, "NG_TYPE_6",   SYSDT_NGPrefix6LuaSet),
+    {8, "VRFRTEXT",
+     SYSDT_VrfRtExtFormatIn, SYSDT_VrfRtExtFormatOut, SYSDT_EVNPrefixCheck, SYSDT_VrfRtHelp,
+     SYSDT_VrfRtCompare, SYSDT_VrfRtExtLuaSet, SYSDT_VrfRtExtLuaGet},
+    {9, "L2VPN",
+     nullptr, SYSDT_L2VPNPrefixFormatOut, SYSDT_VplsAdPrefixCheck, SYSDT_VplsAdPrefixHelp,
+     SYSDT_VplsAdPrefixCompare, SYSDT_L2VPNPrefixLuaSet, SYSDT_L2VPNPrefixLuaGet},
+    {10, "VPNV4MCAST",
+     nullptr, SYSDT_VPNV4MCASTPrefixFormatOut, SYSDT_VPNV4MCASTPrefixCheck, SYSDT_VPNV4MCASTPrefixHelp,
+     SYSDT_VPNV4MCASTPrefixCompare, SYSDT_VPNV4MCASTPrefixLuaSet, SYSDT_VPNV4MCASTPrefixLuaGet},
+    {11, "MDT",
+     nullptr, SYSDT_MdtPrefixFormatOut, SYSDT_MdtPrefixCheck, SYSDT_MdtPrefixHelp,
+     SYSDT_MdtPrefixCompare, SYSDT_MdtPrefixLuaSet, SYSDT_MdtPrefixLuaGet},
+    {12, "RPD",
+     SYSDT_RpdPrefixFormatIn, SYSDT_RpdPrefixFormatOut, SYSDT_RpdPrefixCheck, SYSDT_RpdPrefixHelp,
+     SYSDT_RpdPrefixCompare, SYSDT_RpdPrefixLuaSet, SYSDT_RpdPrefixLuaGet},
+    NgRow(13, "NG_TYPE_4-1", SYSDT_NGPrefix41LuaSet),
+    {14, "SRPOLICY",
+     SYSDT_SrPolicyPrefixFormatIn, SYSDT_SrPolicyPrefixFormatOut, SYSDT_SrPolicyPrefixCheck, SYSDT_SrPolicyPrefixHelp,
+     SYSDT_SrPolicyPrefixCompare, SYSDT_SrPolicyPrefixLuaSet, nullptr},
+    {15, "IPV6",
+     SYSDT_Ipv6BolPrefixFormatIn, SYSDT_Ipv6BolPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
+     SYSDT_EVNPrefixCompare, SYSDT_Ipv6BolPrefixLuaSet, nullptr},
+    {16, "SD-WAN",
+     SYSDT_SdwanPrefixFormatIn, SYSDT_SdwanPrefixFormatOut, SYSDT_SdwanPrefixCheck, SYSDT_SdwanPrefixHelp,
+     SYSDT_SdwanPrefixCompare, SYSDT_SdwanPrefixLuaSet, nullptr},
+};
+
+// Read from a script, a sub-type does not come with a name of its own: the composite finds it in "bolType".
+const BolPrefixLuaGetEntry g_astBOL_PREFIX_LuaGetTable[BOL_PREFIX_SUBTYPES] = {
+    {0,  SYSDT_VplsAdPrefixNewLuaGet},
+    {1,  SYSDT_EVNPrefixNewLuaGet},
+    {2,  SYSDT_NGPrefix2NewLuaGet},
+    {3,  SYSDT_NGPrefix3NewLuaGet},
+    {4,  SYSDT_NGPrefix42NewLuaGet},
+    {5,  SYSDT_NGPrefix43NewLuaGet},
+    {6,  SYSDT_NGPrefix5NewLuaGet},
+    {7,  SYSDT_NGPrefix6NewLuaGet},
+    {8,  SSYSDT_VrfRtExtNewLuaGet},
+    {9,  SYSDT_L2VPNPrefixNewLuaGet},
+    {10, SYSDT_VPNV4MCASTPrefixNewLuaGet},
+    {11, SYSDT_MdtPrefixNewLuaGet},
+    {12, SYSDT_RpdPrefixNewLuaGet},
+    {13, SYSDT_NGPrefix41NewLuaGet},
+    {14, SYSDT_SrPolicyPrefixNewLuaGet},
+    {15, SYSDT_Ipv6BolPrefixNewLuaGet},
+    {16, SYSDT_SdwanPrefixNewLuaGet},
+};
+
+// clang-format on
+
+namespace {
+
+// Offers a call to the rows in order; the first that succeeds decides. A row's own code is not passed on.
+template <class Call>
+uint32_t FirstSuccess(Call call)
+{
+    for (const BolPrefixSubtypeEntry &row : g_astBOL_PREFIX_ProcTable) {
+        if (call(row)) {
+            return DT_OK;
+        }
+    }
+    return DT_ERR_INVALID_VALUE;
+}
+
+// The row that the value's sub-type word names, null for words above 16. A value of less than a word reads as if zeros
+// followed it.
+const BolPrefixSubtypeEntry *FindRow(const void *value, uint32_t length)
+{
+    uint32_t subType = 0;
+    std::memcpy(&subType, value, length < sizeof subType ? length : sizeof subType);
+    return subType < BOL_PREFIX_SUBTYPES ? &g_astBOL_PREFIX_ProcTable[subType] : nullptr;
+}
+
+} // namespace
+
+uint32_t SYSDT_BolPrefixFormatIn(const DataTypeRequest *request, uint32_t typeId, uint32_t length, char *text,
+                                 uint16_t *outTypeId, uint16_t *outLength, void **outBuffer)
+{
+    if (bgp::IsNull(request, text, {outTypeId, outLength, outBuffer})) {
+        return DT_ERR_NULL_PTR;
+    }
+    return FirstSuccess([=](const BolPrefixSubtypeEntry &row) {
+        return row.FormatIn != nullptr &&
+               row.FormatIn(request, typeId, length, text, outTypeId, outLength, outBuffer) == DT_OK;
+    });
+}
+
+uint32_t SYSDT_BolPrefixFormatOut(const DataTypeRequest *request, uint32_t typeId, uint32_t length, const void *value,
+                                  uint16_t *outTypeId, uint16_t *outLength, void **outBuffer)
+{
+    if (bgp::IsNull(request, value, {outTypeId, outLength, outBuffer})) {
+        return DT_ERR_NULL_PTR;
+    }
+    const BolPrefixSubtypeEntry *row = FindRow(value, length);
+    const bool printed =
+        row != nullptr && row->FormatOut(request, typeId, length, value, outTypeId, outLength, outBuffer) == DT_OK;
+    return printed ? DT_OK : DT_ERR_INVALID_VALUE;
+}
+
+// The sub-type word is not consulted: a value is good when any sub-type finds it good.
+uint32_t SYSDT_BolPrefixCheck(const void *context, uint32_t typeId, uint32_t length, const void *value)
+{
+    if (context == nullptr || value == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    return FirstSuccess(
+        [=](const BolPrefixSubtypeEntry &row) { return row.Check(context, typeId, length, value) == DT_OK; });
+}
+
+uint32_t SYSDT_BolPrefixHelp(const DataTypeRequest *request, uint32_t typeId, uint32_t length, const char *typedText,
+                             const uint32_t *helpArgument, DataTypeHelpInfo *helpInfo)
+{
+    if (request == nullptr || typedText == nullptr || helpArgument == nullptr || helpInfo == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    return FirstSuccess([=](const BolPrefixSubtypeEntry &row) {
+        return row.Help(request, typeId, length, typedText, helpArgument, helpInfo) == DT_OK;
+    });
+}
+
+// Equal when any sub-type finds them equal. There is no order across address families.
+int32_t SYSDT_BolPrefixCompare(const void *context, uint32_t length, const void *left, const void *right)
+{
+    if (left == nullptr || right == nullptr) {
+        return static_cast<int32_t>(DT_ERR_NULL_PTR);
+    }
+    return static_cast<int32_t>(
+        FirstSuccess([=](const BolPrefixSubtypeEntry &row) { return row.Compare(context, length, left, right) == 0; }));
+}
+
+uint32_t SYSDT_BolPrefixLuaSet(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t typeId,
+                               uint16_t length, const void *value)
+{
+    if (L == nullptr || fieldName == nullptr || value == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    const BolPrefixSubtypeEntry *row = FindRow(value, length);
+    const bool set = row != nullptr && row->LuaSet(L, tableIndex, fieldName, typeId, length, value) == DT_OK;
+    return set ? DT_OK : DT_ERR_INVALID_VALUE;
+}
+
+uint32_t SYSDT_BolPrefixLuaGet(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t, uint16_t length,
+                               void *outValue)
+{
+    int32_t table = 0;
+    if (const uint32_t code = bgp::LuaOpen(L, tableIndex, fieldName, length, bgp::kBolPrefixLength, outValue, &table);
+        code != DT_OK) {
+        return code;
+    }
+    // "bolType" stays on the stack; the readers pop it with their own fields.
+    SYSDT_SPTI_GetField(L, table, "bolType");
+    if (SYSDT_SPTI_IsNumber(L, -1) == 0) {
+        return DT_ERR_INVALID_PARAM;
+    }
+    const uint32_t subType = SYSDT_SPTI_ToUInt(L, -1);
+    bgp::Store(outValue, subType);
+    const bool read =
+        subType < BOL_PREFIX_SUBTYPES && g_astBOL_PREFIX_LuaGetTable[subType].Reader(L, outValue, table) == DT_OK;
+    return read ? DT_OK : DT_ERR_INVALID_VALUE;
+}

@@ -1,0 +1,78 @@
+// IPV6, sub-type 15 of BOLPREFIX: an IPv6 address.
+//
+//   bytes  field     width  meaning
+//   0-3    sub-type  u32    15, host order
+//   4-19   address   16     in address order; zero behind it
+//
+// Check, Help and Compare are those of the EVPN routes: the Compare finds any two IPv6 addresses without order.
+#include "host/layout.h"
+#include "host/operations.h"
+#include "host/text.h"
+#include "prefix/prefix.h"
+#include "prefix/route_keys.h"
+
+namespace bgp {
+
+namespace {
+
+constexpr uint32_t kIpv6SubType = 15;
+constexpr uint32_t kIpv6TextSize = 256; // room for the host's text of an address, and for any text of one
+constexpr uint32_t kIpv6Size = 16;
+
+constexpr BgpField kFields[] = {
+    Number("bolType", 0, 4),
+    ByteArray("bolPrefix", kPayloadAt, kIpv6Size),
+};
+
+uint32_t Parse(const char *text, void *value)
+{
+    auto *bytes = static_cast<uint8_t *>(value);
+    char address[kIpv6TextSize];
+    if (!Terminate(Trim(text), address, sizeof address) || SYSDT_Str2Ipv6(address, bytes + kPayloadAt, 0) != 0) {
+        return DT_ERR_FAIL;
+    }
+    Store(bytes, kIpv6SubType);
+    return DT_OK;
+}
+
+uint32_t PrintAddress(const uint8_t *value, uint32_t, char *buffer, uint32_t *printed)
+{
+    return SYSDT_Ipv6Prefix2Str(value, buffer, printed);
+}
+
+// Unlike other keys, type id and length are left alone until there is a result.
+constexpr FormatOutRule ClearsNothing(FormatOutRule rule)
+{
+    rule.clearsFirst = false;
+    return rule;
+}
+
+} // namespace
+
+const BgpLayout kIpv6PrefixLayout = Layout(kFields, kBolPrefixLength);
+
+namespace {
+
+constexpr FormatInRule kIn = RouteKeyIn(Parse);
+constexpr FormatOutRule kOut = ClearsNothing(RouteKeyOut(PrintAddress));
+constexpr LuaRule kLua{.layout = kIpv6PrefixLayout, .pops = 0};
+constexpr ReaderRule kReader{.layout = kIpv6PrefixLayout, .pops = 0}; // the array's 17 slots are popped with the field
+
+} // namespace
+
+} // namespace bgp
+
+uint32_t SYSDT_Ipv6Prefix2Str(const void *value, char *buffer, uint32_t *printed)
+{
+    char address[bgp::kIpv6TextSize] = {};
+    const auto *bytes = static_cast<const uint8_t *>(value);
+    if (inet_ntop6(bytes + bgp::kPayloadAt, address, sizeof address) == nullptr) {
+        return DT_ERR_FAIL;
+    }
+    return bgp::Printed(bgp::PrintText(buffer, bgp::kIpv6TextSize, address), printed);
+}
+
+BGP_FORMAT_IN(SYSDT_Ipv6BolPrefixFormatIn, bgp::kIn)
+BGP_FORMAT_OUT(SYSDT_Ipv6BolPrefixFormatOut, bgp::kOut)
+BGP_LUA_SET(SYSDT_Ipv6BolPrefixLuaSet, bgp::kLua)
+BGP_KEY_READER(SYSDT_Ipv6BolPrefixNewLuaGet, bgp::kReader)

@@ -1,0 +1,316 @@
+// NG-MVPN, sub-types 2 to 7 and 13 of BOLPREFIX: the keys of the multicast VPN routes of RFC 6514, named by its route
+// types. Their Lua side is in ng_mvpn_lua.cpp.
+//
+//   sub-type  name           fields (first byte)                                       IPv4 text, joined by ":"
+//   0         "IPV4"         address (4), the key of vpls_ad.cpp                       10.1.1.1
+//   2         "NG_TYPE_2"    AS (4)                                                    100 or 1.5
+//   3         "NG_TYPE_3"    source (4), group (25), originator (46)                   1.1.1.1:225.1.1.1:2.2.2.2
+//   4         "NG_TYPE_4_2"  AS (4), originator (12)                                   100:10.1.1.1
+//   5         "NG_TYPE_4-3"  source (4), group (25), originators (46, 67)              four addresses
+//   6         "NG_TYPE_5"    source (4), group (25)                                    10.1.1.1:225.1.1.1
+//   7         "NG_TYPE_6"    AS (4), source (12), group (33)                           100:1.1.1.1:225.2.2.2
+//   13        "NG_TYPE_4-1"  originators (4, 25)                                       10.1.1.1:10.2.2.2
+//
+// The sub-type is a u32 at byte 0. An AS is 8 bytes: number u32, notation u32 (0 plain, 1 dotted). An address is the
+// 21-byte field of address_field.h. All other bytes are zero. Keys with IPv6 addresses are joined by "-" instead.
+#include "prefix/ng_mvpn.h"
+#include "asnum/asnum.h"
+#include "host/bytes.h"
+#include "host/operations.h"
+#include "prefix/address_field.h"
+#include "prefix/prefix.h"
+
+namespace bgp {
+
+namespace {
+
+// ----------------------------------------------------------------------------------------------------------- text in
+
+constexpr uint32_t kMostSections = 4;
+
+// A key cut at its separators; the sections are terminated, as host services want them.
+struct Sections {
+    uint32_t count;
+    uint32_t dots; // in the whole text
+    Text at[kMostSections];
+};
+
+// How the two families of keys are spelt.
+struct Spelling {
+    uint32_t longest;
+    char separator;
+    bool ipv6; // colons and hexadecimal letters may stand beside digits and dots
+};
+
+constexpr uint32_t kLongestKey = 159;
+constexpr Spelling kIpv4Spelling{63, ':', false};
+constexpr Spelling kIpv6Spelling{kLongestKey, '-', true};
+
+bool IsKeyCharacter(const Spelling &spelling, char character)
+{
+    if (IsDigit(character) || character == '.') {
+        return true;
+    }
+    return spelling.ipv6 &&
+           (character == ':' || (character >= 'a' && character <= 'f') || (character >= 'A' && character <= 'F'));
+}
+
+// Copies the text to `area` and cuts it there. False for other characters (blanks among them), too long a text or too
+// many sections.
+bool Cut(const Spelling &spelling, Text text, char (&area)[kLongestKey + 1], Sections &sections)
+{
+    if (!IsLong(text, 1, spelling.longest)) {
+        return false;
+    }
+    Terminate(text, area, sizeof area);
+    sections = {0, 0, {}};
+    char *start = area;
+    for (char *at = area;; ++at) {
+        const bool ended = *at == '\0';
+        if (ended || *at == spelling.separator) {
+            if (sections.count == kMostSections) {
+                return false;
+            }
+            *at = '\0';
+            sections.at[sections.count++] = {start, static_cast<uint32_t>(at - start)};
+            start = at + 1;
+        } else if (!IsKeyCharacter(spelling, *at)) {
+            return false;
+        }
+        if (ended) {
+            return true;
+        }
+        sections.dots += *at == '.';
+    }
+}
+
+bool HasColon(Text section)
+{
+    return std::memchr(section.at, ':', section.length) != nullptr;
+}
+
+bool IsIpv4Multicast(Text section)
+{
+    uint32_t address = 0;
+    return SYSDT_Str2Ipv4(section.at, &address) == 0 && address >> 28 == 0xE; // 224.0.0.0/4
+}
+
+// By the number of sections: with three dots a section all of them are addresses, else the first is an AS number. Four
+// sections are addresses whatever the dots.
+struct Ipv4Form {
+    uint32_t dots;
+    const NgKey *addresses;
+    const NgKey *otherwise;
+};
+
+constexpr Ipv4Form kIpv4Forms[kMostSections] = {
+    {3, &kNgPlain, &kNg2},
+    {6, &kNg41, &kNg42}, // kNg5 instead of kNg41 when the second address is a multicast group
+    {9, &kNg3, &kNg6},
+    {12, &kNg43, &kNg43},
+};
+
+const NgKey *ChooseIpv4(const Sections &sections)
+{
+    const Ipv4Form &form = kIpv4Forms[sections.count - 1];
+    if (sections.dots != form.dots) {
+        return form.otherwise;
+    }
+    return sections.count == 2 && IsIpv4Multicast(sections.at[1]) ? &kNg5 : form.addresses;
+}
+
+// Null when no key has this form.
+const NgKey *ChooseIpv6(const Sections &sections)
+{
+    const bool startsWithIpv6 = HasColon(sections.at[0]);
+    switch (sections.count) {
+    case 2:
+        if (SYSDT_IsIpv6MultiCastAddr(sections.at[1].at) == 1) {
+            return &kNg5;
+        }
+        return startsWithIpv6 ? &kNg41 : &kNg42;
+    case 3:
+        return sections.dots < 3 && !startsWithIpv6 ? &kNg6 : &kNg3;
+    case 4: // no IPv4 address at all, or two
+        return sections.dots == 0 || sections.dots == 6 ? &kNg43 : nullptr;
+    default:
+        return nullptr;
+    }
+}
+
+bool ReadIpv4(Text section, uint8_t *field)
+{
+    uint32_t address = 0;
+    if (SYSDT_Str2Ipv4(section.at, &address) != 0) {
+        return false;
+    }
+    SetIpv4(field, address);
+    return true;
+}
+
+// An address without ":" is an IPv4 one, whatever the others are.
+bool ReadAddress(Text section, uint8_t *field)
+{
+    BgpAddressRecord record;
+    if (SYSDT_Str2IPv4IPv6(section.at, &record) != DT_OK) {
+        return false;
+    }
+    if (record.Family == kIpv6Family) {
+        SetIpv6(field, record.Ipv6);
+    } else {
+        SetIpv4(field, record.Ipv4);
+    }
+    return true;
+}
+
+bool ReadAs(Text section, uint8_t *field)
+{
+    AsNumber as;
+    if (!ReadAsNumber(section, false, as)) {
+        return false;
+    }
+    Store(field, as);
+    return true;
+}
+
+// Stops at the first section that is not what its field wants.
+uint32_t Fill(const NgKey &key, const Sections &sections, bool (*readAddress)(Text, uint8_t *), uint8_t *value)
+{
+    Store<uint32_t>(value, key.subType);
+    for (uint32_t i = 0; i < key.count; ++i) {
+        uint8_t *field = value + key.fields[i].at;
+        const bool good =
+            key.fields[i].kind == BGP_FIELD_AS ? ReadAs(sections.at[i], field) : readAddress(sections.at[i], field);
+        if (!good) {
+            return DT_ERR_FAIL;
+        }
+    }
+    return DT_OK;
+}
+
+uint32_t ParseIpv4(Text text, uint8_t *value)
+{
+    char area[kLongestKey + 1];
+    Sections sections;
+    if (!Cut(kIpv4Spelling, text, area, sections)) {
+        return DT_ERR_FAIL;
+    }
+    const NgKey *key = ChooseIpv4(sections);
+    const uint32_t code = Fill(*key, sections, ReadIpv4, value);
+    // Two sections with six dots between them are accepted even when they are no addresses; existing configurations
+    // rely on being read.
+    return key == &kNg5 || key == &kNg41 ? DT_OK : code;
+}
+
+uint32_t ParseIpv6(Text text, uint8_t *value)
+{
+    char area[kLongestKey + 1];
+    Sections sections;
+    if (!Cut(kIpv6Spelling, text, area, sections)) {
+        return DT_ERR_FAIL;
+    }
+    const NgKey *key = ChooseIpv6(sections);
+    return key == nullptr ? DT_ERR_FAIL : Fill(*key, sections, ReadAddress, value);
+}
+
+// ---------------------------------------------------------------------------------------------------------- text out
+
+// A key under construction. Four addresses of 45 characters and their separators fit.
+struct Line {
+    char text[kTextSize];
+    uint32_t length;
+};
+
+// Dotted only where the notation says so and the number needs it.
+void AppendAs(Line &line, const uint8_t *field)
+{
+    const auto as = Load<AsNumber>(field);
+    const bool dotted = as.notation != 0 && as.number > UINT16_MAX;
+    const Argument halves[] = {as.number >> 16, as.number & 0xFFFF};
+    const Argument whole[] = {as.number};
+    line.length += dotted ? Format(line.text + line.length, sizeof line.text - line.length, "%u.%u", halves)
+                          : Format(line.text + line.length, sizeof line.text - line.length, "%u", whole);
+}
+
+void AppendAddress(Line &line, const uint8_t *field, uint32_t family)
+{
+    char *at = line.text + line.length;
+    AddressTextAs(field, family == kIpv6Family ? kIpv6Family : kIpv4Family, at);
+    line.length += static_cast<uint32_t>(std::strlen(at));
+}
+
+// The family that the first address names, or IPv6 when all do and IPv4 otherwise.
+uint32_t CommonFamily(const NgKey &key, const uint8_t *value)
+{
+    uint32_t all = kIpv6Family;
+    for (uint32_t i = 0; i < key.count; ++i) {
+        if (key.fields[i].kind != BGP_FIELD_ADDRESS) {
+            continue;
+        }
+        const uint32_t family = value[key.fields[i].at + kAddressFamilyAt];
+        if (key.family == NgFamily::kOfFirst) {
+            return family;
+        }
+        all = family == kIpv6Family ? all : uint32_t{kIpv4Family};
+    }
+    return all;
+}
+
+void Append(Line &line, const NgKey &key, const uint8_t *value)
+{
+    const uint32_t common = key.family == NgFamily::kNone ? kIpv4Family : CommonFamily(key, value);
+    if (common > kIpv6Family) {
+        return; // no text for a family that is neither
+    }
+    for (uint32_t i = 0; i < key.count; ++i) {
+        if (i > 0) {
+            line.text[line.length++] = common == kIpv6Family ? '-' : ':';
+        }
+        const uint8_t *field = value + key.fields[i].at;
+        if (key.fields[i].kind == BGP_FIELD_AS) {
+            AppendAs(line, field);
+        } else {
+            AppendAddress(line, field, key.family == NgFamily::kOfFirst ? common : field[kAddressFamilyAt]);
+        }
+    }
+}
+
+uint32_t PrintValue(const uint8_t *value, uint32_t, char *buffer, uint32_t *printed)
+{
+    return SYSDT_NGPrefix2Str(value, buffer, printed);
+}
+
+constexpr FormatInRule kIn = RouteKeyIn(SYSDT_Str2NGPrefix);
+constexpr FormatOutRule kOut = RouteKeyOut(PrintValue);
+
+} // namespace
+
+} // namespace bgp
+
+uint32_t SYSDT_Str2NGPrefix(const char *text, void *value)
+{
+    if (text == nullptr || value == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    const bgp::Text trimmed = bgp::Trim(text);
+    auto *bytes = static_cast<uint8_t *>(value);
+    return std::memchr(trimmed.at, '-', trimmed.length) != nullptr ? bgp::ParseIpv6(trimmed, bytes)
+                                                                   : bgp::ParseIpv4(trimmed, bytes);
+}
+
+uint32_t SYSDT_NGPrefix2Str(const void *value, char *buffer, uint32_t *printed)
+{
+    const auto *bytes = static_cast<const uint8_t *>(value);
+    const bgp::NgKey *key = bgp::FindNgKey(bgp::Load<uint32_t>(bytes));
+    if (key == nullptr || key == &bgp::kNgPlain) {
+        return DT_ERR_FAIL;
+    }
+    bgp::Line line;
+    line.length = 0;
+    bgp::Append(line, *key, bytes);
+    line.text[line.length] = '\0';
+    return bgp::Printed(bgp::PrintText(buffer, bgp::kTextSize - 1, line.text), printed);
+}
+
+BGP_FORMAT_IN(SYSDT_NGPrefixFormatIn, bgp::kIn)
+BGP_FORMAT_OUT(SYSDT_NGPrefixFormatOut, bgp::kOut)

@@ -1,0 +1,114 @@
+// RPD, sub-type 12 of BOLPREFIX: the key of a route-policy distribution route (draft-ietf-idr-rpd, RPD SAFI), typed and
+// printed as "policy type/peer/distinguisher": "1/10.1.1.1/100".
+//
+//   bytes  field          width  meaning
+//   0-3    sub-type       u32    12
+//   4      policy type    u8     0 or 1
+//   5      -                     zero
+//   6-9    distinguisher  u32
+//   10-13  peer           u32    IPv4 address, first octet most significant
+//   14-88  -                     zero
+//
+// Check wants a length of 27, not that of the composite, and a value of another sub-type costs even the caller its text
+// buffer: hosts have come to know both.
+#include "host/bytes.h"
+#include "host/operations.h"
+#include "prefix/route_keys.h"
+#include "prefix/scan.h"
+
+namespace bgp {
+
+namespace {
+
+constexpr uint16_t kDistinguisherAt = kPayloadAt + 2;
+constexpr uint16_t kPeerAt = kPayloadAt + 6;
+constexpr uint32_t kCheckedLength = 27;
+
+constexpr BgpField kFields[] = {
+    Number("bolType", 0, 4),
+    Number("bolRpdPolicyType", kPayloadAt, 1),
+    Ipv4Word("bolRpdPeerAddr", kPeerAt),
+    Number("bolRpdDistinguisher", kDistinguisherAt, 4),
+};
+
+} // namespace
+
+const BgpLayout kRpdLayout = Layout(kFields, kBolPrefixLength);
+
+namespace {
+
+constexpr const char *kTyped = "%u/%u.%u.%u.%u/%u";
+constexpr uint32_t kItems = 6;
+constexpr uint32_t kLargestPolicyType = 1;
+
+// Only the spelling that printing gives back is taken, judged by its length: no leading zeros, nothing behind it.
+bool IsCanonical(Text text, const uint32_t *numbers)
+{
+    char again[kPrintSize];
+    const int32_t length =
+        Print(again, sizeof again, kTyped, {numbers[0], numbers[1], numbers[2], numbers[3], numbers[4], numbers[5]});
+    return length >= 0 && static_cast<uint32_t>(length) == text.length;
+}
+
+constexpr FormatInRule kIn = RouteKeyIn(ParseKey<kRpdSubType, SYSDT_Str2RpdPrefix>);
+constexpr FormatOutRule kOut = OfSubType(RouteKeyOut(PrintKey<SYSDT_RpdPrefix2Str>), kRpdSubType, true);
+constexpr HelpRule kHelp{.text = "X/X.X.X.X/X", .memory = Memory::kPlain};
+constexpr LuaRule kLua{.layout = kRpdLayout, .pops = 0};
+constexpr KeyLuaRule kLuaGet{.layout = kRpdLayout, .subType = kRpdSubType, .pops = 4};
+constexpr ReaderRule kReader{.layout = kRpdLayout, .pops = 4};
+
+} // namespace
+
+} // namespace bgp
+
+uint32_t SYSDT_Str2RpdPrefix(const char *text, void *payload)
+{
+    if (text == nullptr || payload == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    const bgp::Text trimmed = bgp::Trim(text);
+    bgp::Scanned scanned;
+    const uint32_t *numbers = scanned.numbers;
+    if (!bgp::IsLong(trimmed, 11, 31) || bgp::HasBlank(trimmed) ||
+        bgp::Scan(trimmed, bgp::kTyped, scanned) != bgp::kItems || numbers[0] > bgp::kLargestPolicyType ||
+        !bgp::AreOctetsWithin(numbers + 1, UINT8_MAX) || !bgp::IsCanonical(trimmed, numbers)) {
+        return DT_ERR_FAIL;
+    }
+    auto *bytes = static_cast<uint8_t *>(payload);
+    bytes[0] = static_cast<uint8_t>(numbers[0]);
+    bgp::Store(bytes + bgp::kPeerAt - bgp::kPayloadAt, bgp::JoinOctets(numbers + 1));
+    bgp::Store(bytes + bgp::kDistinguisherAt - bgp::kPayloadAt, numbers[5]);
+    return DT_OK;
+}
+
+uint32_t SYSDT_RpdPrefix2Str(const void *payload, char *buffer, uint32_t *printed)
+{
+    const auto *bytes = static_cast<const uint8_t *>(payload);
+    const auto peer = bgp::Load<uint32_t>(bytes + bgp::kPeerAt - bgp::kPayloadAt);
+    const auto distinguisher = bgp::Load<uint32_t>(bytes + bgp::kDistinguisherAt - bgp::kPayloadAt);
+    return bgp::Printed(
+        bgp::Print(buffer, bgp::kPrintSize, "%hhu/%hhu.%hhu.%hhu.%hhu/%u",
+                   {bytes[0], peer >> 24, peer >> 16 & 0xFF, peer >> 8 & 0xFF, peer & 0xFF, distinguisher}),
+        printed);
+}
+
+BGP_FORMAT_IN(SYSDT_RpdPrefixFormatIn, bgp::kIn)
+BGP_FORMAT_OUT(SYSDT_RpdPrefixFormatOut, bgp::kOut)
+BGP_CHECK_LENGTH(SYSDT_RpdPrefixCheck, bgp::kCheckedLength)
+BGP_HELP(SYSDT_RpdPrefixHelp, bgp::kHelp)
+BGP_KEY_COMPARE(SYSDT_RpdPrefixCompare)
+BGP_LUA_SET(SYSDT_RpdPrefixLuaSet, bgp::kLua)
+BGP_KEY_LUA_GET(SYSDT_RpdPrefixLuaGet, bgp::kLuaGet)
+BGP_KEY_READER(SYSDT_RpdPrefixNewLuaGet, bgp::kReader)
+
+// Works on the fields behind the sub-type. No type has it as its own: the composite has no byte order.
+uint32_t SYSDT_RpdPrefixEndian(const void *, uint32_t, uint32_t, void *payload)
+{
+    if (payload == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    auto *bytes = static_cast<uint8_t *>(payload);
+    bgp::Reverse(bytes + bgp::kDistinguisherAt - bgp::kPayloadAt, 4);
+    bgp::Reverse(bytes + bgp::kPeerAt - bgp::kPayloadAt, 4);
+    return DT_OK;
+}

@@ -1,0 +1,105 @@
+// SD-WAN, sub-type 16 of BOLPREFIX: the key of an SD-WAN edge route (draft-ietf-idr-sdwan-edge-discovery), typed and
+// printed as "type-port-site-node": "1-100-200-10.1.1.1", "1-100-200-2001:db8::1".
+//
+//   bytes  field       width  meaning
+//   0-3    sub-type    u32    16
+//   4-5    route type  u16
+//   6-7    -                  zero
+//   8-11   port        u32    port-local identifier
+//   12-15  site        u32    site identifier
+//   16-19  IPv4 node   u32    first octet most significant
+//   20-35  IPv6 node   16     in address order
+//   36     family      u8     0 IPv4, else IPv6
+//   37-88  -                  zero
+#include "host/bytes.h"
+#include "host/operations.h"
+#include "prefix/endpoint_key.h"
+#include "prefix/route_keys.h"
+
+namespace bgp {
+
+namespace {
+
+constexpr uint16_t kNodeAt = 16;
+
+constexpr BgpField kFields[] = {
+    Number("bolType", 0, 4),
+    Number("bolSdwanType", 4, 2),
+    Number("bolSdwanPortLocalID", 8, 4),
+    Number("bolSdwanSiteID", 12, 4),
+    Ipv4Word("bolSdwanNodeIDv4", kNodeAt),
+    ByteArray("bolSdwanNodeIDv6", kNodeAt + kAddressIpv6At, 16, 16),
+    Byte("bolSdwanPrefixType", kNodeAt + kAddressFamilyAt),
+};
+
+} // namespace
+
+const BgpLayout kSdwanLayout = Layout(kFields, kBolPrefixLength);
+
+namespace {
+
+constexpr EndpointKey kKey{
+    .scanIpv4 = "%hu-%u-%u-%u.%u.%u.%u",
+    .scanIpv6 = "%hu-%u-%u-%s",
+    .print = "%hu-%u-%u-%s",
+    .ipv4 = {13, 43},
+    .ipv6 = {6, 69},
+    .mostOctet = UINT8_MAX,
+    .dropsLast = false,
+    .addressAt = kNodeAt - kPayloadAt,
+    .numberCount = 3,
+    .numbers = {{0, 2}, {4, 4}, {8, 4}},
+};
+
+constexpr FormatInRule kIn = RouteKeyIn(SYSDT_Str2SdwanPrefix);
+// A value of another sub-type costs even the caller its buffer.
+constexpr FormatOutRule kOut = OfSubType(RouteKeyOut(PrintKey<SYSDT_SdwanPrefix2Str>), kSdwanSubType, true);
+constexpr HelpRule kHelp{.text = "X-X-X-X.X.X.X", .memory = Memory::kPlain};
+constexpr LuaRule kLua{.layout = kSdwanLayout, .pops = 0};
+constexpr ReaderRule kReader{.layout = kSdwanLayout, .pops = 6};
+
+} // namespace
+
+} // namespace bgp
+
+// The sub-type is written as soon as the text is known to be one word, before anything else of it is looked at.
+uint32_t SYSDT_Str2SdwanPrefix(const char *text, void *value)
+{
+    if (text == nullptr || value == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    const bgp::Text trimmed = bgp::Trim(text);
+    if (bgp::HasBlank(trimmed)) {
+        return DT_ERR_FAIL;
+    }
+    auto *bytes = static_cast<uint8_t *>(value);
+    bgp::Store(bytes, bgp::kSdwanSubType);
+    return bgp::ReadEndpointKey(bgp::kKey, trimmed, bytes + bgp::kPayloadAt);
+}
+
+BGP_ENDPOINT_KEY_PARTS(SYSDT_Str2SdwanV4Prefix, SYSDT_SdwanV4Prefix2Str, bgp::kKey, Ipv4)
+BGP_ENDPOINT_KEY_PARTS(SYSDT_Str2SdwanV6Prefix, SYSDT_SdwanV6Prefix2Str, bgp::kKey, Ipv6)
+
+uint32_t SYSDT_SdwanPrefix2Str(const void *body, char *buffer, uint32_t *printed)
+{
+    return bgp::PrintEndpointKey(bgp::kKey, static_cast<const uint8_t *>(body), buffer, printed);
+}
+
+BGP_FORMAT_IN(SYSDT_SdwanPrefixFormatIn, bgp::kIn)
+BGP_FORMAT_OUT(SYSDT_SdwanPrefixFormatOut, bgp::kOut)
+BGP_CHECK_LENGTH(SYSDT_SdwanPrefixCheck, bgp::kBolPrefixLength)
+BGP_HELP(SYSDT_SdwanPrefixHelp, bgp::kHelp)
+BGP_KEY_COMPARE(SYSDT_SdwanPrefixCompare)
+BGP_LUA_SET(SYSDT_SdwanPrefixLuaSet, bgp::kLua)
+
+uint32_t SYSDT_SdwanPrefixLuaGet(lua_State *L, int32_t tableIndex, void *value)
+{
+    return bgp::ReadLuaKey(bgp::kReader, L, value, tableIndex);
+}
+
+BGP_KEY_READER(SYSDT_SdwanPrefixNewLuaGet, bgp::kReader)
+
+uint32_t SYSDT_SdwanPrefixEndian(const void *request, uint32_t, uint32_t, void *body)
+{
+    return bgp::SwapEndpointKey(bgp::kKey, request, body);
+}

@@ -1,0 +1,100 @@
+// SRPOLICY, sub-type 14 of BOLPREFIX: the key of a segment-routing policy route (RFC 9830), typed and printed as
+// "[distinguisher][colour][endpoint]": "[1][100][10.0.0.1]", "[1][100][2001:db8::1]".
+//
+//   bytes  field          width  meaning
+//   0-3    sub-type       u32    14
+//   4-7    distinguisher  u32
+//   8-11   colour         u32
+//   12-15  IPv4 endpoint  u32    first octet most significant
+//   16-31  IPv6 endpoint  16     in address order
+//   32     family         u8     0 IPv4, else IPv6
+//   33-88  -                     zero
+//
+// Octets of the endpoint are not judged: "[1][2][10.0.0.256]" is taken, and means 10.0.1.0. The closing bracket of an
+// IPv6 key may be any character.
+#include "host/bytes.h"
+#include "host/operations.h"
+#include "prefix/endpoint_key.h"
+#include "prefix/route_keys.h"
+
+namespace bgp {
+
+namespace {
+
+constexpr uint16_t kEndpointAt = 12;
+
+constexpr BgpField kFields[] = {
+    Number("bolType", 0, 4),
+    Number("bolSrPolicyDistinguisher", 4, 4),
+    Number("bolSrPolicyPolicyColor", 8, 4),
+    Ipv4Word("bolSrPolicyEndpointv4", kEndpointAt),
+    ByteArray("bolSrPolicyEndpointv6", kEndpointAt + kAddressIpv6At, 16, 16),
+    Byte("bolSrPolicyPolicyType", kEndpointAt + kAddressFamilyAt),
+};
+
+} // namespace
+
+const BgpLayout kSrPolicyLayout = Layout(kFields, kBolPrefixLength);
+
+namespace {
+
+constexpr EndpointKey kKey{
+    .scanIpv4 = "[%u][%u][%u.%u.%u.%u]",
+    .scanIpv6 = "[%u][%u][%s",
+    .print = "[%u][%u][%s]",
+    .ipv4 = {15, 42},
+    .ipv6 = {8, 67},
+    .mostOctet = UINT32_MAX,
+    .dropsLast = true,
+    .addressAt = kEndpointAt - kPayloadAt,
+    .numberCount = 2,
+    .numbers = {{0, 4}, {4, 4}},
+};
+
+constexpr FormatInRule kIn = RouteKeyIn(ParseKey<kSrPolicySubType, SYSDT_Str2SrPolicyPrefix>);
+// A value of another sub-type costs even the caller its buffer.
+constexpr FormatOutRule kOut = OfSubType(RouteKeyOut(PrintKey<SYSDT_SrPolicyPrefix2Str>), kSrPolicySubType, true);
+constexpr HelpRule kHelp{.text = "[X][X][X.X.X.X]", .memory = Memory::kPlain};
+constexpr LuaRule kLua{.layout = kSrPolicyLayout, .pops = 0};
+constexpr ReaderRule kReader{.layout = kSrPolicyLayout, .pops = 6}; // one more than it leaves: "bolType" goes too
+
+} // namespace
+
+} // namespace bgp
+
+uint32_t SYSDT_Str2SrPolicyPrefix(const char *text, void *body)
+{
+    if (text == nullptr || body == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    const bgp::Text trimmed = bgp::Trim(text);
+    return bgp::HasBlank(trimmed) ? DT_ERR_FAIL
+                                  : bgp::ReadEndpointKey(bgp::kKey, trimmed, static_cast<uint8_t *>(body));
+}
+
+BGP_ENDPOINT_KEY_PARTS(SYSDT_Str2Srv4PolicyPrefix, SYSDT_Srv4PolicyPrefix2Str, bgp::kKey, Ipv4)
+BGP_ENDPOINT_KEY_PARTS(SYSDT_Str2Srv6PolicyPrefix, SYSDT_Srv6PolicyPrefix2Str, bgp::kKey, Ipv6)
+
+uint32_t SYSDT_SrPolicyPrefix2Str(const void *body, char *buffer, uint32_t *printed)
+{
+    return bgp::PrintEndpointKey(bgp::kKey, static_cast<const uint8_t *>(body), buffer, printed);
+}
+
+BGP_FORMAT_IN(SYSDT_SrPolicyPrefixFormatIn, bgp::kIn)
+BGP_FORMAT_OUT(SYSDT_SrPolicyPrefixFormatOut, bgp::kOut)
+BGP_CHECK_LENGTH(SYSDT_SrPolicyPrefixCheck, bgp::kBolPrefixLength)
+BGP_HELP(SYSDT_SrPolicyPrefixHelp, bgp::kHelp)
+BGP_KEY_COMPARE(SYSDT_SrPolicyPrefixCompare)
+BGP_LUA_SET(SYSDT_SrPolicyPrefixLuaSet, bgp::kLua)
+
+uint32_t SYSDT_SrPolicyPrefixLuaGet(lua_State *L, int32_t tableIndex, void *value)
+{
+    return bgp::ReadLuaKey(bgp::kReader, L, value, tableIndex);
+}
+
+BGP_KEY_READER(SYSDT_SrPolicyPrefixNewLuaGet, bgp::kReader)
+
+uint32_t SYSDT_SrPolicyPrefixEndian(const void *request, uint32_t, uint32_t, void *body)
+{
+    return bgp::SwapEndpointKey(bgp::kKey, request, body);
+}

@@ -1,0 +1,81 @@
+// VPNV4MCAST, sub-type 10 of BOLPREFIX, and the type VPNV4MCPREFIX: the prefix of a VPNv4 multicast route (SAFI
+// 129, RFC 6514).
+//
+//   bytes  field        width  meaning
+//   0-3    sub-type     u32    10
+//   4-7    prefix       u32    IPv4, first octet most significant
+//   8-11   mask length  u32    0 to 32
+//   12-88  -                   zero
+//
+// Typed as "a.b.c.d/m" (only as VPNV4MCPREFIX), printed without the mask length. VPNV4MCPREFIX is registered with a
+// length of 8, the prefix and mask length alone; only Endian works on that form, all other operations on the 89 bytes.
+#include "host/bytes.h"
+#include "host/operations.h"
+#include "prefix/route_keys.h"
+
+namespace bgp {
+
+namespace {
+
+constexpr uint16_t kMaskAt = kPayloadAt + 4;
+
+// LuaGet of the type keeps the low halves only, so an address from a script loses its upper octets; the composite's
+// reader keeps whole words.
+constexpr BgpField kFields[] = {
+    Number("bolType", 0, 4),
+    Ipv4Word("bolVpnv4McastPrefix", kPayloadAt, 2),
+    Number("bolVpnv4McastMaskLen", kMaskAt, 4, 2),
+};
+
+constexpr BgpField kWholeFields[] = {
+    Number("bolType", 0, 4),
+    Ipv4Word("bolVpnv4McastPrefix", kPayloadAt),
+    Number("bolVpnv4McastMaskLen", kMaskAt, 4),
+};
+
+constexpr BgpField kShortFields[] = {
+    Ipv4Word("bolVpnv4McastPrefix", 0),
+    Number("bolVpnv4McastMaskLen", 4, 4),
+};
+
+constexpr BgpLayout kWholeLayout = Layout(kWholeFields, kBolPrefixLength);
+constexpr BgpLayout kShortLayout = Layout(kShortFields, 8);
+
+} // namespace
+
+const BgpLayout kVpnv4McastLayout = Layout(kFields, kBolPrefixLength);
+
+namespace {
+
+constexpr MaskedPrefix kForm{.least = 9, .most = 18, .maskAt = kMaskAt - kPayloadAt};
+
+constexpr FormatInRule kIn = RouteKeyIn(ParseKey<kVpnv4McastSubType, SYSDT_Str2Vpnv4McastPrefix>);
+constexpr FormatOutRule kOut = RouteKeyOut(PrintKey<SYSDT_Vpnv4McastPrefix2Str>);
+constexpr HelpRule kHelp{.text = "X.X.X.X/M or X.X.X.X"};
+constexpr LuaRule kLua{.layout = kVpnv4McastLayout, .pops = 0};
+constexpr KeyLuaRule kLuaGet{.layout = kVpnv4McastLayout, .subType = kVpnv4McastSubType, .pops = 3};
+constexpr ReaderRule kReader{.layout = kWholeLayout, .pops = 3};
+
+} // namespace
+
+} // namespace bgp
+
+uint32_t SYSDT_Str2Vpnv4McastPrefix(const char *text, void *payload)
+{
+    return bgp::ReadMaskedPrefix(bgp::kForm, text, payload);
+}
+
+uint32_t SYSDT_Vpnv4McastPrefix2Str(const void *payload, char *buffer, uint32_t *printed)
+{
+    return bgp::PrintIpv4Word(payload, buffer, printed);
+}
+
+BGP_FORMAT_IN(SYSDT_VPNV4MCASTPrefixFormatIn, bgp::kIn)
+BGP_FORMAT_OUT(SYSDT_VPNV4MCASTPrefixFormatOut, bgp::kOut)
+BGP_KEY_CHECK(SYSDT_VPNV4MCASTPrefixCheck)
+BGP_HELP(SYSDT_VPNV4MCASTPrefixHelp, bgp::kHelp)
+BGP_COMPARE_BYTES(SYSDT_VPNV4MCASTPrefixCompare)
+BGP_LUA_SET(SYSDT_VPNV4MCASTPrefixLuaSet, bgp::kLua)
+BGP_KEY_LUA_GET(SYSDT_VPNV4MCASTPrefixLuaGet, bgp::kLuaGet)
+BGP_ENDIAN(SYSDT_VPNV4MCASTLuaEndian, bgp::kShortLayout)
+BGP_KEY_READER(SYSDT_VPNV4MCASTPrefixNewLuaGet, bgp::kReader)
