@@ -27,6 +27,9 @@ struct Row {
 
 // Each source of rows adds its own.
 std::vector<Row> AsNumberRows();
+std::vector<Row> CommunityRows();
+std::vector<Row> RouteDistinguisherRows();
+std::vector<Row> PrefixRows();
 
 // A number spread over 32 bits, the same for the same seed on every machine.
 uint32_t Scatter(uint32_t seed);

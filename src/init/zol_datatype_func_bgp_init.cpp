@@ -1,6 +1,7 @@
 // The two descriptor tables and the walk that hands their rows to the host. The order of the rows is the order of
 // registration. This source alone sees all types.
 #include "asnum/asnum.h"
+#include "bgpls/bgpls.h"
 #include "community/community.h"
 #include "community/ext_community.h"
 #include "host/host_services.h"
@@ -63,8 +64,8 @@ const DataTypeDescriptor g_astBgpDataTypeExtendDefineTbl[BGP_EXTEND_ROWS] = {
      SYSDT_ExtCommunityFormatIn, SYSDT_ExtCommunityFormatOut, SYSDT_ExtCommunityCheck, SYSDT_ExtCommunityHelp,
      SYSDT_ExtCommunityCompare, nullptr, SYSDT_ExtCommunityLuaSet, SYSDT_ExtCommunityLuaGet, SYSDT_EXTCommunityEndian},
     {1299, 228, kStructured, "BGPLSPREFIX",
-     nullptr, nullptr, nullptr, nullptr,
-     nullptr, nullptr, nullptr, nullptr, nullptr},
+     SYSDT_LSPrefixFormatIn, SYSDT_LSPrefixFormatOut, SYSDT_LSPrefixCheck, SYSDT_LSPrefixHelp,
+     SYSDT_LSPrefixCompare, nullptr, SYSDT_LSPrefixLuaSet, SYSDT_LSPrefixLuaGet, SYSDT_LSPrefixEndian},
     {258, 12, kStructured, "VRFRT",
      SYSDT_VrfRtFormatIn, SYSDT_VrfRtFormatOut, SYSDT_VrfRtCheck, SYSDT_VrfRtHelp,
      SYSDT_VrfRtCompare, nullptr, SYSDT_VrfRtLuaSet, SYSDT_VrfRtLuaGet, SYSDT_VrfRtEndian},
@@ -191,6 +192,7 @@ constexpr Description kDescriptions[] = {
     {326, &bgp::kCommunityListLayout},
     {328, &bgp::kSidStructureLayout},
     {329, &bgp::kExtCommunityBwLayout},
+    {1299, nullptr, bgp::DescribeBgpLs},
     {1300, &bgp::kExtCommunityComprLayout},
 };
 

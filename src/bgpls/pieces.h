@@ -1,0 +1,53 @@
+// The pieces that the text of a BGP-LS key is put together from. Each is made from a field's bytes into a buffer of its
+// own, terminated, and empty when there is nothing to show.
+#ifndef BGP_BGPLS_PIECES_H
+#define BGP_BGPLS_PIECES_H
+
+#include "bgpls/record.h"
+#include "host/bytes.h"
+#include "host/host_services.h"
+
+namespace bgp {
+
+inline constexpr uint32_t kSmallPiece = 32;    // an AS number, a dotted address
+inline constexpr uint32_t kIdPiece = 48;       // "[bgp-ls-identifier255.255.255.255]"
+inline constexpr uint32_t kNodePiece = 50;     // an IGP router id (at most 49 raw bytes), a member AS
+inline constexpr uint32_t kAddressPiece = 256; // an address of either family
+
+// The keywords of NLRI types and protocols, "" for numbers that have none. RSVP-TE (8) has a keyword that is never
+// used.
+const char *LsTypeName(uint32_t nlriType);
+const char *LsProtocolName(uint32_t protocolId);
+
+// "1.2.3.4"
+struct Dotted {
+    explicit Dotted(uint32_t address) { QOV_IpAddrToStr(address, text); }
+    explicit Dotted(const uint8_t *at) : Dotted(Load<uint32_t>(at)) {}
+    char text[kSmallPiece] = {};
+};
+
+struct Ipv6Text {
+    explicit Ipv6Text(const uint8_t *at)
+    {
+        text[0] = '\0';
+        inet_ntop6(at, text, sizeof text);
+    }
+    char text[kAddressPiece];
+};
+
+// "100" or "1.0", by the notation. Empty for 0, which is no AS number: DT_ERR_FAIL.
+uint32_t SYSDT_AsNumToStr(const uint8_t *at, char (&text)[kSmallPiece]);
+// The same; 0 is "0".
+void SYSDT_OriginatorAsNumToStr(const uint8_t *at, char (&text)[kSmallPiece]);
+// "[member-as100]", empty without a member AS. DT_ERR_FAIL when the host's formatter refuses.
+uint32_t SYSDT_MemberAsNumToStr(const uint8_t *at, char (&text)[kNodePiece]);
+// "[bgp-ls-identifier1.2.3.4]", empty when existFlag does not have the bit.
+void BgpLsIdToStr(const uint8_t *at, const uint8_t *existFlag, uint32_t existBit, char (&text)[kIdPiece]);
+// The raw bytes up to the first zero byte.
+void IgpRouterIdToStr(const uint8_t *area, char (&text)[kNodePiece]);
+// Either family, empty for a flag that names neither.
+void SYSDT_LS_Ipv4Ipv6ToStr(const uint8_t *at, char (&text)[kAddressPiece]);
+
+} // namespace bgp
+
+#endif

@@ -1,0 +1,388 @@
+// BGPLSPREFIX, text out: the bracketed form that the parser reads, one format a section. The pieces of a section are
+// made first, in buffers of their own.
+//
+// IGP router ids print as their raw bytes up to the first zero byte. That is the type's text, and hosts compare it:
+// whoever wants them readable takes them from the record.
+#include "bgpls/pieces.h"
+
+#include "host/bytes.h"
+#include "host/operations.h"
+#include "host/text.h"
+
+namespace bgp {
+
+namespace {
+
+uint32_t ProtocolOf(const uint8_t *record)
+{
+    return Load<uint32_t>(record + kLsProtocolAt);
+}
+
+uint64_t IdentifierOf(const uint8_t *record)
+{
+    return Load<uint64_t>(record + kLsIdentifierAt);
+}
+
+// ---------------------------------------------------------------------------------------------------------- sections
+
+// The text so far: sections are appended at its end, and all of them together stay below the limit.
+struct Output {
+    char *buffer;
+    uint32_t limit;
+    uint32_t *printed;
+};
+
+uint32_t Append(const Output &output, const char *format, const Argument *arguments)
+{
+    if (*output.printed >= output.limit) {
+        return DT_ERR_FAIL;
+    }
+    const int32_t written = Print(output.buffer + *output.printed, output.limit - *output.printed, format, arguments);
+    if (written < 0) {
+        return DT_ERR_FAIL;
+    }
+    *output.printed += static_cast<uint32_t>(written);
+    return DT_OK;
+}
+
+// A section with and without its multi-topology id, which is the first or the last argument.
+struct MtFormats {
+    const char *with;
+    const char *without;
+    uint32_t skip; // arguments that only `with` has, at the front
+};
+
+constexpr MtFormats kPrefixFormats{"[PREFIX[mt-id%u][ospf-route-type%u][prefix%s/%u]]",
+                                   "[PREFIX[ospf-route-type%u][prefix%s/%u]]", 1};
+constexpr MtFormats kSidFormats{"[SID[mt-id%u][sid%s]]", "[SID[sid%s]]", 1};
+constexpr MtFormats kLinkIdFormats{"[LINK[link-local-id%s][link-remote-id%s][mt-id%u]]",
+                                   "[LINK[link-local-id%s][link-remote-id%s]]", 0};
+constexpr MtFormats kLinkAddressFormats{"[LINK[if-address%s][peer-address%s][if-address%s][peer-address%s][mt-id%u]]",
+                                        "[LINK[if-address%s][peer-address%s][if-address%s][peer-address%s]]", 0};
+
+uint32_t AppendMt(const Output &output, const MtFormats &formats, uint32_t mtId, const Argument *arguments)
+{
+    return mtId != kLsNoMtId ? Append(output, formats.with, arguments)
+                             : Append(output, formats.without, arguments + formats.skip);
+}
+
+// A node descriptor by what names the node: an IGP router id, or a BGP router id.
+struct NodeFormats {
+    const char *igp;
+    const char *bgp;
+    uint32_t skip; // of the arguments type, protocol, identifier
+};
+
+constexpr NodeFormats kLocalFormats{"[%s][%s][IDENTIFIER%llu][LOCAL[as%s]%s[ospf-area-id%s][igp-router-id%s]]",
+                                    "[%s][%s][IDENTIFIER%llu][LOCAL[as%s]%s[bgp-router-id%s]%s]", 0};
+constexpr NodeFormats kRemoteFormats{"[REMOTE[as%s]%s[ospf-area-id%s][igp-router-id%s]]",
+                                     "[REMOTE[as%s]%s[bgp-router-id%s]%s]", 3};
+
+// Where a node descriptor has its fields.
+struct NodePlaces {
+    uint16_t as;
+    uint16_t bgpLsId;
+    uint16_t ospfAreaId;
+    uint16_t igpRouterId;
+    uint16_t existFlag;
+    uint32_t existBit;
+    uint16_t bgpRouterId = 0; // only where the BGP form is printed
+    uint16_t memberAs = 0;
+};
+
+template <size_t Count>
+constexpr NodePlaces IgpNode(const std::array<LsField, Count> &rows)
+{
+    return {.as = LsFieldOf(rows, "stLocalAs").offset,
+            .bgpLsId = LsFieldOf(rows, "stLocalBgpLsId").offset,
+            .ospfAreaId = LsFieldOf(rows, "uiLocOspfAreaId").offset,
+            .igpRouterId = LsFieldOf(rows, "stLocIgpRtId").offset,
+            .existFlag = LsFieldOf(rows, "existFlag").offset,
+            .existBit = kLsLocalIdGiven};
+}
+
+template <size_t Count>
+constexpr NodePlaces EitherNode(const std::array<LsField, Count> &rows)
+{
+    NodePlaces places = IgpNode(rows);
+    places.bgpRouterId = LsFieldOf(rows, "uiLocalBgpRtId").offset;
+    places.memberAs = LsFieldOf(rows, "localMemberAs").offset;
+    return places;
+}
+
+constexpr NodePlaces kNodeLocal = IgpNode(kLsNodeRows);
+constexpr NodePlaces kIpv4PrefixLocal = IgpNode(kLsIpv4PrefixRows);
+constexpr NodePlaces kIpv6PrefixLocal = IgpNode(kLsIpv6PrefixRows);
+constexpr NodePlaces kLinkLocal = EitherNode(kLsLinkRows);
+constexpr NodePlaces kSrv6SidLocal = EitherNode(kLsSrv6SidRows);
+constexpr NodePlaces kLinkRemote{.as = LsAt(kLsLinkRows, "stRemoteAs"),
+                                 .bgpLsId = LsAt(kLsLinkRows, "stRemoteBgpLsId"),
+                                 .ospfAreaId = LsAt(kLsLinkRows, "uiRemOspfAreaId"),
+                                 .igpRouterId = LsAt(kLsLinkRows, "stRemIgpRtId"),
+                                 .existFlag = LsAt(kLsLinkRows, "existFlag"),
+                                 .existBit = kLsRemoteIdGiven,
+                                 .bgpRouterId = LsAt(kLsLinkRows, "uiRemoteBgpRtId"),
+                                 .memberAs = LsAt(kLsLinkRows, "remoteMemberAs")};
+
+uint32_t AppendNode(const Output &output, const NodeFormats &formats, const NodePlaces &places, const uint8_t *record)
+{
+    const bool isBgp = ProtocolOf(record) == kLsBgp && places.bgpRouterId != 0;
+    char as[kSmallPiece];
+    char bgpLsId[kIdPiece];
+    char last[kNodePiece]; // the member AS, or the IGP router id
+    SYSDT_AsNumToStr(record + places.as, as);
+    BgpLsIdToStr(record + places.bgpLsId, record + places.existFlag, places.existBit, bgpLsId);
+    if (!isBgp) {
+        IgpRouterIdToStr(record + places.igpRouterId, last);
+    } else if (const uint32_t code = SYSDT_MemberAsNumToStr(record + places.memberAs, last); code != DT_OK) {
+        return code;
+    }
+    // The type's name goes by the low byte, as the choice of the printer does.
+    const Dotted id(record + (isBgp ? places.bgpRouterId : places.ospfAreaId));
+    const Argument arguments[] = {LsTypeName(record[kLsTypeAt]),
+                                  LsProtocolName(ProtocolOf(record)),
+                                  IdentifierOf(record),
+                                  as,
+                                  bgpLsId,
+                                  id.text,
+                                  last};
+    return Append(output, isBgp ? formats.bgp : formats.igp, arguments + formats.skip);
+}
+
+// -------------------------------------------------------------------------------------------------------------- links
+
+// Under BGP: the identifiers and one pair of addresses, IPv4 when there is one.
+uint32_t SYSDT_SET_LINK_BGPSTR(const Output &output, const uint8_t *record)
+{
+    constexpr char kFormat[] = "[LINK[identifier%s.%s][local%s][remote%s]]";
+    const uint8_t *ipv4Interface = record + LsAt(kLsLinkRows, "stIpv4IntfAddr");
+    const uint8_t *ipv4Neighbour = record + LsAt(kLsLinkRows, "stIpv4PeerAddr");
+    const Dotted localId(record + LsAt(kLsLinkRows, "uiLinkLocId"));
+    const Dotted remoteId(record + LsAt(kLsLinkRows, "uiLinkRemId"));
+    if ((Load<uint32_t>(ipv4Interface) | Load<uint32_t>(ipv4Neighbour)) != 0) {
+        const Dotted local(ipv4Interface);
+        const Dotted remote(ipv4Neighbour);
+        const Argument arguments[] = {localId.text, remoteId.text, local.text, remote.text};
+        return Append(output, kFormat, arguments);
+    }
+    const Ipv6Text local(record + LsAt(kLsLinkRows, "stIpv6IntfAddr"));
+    const Ipv6Text remote(record + LsAt(kLsLinkRows, "stIpv6PeerAddr"));
+    const Argument arguments[] = {localId.text, remoteId.text, local.text, remote.text};
+    return Append(output, kFormat, arguments);
+}
+
+// All four addresses, there or not.
+uint32_t SYSDT_SET_LINK_ADDRSTR(const Output &output, const uint8_t *record, uint32_t mtId)
+{
+    const Dotted ipv4Interface(record + LsAt(kLsLinkRows, "stIpv4IntfAddr"));
+    const Dotted ipv4Neighbour(record + LsAt(kLsLinkRows, "stIpv4PeerAddr"));
+    const Ipv6Text ipv6Interface(record + LsAt(kLsLinkRows, "stIpv6IntfAddr"));
+    const Ipv6Text ipv6Neighbour(record + LsAt(kLsLinkRows, "stIpv6PeerAddr"));
+    const Argument arguments[] = {ipv4Interface.text, ipv4Neighbour.text, ipv6Interface.text, ipv6Neighbour.text, mtId};
+    return AppendMt(output, kLinkAddressFormats, mtId, arguments);
+}
+
+uint32_t SYSDT_SET_LINK_IDSTR(const Output &output, uint32_t localId, uint32_t remoteId, uint32_t mtId)
+{
+    const Dotted local(localId);
+    const Dotted remote(remoteId);
+    const Argument arguments[] = {local.text, remote.text, mtId};
+    return AppendMt(output, kLinkIdFormats, mtId, arguments);
+}
+
+uint32_t SYSDT_LinkKeyToStr_LinkDesc(const Output &output, const uint8_t *record)
+{
+    if (ProtocolOf(record) == kLsBgp) {
+        return SYSDT_SET_LINK_BGPSTR(output, record);
+    }
+    const auto mtId = Load<uint32_t>(record + LsAt(kLsLinkRows, "uiMtId"));
+    const auto localId = Load<uint32_t>(record + LsAt(kLsLinkRows, "uiLinkLocId"));
+    const auto remoteId = Load<uint32_t>(record + LsAt(kLsLinkRows, "uiLinkRemId"));
+    return (localId | remoteId) != 0 ? SYSDT_SET_LINK_IDSTR(output, localId, remoteId, mtId)
+                                     : SYSDT_SET_LINK_ADDRSTR(output, record, mtId);
+}
+
+// -------------------------------------------------------------------------------------------------------- TE policies
+
+uint32_t SYSDT_LS_TePolicy_LocalKeyToStr(const Output &output, const uint8_t *record)
+{
+    char as[kSmallPiece];
+    char bgpLsId[kIdPiece];
+    SYSDT_AsNumToStr(record + LsAt(kLsTePolicyRows, "stLocalAs"), as);
+    BgpLsIdToStr(record + LsAt(kLsTePolicyRows, "stLocalBgpLsId"), record + LsAt(kLsTePolicyRows, "existFlag"),
+                 kLsLocalIdGiven, bgpLsId);
+    const Dotted bgpRouterId(record + LsAt(kLsTePolicyRows, "uiLocalBgpRtId"));
+    const Dotted routerId(record + LsAt(kLsTePolicyRows, "teRouterId"));
+    const Ipv6Text ipv6RouterId(record + LsAt(kLsTePolicyRows, "ipv6TeRouterId"));
+    const Argument arguments[] = {LsTypeName(record[kLsTypeAt]),
+                                  LsProtocolName(ProtocolOf(record)),
+                                  IdentifierOf(record),
+                                  as,
+                                  bgpLsId,
+                                  bgpRouterId.text,
+                                  routerId.text,
+                                  ipv6RouterId.text};
+    return Append(output,
+                  "[%s][%s][IDENTIFIER%llu][LOCAL[as%s]%s[bgp-router-id%s][ipv4-router-id%s][ipv6-router-id%s]]",
+                  arguments);
+}
+
+uint32_t SYSDT_LS_TePolicy_TeKeyToStr(const Output &output, const uint8_t *record)
+{
+    char endpoint[kAddressPiece];
+    char originator[kAddressPiece];
+    char originatorAs[kSmallPiece];
+    SYSDT_LS_Ipv4Ipv6ToStr(record + LsAt(kLsTePolicyRows, "endpoint"), endpoint);
+    SYSDT_LS_Ipv4Ipv6ToStr(record + LsAt(kLsTePolicyRows, "originatorAddr"), originator);
+    SYSDT_OriginatorAsNumToStr(record + LsAt(kLsTePolicyRows, "originatorAs"), originatorAs);
+    const Argument arguments[] = {record[LsAt(kLsTePolicyRows, "protocolOrigin")],
+                                  record[LsAt(kLsTePolicyRows, "flags")],
+                                  endpoint,
+                                  Load<uint32_t>(record + LsAt(kLsTePolicyRows, "color")),
+                                  originatorAs,
+                                  originator,
+                                  Load<uint32_t>(record + LsAt(kLsTePolicyRows, "discriminator"))};
+    return Append(output,
+                  "[TE[protocol-origin%u][Flag%u][endpoint%s][color%u][originator-as%s][originator-address%s]"
+                  "[discriminator%u]]",
+                  arguments);
+}
+
+// ------------------------------------------------------------------------------------------------------------ printers
+
+uint32_t PrintNode(const Output &output, const uint8_t *record)
+{
+    return AppendNode(output, kLocalFormats, kNodeLocal, record);
+}
+
+uint32_t PrintLink(const Output &output, const uint8_t *record)
+{
+    uint32_t code = AppendNode(output, kLocalFormats, kLinkLocal, record);
+    if (code == DT_OK) {
+        code = AppendNode(output, kRemoteFormats, kLinkRemote, record);
+    }
+    return code == DT_OK ? SYSDT_LinkKeyToStr_LinkDesc(output, record) : code;
+}
+
+// The prefix of either family, ready as text.
+uint32_t AppendPrefix(const Output &output, const uint8_t *mtId, const uint8_t *routeType, const char *prefix,
+                      uint8_t length)
+{
+    const auto mt = Load<uint32_t>(mtId);
+    const Argument arguments[] = {mt, Load<uint32_t>(routeType), prefix, length};
+    return AppendMt(output, kPrefixFormats, mt, arguments);
+}
+
+uint32_t PrintIpv4Prefix(const Output &output, const uint8_t *record)
+{
+    if (const uint32_t code = AppendNode(output, kLocalFormats, kIpv4PrefixLocal, record); code != DT_OK) {
+        return code;
+    }
+    const Dotted prefix(record + LsAt(kLsIpv4PrefixRows, "stIpv4Prefix"));
+    return AppendPrefix(output, record + LsAt(kLsIpv4PrefixRows, "uiMtId"),
+                        record + LsAt(kLsIpv4PrefixRows, "uiOspfRtType"), prefix.text,
+                        record[LsAt(kLsIpv4PrefixRows, "uiPrefixLen")]);
+}
+
+uint32_t PrintIpv6Prefix(const Output &output, const uint8_t *record)
+{
+    if (const uint32_t code = AppendNode(output, kLocalFormats, kIpv6PrefixLocal, record); code != DT_OK) {
+        return code;
+    }
+    const Ipv6Text prefix(record + LsAt(kLsIpv6PrefixRows, "stIpv6Prefix"));
+    return AppendPrefix(output, record + LsAt(kLsIpv6PrefixRows, "uiMtId"),
+                        record + LsAt(kLsIpv6PrefixRows, "uiOspfRtType"), prefix.text,
+                        record[LsAt(kLsIpv6PrefixRows, "uiPrefixLen")]);
+}
+
+uint32_t PrintTePolicy(const Output &output, const uint8_t *record)
+{
+    const uint32_t code = SYSDT_LS_TePolicy_LocalKeyToStr(output, record);
+    return code == DT_OK ? SYSDT_LS_TePolicy_TeKeyToStr(output, record) : code;
+}
+
+uint32_t PrintSrv6Sid(const Output &output, const uint8_t *record)
+{
+    if (const uint32_t code = AppendNode(output, kLocalFormats, kSrv6SidLocal, record); code != DT_OK) {
+        return code;
+    }
+    const auto mtId = Load<uint32_t>(record + LsAt(kLsSrv6SidRows, "uiMtId"));
+    const Ipv6Text sid(record + LsAt(kLsSrv6SidRows, "srv6SidInfo"));
+    const Argument arguments[] = {mtId, sid.text};
+    return AppendMt(output, kSidFormats, mtId, arguments);
+}
+
+uint32_t PrintBy(uint32_t (*print)(const Output &, const uint8_t *), const void *record, char *buffer, uint32_t limit,
+                 uint32_t *printed)
+{
+    if (record == nullptr || buffer == nullptr || printed == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    return print({buffer, limit, printed}, static_cast<const uint8_t *>(record));
+}
+
+// --------------------------------------------------------------------------------------------------------- FormatOut
+
+struct TypePrinter {
+    uint32_t (*print)(const void *record, char *buffer, uint32_t limit, uint32_t *printed);
+    uint16_t limit;
+};
+
+constexpr uint16_t kLargestLimit = 768;
+constexpr TypePrinter kPrinters[kLsNlriTypes] = {
+    {nullptr, 0},
+    {SYSDT_LS_NodeKeyToStr, 512},
+    {SYSDT_LS_LinkKeyToStr, kLargestLimit},
+    {SYSDT_LS_Ipv4PrefixKeyToStr, kLargestLimit},
+    {SYSDT_LS_Ipv6PrefixKeyToStr, kLargestLimit},
+    {SYSDT_LS_TePolicyKeyToStr, kLargestLimit},
+    {SYSDT_LS_Srv6SidKeyToStr, kLargestLimit},
+};
+
+// A key that does not print, or not to its end, is shown as far as it goes.
+uint32_t PrintKey(const uint8_t *record, uint32_t, char *buffer, uint32_t *printed)
+{
+    buffer[0] = '\0';
+    SYSDT_LsPrefix2Str(record, buffer, printed);
+    return DT_OK;
+}
+
+constexpr FormatOutRule kOut{.modes = kAllButFour,
+                             .print = PrintKey,
+                             .textSize = kLargestLimit + 1,
+                             .valueSize = kLsRecordSize,
+                             .clearsFirst = true,
+                             .zeroExtends = true,
+                             .memory = Memory::kPlain};
+
+} // namespace
+
+} // namespace bgp
+
+#define LS_PRINTER(name, print)                                                                                        \
+    uint32_t name(const void *record, char *buffer, uint32_t limit, uint32_t *printed)                                 \
+    {                                                                                                                  \
+        return bgp::PrintBy(bgp::print, record, buffer, limit, printed);                                               \
+    }
+
+LS_PRINTER(SYSDT_LS_NodeKeyToStr, PrintNode)
+LS_PRINTER(SYSDT_LS_LinkKeyToStr, PrintLink)
+LS_PRINTER(SYSDT_LS_Ipv4PrefixKeyToStr, PrintIpv4Prefix)
+LS_PRINTER(SYSDT_LS_Ipv6PrefixKeyToStr, PrintIpv6Prefix)
+LS_PRINTER(SYSDT_LS_TePolicyKeyToStr, PrintTePolicy)
+LS_PRINTER(SYSDT_LS_Srv6SidKeyToStr, PrintSrv6Sid)
+
+uint32_t SYSDT_LsPrefix2Str(const void *record, char *buffer, uint32_t *printed)
+{
+    if (record == nullptr || buffer == nullptr || printed == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    const uint8_t type = static_cast<const uint8_t *>(record)[bgp::kLsTypeAt]; // the low byte of the word
+    if (type < bgp::kLsNode || type >= bgp::kLsNlriTypes) {
+        return DT_ERR_FAIL;
+    }
+    const bgp::TypePrinter &printer = bgp::kPrinters[type];
+    return printer.print(record, buffer, printer.limit, printed);
+}
+
+BGP_FORMAT_OUT(SYSDT_LSPrefixFormatOut, bgp::kOut)
