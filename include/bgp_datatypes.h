@@ -279,6 +279,15 @@ BGP_DATATYPES_API DataTypeLuaGetOperation SYSDT_TimeRangeLuaGet;
 /* ASNUM, ASNUMEXT: AS number u32, notation u32 (0 plain, else dotted), host order. RFC 6793; asdot of RFC 5396. */
 BGP_DATATYPES_API uint32_t SYSDT_Str2AsNum(const char *text, void *value);    /* 8 bytes; 0 is refused */
 BGP_DATATYPES_API uint32_t SYSDT_Str2AsNumExt(const char *text, void *value); /* 8 bytes; 0 is accepted */
+/*
+ * The same rules for a text whose dots are counted: dotCount 0 is plain ("%llu"), 1 dotted ("%u.%llu"); what stands
+ * behind the number is ignored. The scan leaves the high part (dotted only) and the low part or whole number in *high
+ * and *low, in range or not. 0, or DT_ERR_FAIL with value untouched. SetAsType refuses 0, ToAsType accepts it.
+ */
+BGP_DATATYPES_API uint32_t SYSDT_Str2AsNumSetAsType(uint32_t dotCount, const char *text, uint32_t *high, uint64_t *low,
+                                                    void *value);
+BGP_DATATYPES_API uint32_t SYSDT_Str2AsNumToAsType(uint32_t dotCount, const char *text, uint32_t *high, uint64_t *low,
+                                                   void *value);
 BGP_DATATYPES_API DataTypeFormatInOperation SYSDT_AsNumFormatIn, SYSDT_AsNumExtFormatIn;
 BGP_DATATYPES_API DataTypeFormatOutOperation SYSDT_AsNumFormatOut, SYSDT_AsNumExtFormatOut;
 BGP_DATATYPES_API DataTypeCheckOperation SYSDT_AsNumCheck, SYSDT_AsNumExtCheck;
@@ -664,8 +673,8 @@ BGP_DATATYPES_API uint32_t SYSDT_Str2Ipv6Prefix(const char *text, void *value); 
 BGP_DATATYPES_API uint32_t SYSDT_Str2EvpnSmetRoute(const char *text, void *value);          /* 6 */
 BGP_DATATYPES_API uint32_t SYSDT_Str2EvpnJoinRoute(const char *text, void *value);          /* 7 */
 BGP_DATATYPES_API uint32_t SYSDT_Str2EvpnLeaveRoute(const char *text, void *value);         /* 8 */
-/* The one of them that has so many colons outside brackets: 6 for type 6, 7 for 7, 8 for 8. */
-BGP_DATATYPES_API uint32_t SYSDT_Str2EvpnMcRoute(const char *text, void *value, uint32_t colons);
+/* 6 to 8, by the colons outside brackets: as many as the type's number. */
+BGP_DATATYPES_API uint32_t SYSDT_Str2EvpnMcRoute(const char *text, void *value);
 /* "len:[address]" to 16 bytes and a length of at most 128; nothing may follow. */
 BGP_DATATYPES_API uint32_t SYSDT_Str2EvpnIpv6(const char *text, uint8_t *ipv6, uint8_t *length);
 
@@ -872,6 +881,24 @@ BGP_DATATYPES_API DataTypeEndianOperation SYSDT_LSPrefixEndian;
 
 /* "[NODE][OSPFv2]..." to 228 bytes. 0, or a code; the bytes hold part of a key then. Takes and frees scratch memory. */
 BGP_DATATYPES_API uint32_t SYSDT_Str2LSPrefix(const char *text, void *record);
+
+/*
+ * The parser beneath it: a run of bracketed groups, "[as100][mt-id0]", each for the first row whose keyword it begins
+ * with. The handler gets the row's flag, what stands behind the keyword (a copy, which it may change), the target and
+ * the context (which may be null); 0 goes on with the next group. Groups may be nested and hold at most 498 characters.
+ * 0, the first handler's code, or DT_ERR_FAIL: no text, a broken group, no row, or a row without a handler.
+ */
+typedef struct BgpLsParseContext BgpLsParseContext; /* opaque here */
+typedef uint32_t BgpLsHandler(uint32_t flag, char *value, void *target, BgpLsParseContext *context);
+typedef struct {
+    const char *Keyword;
+    uint32_t Flag;  /* a single bit */
+    uint32_t Exact; /* 1: nothing may follow the keyword */
+    BgpLsHandler *Handler;
+} BgpLsKeyword;
+BGP_DATATYPES_API uint32_t SYSDT_ParseLsPrefixStr(const char *text, const BgpLsKeyword *rows, uint32_t rowCount,
+                                                  void *target, BgpLsParseContext *context);
+
 /* The text of 228 bytes into a buffer of 769. *printed, 0 on entry, counts what was written even on DT_ERR_FAIL. */
 BGP_DATATYPES_API uint32_t SYSDT_LsPrefix2Str(const void *record, char *buffer, uint32_t *printed);
 /*

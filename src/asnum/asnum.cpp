@@ -31,23 +31,37 @@ const BgpLayout kAsNumLayout = Layout(kFields, kLength);
 
 // ----------------------------------------------------------------------------------------------------------- text in
 
+namespace {
+
+bool TakePlain(uint64_t number, bool zeroWelcome, AsNumber &as)
+{
+    as = {static_cast<uint32_t>(number), 0};
+    return number <= UINT32_MAX && (number != 0 || zeroWelcome);
+}
+
+// A high part of 0 is no dotted AS number, whether or not zero is welcome.
+bool TakeDotted(uint64_t high, uint64_t low, AsNumber &as)
+{
+    as = {static_cast<uint32_t>(high << 16 | low), 1};
+    return high >= 1 && high <= UINT16_MAX && low <= UINT16_MAX;
+}
+
+} // namespace
+
 bool ReadAsNumber(Text text, bool zeroWelcome, AsNumber &as)
 {
     Numbers numbers;
     if (!IsLong(text, 1, kLongestTyped) || !ReadNumbers(text, ".", numbers)) {
         return false;
     }
-    const uint64_t first = numbers.at[0];
-    if (numbers.shape == Shape("")) {
-        as = {static_cast<uint32_t>(first), 0};
-        return first <= UINT32_MAX && (first != 0 || zeroWelcome);
+    switch (numbers.shape) {
+    case Shape(""):
+        return TakePlain(numbers.at[0], zeroWelcome, as);
+    case Shape("."):
+        return TakeDotted(numbers.at[0], numbers.at[1], as);
+    default:
+        return false;
     }
-    if (numbers.shape == Shape(".")) { // a high part of 0 is no dotted AS number, with or without zero
-        const uint64_t low = numbers.at[1];
-        as = {static_cast<uint32_t>(first << 16 | low), 1};
-        return first >= 1 && first <= UINT16_MAX && low <= UINT16_MAX;
-    }
-    return false;
 }
 
 namespace {
@@ -59,6 +73,30 @@ uint32_t Parse(const char *text, void *value, bool zeroWelcome)
     }
     AsNumber as;
     if (!ReadAsNumber(Trim(text), zeroWelcome, as)) {
+        return DT_ERR_FAIL;
+    }
+    Store(value, as);
+    return DT_OK;
+}
+
+// The same rules for a caller that has counted the dots and wants the parts too. What stands behind the number is not
+// looked at.
+bool ReadForm(uint32_t dots, const char *text, bool zeroWelcome, uint32_t *high, uint64_t *low, AsNumber &as)
+{
+    switch (dots) {
+    case 0:
+        return sscanf_s(text, "%llu", low) == 1 && TakePlain(*low, zeroWelcome, as);
+    case 1:
+        return sscanf_s(text, "%u.%llu", high, low) == 2 && TakeDotted(*high, *low, as);
+    default:
+        return false;
+    }
+}
+
+uint32_t ParseForm(uint32_t dots, const char *text, bool zeroWelcome, uint32_t *high, uint64_t *low, void *value)
+{
+    AsNumber as;
+    if (!ReadForm(dots, text, zeroWelcome, high, low, as)) {
         return DT_ERR_FAIL;
     }
     Store(value, as);
@@ -115,6 +153,16 @@ uint32_t SYSDT_Str2AsNum(const char *text, void *value)
 uint32_t SYSDT_Str2AsNumExt(const char *text, void *value)
 {
     return bgp::Parse(text, value, true);
+}
+
+uint32_t SYSDT_Str2AsNumSetAsType(uint32_t dotCount, const char *text, uint32_t *high, uint64_t *low, void *value)
+{
+    return bgp::ParseForm(dotCount, text, false, high, low, value);
+}
+
+uint32_t SYSDT_Str2AsNumToAsType(uint32_t dotCount, const char *text, uint32_t *high, uint64_t *low, void *value)
+{
+    return bgp::ParseForm(dotCount, text, true, high, low, value);
 }
 
 uint32_t SYSDT_AsNumCheck(const void *, uint32_t, uint32_t length, const void *value)

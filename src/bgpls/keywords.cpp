@@ -226,9 +226,9 @@ uint32_t LinkAddress(uint32_t flag, char *value, void *target, BgpLsParseContext
 }
 
 template <Times times>
-constexpr BgpLsHandler LinkInterface = LinkAddress<&Link::ipv4Interface, &Link::ipv6Interface, times>;
+constexpr BgpLsHandler *LinkInterface = LinkAddress<&Link::ipv4Interface, &Link::ipv6Interface, times>;
 template <Times times>
-constexpr BgpLsHandler LinkNeighbour = LinkAddress<&Link::ipv4Neighbour, &Link::ipv6Neighbour, times>;
+constexpr BgpLsHandler *LinkNeighbour = LinkAddress<&Link::ipv4Neighbour, &Link::ipv6Neighbour, times>;
 
 // "address/length". Of the length the low eight bits are kept, whatever it is.
 uint32_t Prefix(uint32_t flag, char *value, void *target, BgpLsParseContext *context)

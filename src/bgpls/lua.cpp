@@ -299,11 +299,8 @@ bool GetFields(lua_State *L, int32_t table, const LsNlri &nlri, uint8_t *record)
 uint32_t SYSDT_LSPrefixLuaSet(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t, uint16_t length,
                               const void *value)
 {
-    if (L == nullptr || fieldName == nullptr || value == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
-    if (length < bgp::kLsRecordSize) {
-        return DT_ERR_INVALID_PARAM;
+    if (const uint32_t code = bgp::LuaJudge(L, fieldName, value, length, bgp::kLsRecordSize); code != DT_OK) {
+        return code;
     }
     const auto *record = static_cast<const uint8_t *>(value);
     const auto type = bgp::Load<uint32_t>(record + bgp::kLsTypeAt);

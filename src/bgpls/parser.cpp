@@ -27,9 +27,13 @@ uint32_t SYSDT_GetLsPrefixSubString(Text text, char (&group)[kLsGroupSize], uint
     uint32_t depth = 1;
     uint32_t end = 1;
     for (; end < text.length; ++end) {
-        if (text.at[end] == '[') {
+        const char character = text.at[end];
+        if ((character & '[' & ']') != ('[' & ']')) {
+            continue; // most characters are no bracket, and one comparison says so
+        }
+        if (character == '[') {
             ++depth;
-        } else if (text.at[end] == ']' && --depth == 0) {
+        } else if (character == ']' && --depth == 0) {
             break;
         }
     }
@@ -38,23 +42,30 @@ uint32_t SYSDT_GetLsPrefixSubString(Text text, char (&group)[kLsGroupSize], uint
     return end < text.length && Terminate(content, group, sizeof group - 1) ? DT_OK : DT_ERR_FAIL;
 }
 
-const BgpLsKeyword *SYSDT_ParseLsPrefixFindPattern(std::string_view content, const BgpLsKeyword *rows,
-                                                   uint32_t rowCount)
+// The row whose keyword begins the content, null when there is none; *value is what stands behind the keyword.
+const BgpLsKeyword *SYSDT_ParseLsPrefixFindPattern(char *content, const BgpLsKeyword *rows, uint32_t rowCount,
+                                                   char **value)
 {
-    const char first = content.empty() ? '\0' : content.front();
     for (const BgpLsKeyword *row = rows; row < rows + rowCount; ++row) {
-        if (row->keyword.front() == first && content.starts_with(row->keyword) &&
-            (row->exact == 0 || content.length() == row->keyword.length())) {
+        const char *keyword = row->Keyword;
+        if (*keyword != *content) {
+            continue;
+        }
+        char *at = content;
+        do {
+            ++keyword;
+            ++at;
+        } while (*keyword != '\0' && *keyword == *at);
+        if (*keyword == '\0' && (row->Exact == 0 || *at == '\0')) {
+            *value = at;
             return row;
         }
     }
     return nullptr;
 }
 
-} // namespace
-
-uint32_t SYSDT_ParseLsPrefixStr(Text text, const BgpLsKeyword *rows, uint32_t rowCount, void *target,
-                                BgpLsParseContext *context)
+// "[...][...]" to the handlers of the rows, first to last group. 0 or the first error.
+uint32_t ParseGroups(Text text, const BgpLsKeyword *rows, uint32_t rowCount, void *target, BgpLsParseContext *context)
 {
     do {
         char group[kLsGroupSize];
@@ -62,12 +73,12 @@ uint32_t SYSDT_ParseLsPrefixStr(Text text, const BgpLsKeyword *rows, uint32_t ro
         if (const uint32_t code = SYSDT_GetLsPrefixSubString(text, group, &length); code != DT_OK) {
             return code;
         }
-        const BgpLsKeyword *row = SYSDT_ParseLsPrefixFindPattern({group, length}, rows, rowCount);
-        if (row == nullptr || row->handler == nullptr) {
+        char *value = nullptr;
+        const BgpLsKeyword *row = SYSDT_ParseLsPrefixFindPattern(group, rows, rowCount, &value);
+        if (row == nullptr || row->Handler == nullptr) {
             return DT_ERR_FAIL;
         }
-        if (const uint32_t code = row->handler(row->flag, group + row->keyword.length(), target, context);
-            code != DT_OK) {
+        if (const uint32_t code = row->Handler(row->Flag, value, target, context); code != DT_OK) {
             return code;
         }
         text.at += length + 2;
@@ -77,8 +88,6 @@ uint32_t SYSDT_ParseLsPrefixStr(Text text, const BgpLsKeyword *rows, uint32_t ro
 }
 
 // -------------------------------------------------------------------------------------------------- top-level groups
-
-namespace {
 
 // Marks the group as seen. False when it was before, or when the NLRI type was not.
 bool ClaimSection(BgpLsParseContext &context, uint32_t flag)
@@ -101,8 +110,7 @@ template <class Section, uint32_t Count>
 uint32_t ParseSection(const char *value, const BgpLsKeyword (&rows)[Count], Section &section,
                       BgpLsSectionRoutine<Section> *routine, BgpLsParseContext &context)
 {
-    const Text text{value, static_cast<uint32_t>(std::strlen(value))};
-    const uint32_t code = SYSDT_ParseLsPrefixStr(text, rows, Count, &section, &context);
+    const uint32_t code = SYSDT_ParseLsPrefixStr(value, rows, Count, &section, &context);
     return code == DT_OK ? Hand(routine, section, context) : code;
 }
 
@@ -238,16 +246,16 @@ BgpLsParseContext *SYSDT_CreateLsPrefixParseContext(const char *text, uint8_t *r
 
 uint32_t BgpLsParseLsPrefixEntry(BgpLsParseContext *context)
 {
-    return SYSDT_ParseLsPrefixStr({context->text, context->textLength}, g_bgplsPrefixPattern, kLsTopKeywords,
-                                  context->record, context);
+    return ParseGroups({context->text, context->textLength}, g_bgplsPrefixPattern, kLsTopKeywords, context->record,
+                       context);
 }
 
 namespace {
 
-// Every group that the NLRI type requires must have been there.
+// Every group that the NLRI type requires must have been there. No key is read to its end without a type.
 uint32_t SYSDT_Str2LsPrefixPostCheck(const BgpLsParseContext &context)
 {
-    const uint32_t required = context.row != nullptr ? context.row->required : kLsTypeSection;
+    const uint32_t required = context.row->required;
     return (context.sections & required) == required ? DT_OK : DT_ERR_FAIL;
 }
 
@@ -261,12 +269,18 @@ constexpr FormatInRule kIn{.typeId = 1299,
 
 } // namespace bgp
 
+uint32_t SYSDT_ParseLsPrefixStr(const char *text, const BgpLsKeyword *rows, uint32_t rowCount, void *target,
+                                BgpLsParseContext *context)
+{
+    return bgp::ParseGroups({text, static_cast<uint32_t>(std::strlen(text))}, rows, rowCount, target, context);
+}
+
 uint32_t SYSDT_Str2LSPrefix(const char *text, void *record)
 {
     if (text == nullptr || record == nullptr) {
         return DT_ERR_NULL_PTR;
     }
-    bgp::BgpLsParseContext *context = bgp::SYSDT_CreateLsPrefixParseContext(text, static_cast<uint8_t *>(record));
+    BgpLsParseContext *context = bgp::SYSDT_CreateLsPrefixParseContext(text, static_cast<uint8_t *>(record));
     if (context == nullptr) {
         return DT_ERR_FAIL;
     }

@@ -90,6 +90,8 @@ enum : uint32_t {
 
 struct BgpLsNlriParser;
 
+} // namespace bgp
+
 struct BgpLsParseContext {
     const char *text; // trimmed; not terminated
     uint32_t textLength;
@@ -97,23 +99,15 @@ struct BgpLsParseContext {
     uint8_t *record;
     uint32_t nlriType;
     uint32_t protocolId;
-    const BgpLsNlriParser *row; // of the NLRI type; null until it is seen
-    const BgpLsNlriParser *rows;
+    const bgp::BgpLsNlriParser *row; // of the NLRI type; null until it is seen
+    const bgp::BgpLsNlriParser *rows;
     uint32_t rowCount;
 };
 static_assert(sizeof(void *) != 4 || sizeof(BgpLsParseContext) == 36);
 
+namespace bgp {
+
 // ---------------------------------------------------------------------------------------------------------- keywords
-
-// Reads the text behind the keyword into the target. The text is the loop's own copy and may be cut.
-using BgpLsHandler = uint32_t (*)(uint32_t flag, char *value, void *target, BgpLsParseContext *context);
-
-struct BgpLsKeyword {
-    std::string_view keyword;
-    uint32_t flag;        // a single bit
-    uint32_t exact;       // 1: nothing may follow the keyword
-    BgpLsHandler handler; // null: the group is rejected
-};
 
 inline constexpr uint32_t kLsTopKeywords = 24;
 inline constexpr uint32_t kLsNodeKeywords = 8;
@@ -127,10 +121,6 @@ extern const BgpLsKeyword LinkPartten[kLsLinkKeywords];
 extern const BgpLsKeyword PrefixPartten[kLsPrefixKeywords];
 extern const BgpLsKeyword TePartten[kLsTeKeywords];
 extern const BgpLsKeyword SidPartten[kLsSidKeywords];
-
-// The group loop: "[...][...]" to the handlers of the rows, first to last group. 0 or the first error.
-uint32_t SYSDT_ParseLsPrefixStr(Text text, const BgpLsKeyword *rows, uint32_t rowCount, void *target,
-                                BgpLsParseContext *context);
 
 // -------------------------------------------------------------------------------------------------------- NLRI types
 
@@ -160,8 +150,7 @@ BGP_DATATYPES_API extern const BgpLsNlriParser g_bgplsPrefixParsers[kLsNlriTypes
 // The handlers of the top-level groups.
 BGP_DATATYPES_API uint32_t BgpLsParseRouteType(uint32_t nlriType, BgpLsParseContext *context);
 BGP_DATATYPES_API uint32_t BgpLsParseProtocol(uint32_t protocolId, BgpLsParseContext *context);
-using BgpLsHandlerRoutine = uint32_t(uint32_t flag, char *value, void *target, BgpLsParseContext *context);
-BGP_DATATYPES_API BgpLsHandlerRoutine BgpLsParseIdentifier, BgpLsParseLocalNode, BgpLsParseRemoteNode, BgpLsParseLink,
+BGP_DATATYPES_API BgpLsHandler BgpLsParseIdentifier, BgpLsParseLocalNode, BgpLsParseRemoteNode, BgpLsParseLink,
     BgpLsParsePrefix, BgpLsParseTe, BgpLsParseSid, BgpLsParseDiscard, BgpLsParseNodeDescIgpRouterId;
 // All groups of the context's text.
 BGP_DATATYPES_API uint32_t BgpLsParseLsPrefixEntry(BgpLsParseContext *context);

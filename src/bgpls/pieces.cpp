@@ -1,7 +1,6 @@
 #include "bgpls/pieces.h"
 
 #include "asnum/asnum.h"
-#include "host/text.h"
 
 namespace bgp {
 
@@ -96,6 +95,25 @@ void SYSDT_LS_Ipv4Ipv6ToStr(const uint8_t *at, char (&text)[kAddressPiece])
     } else if (address.flag == 1) {
         inet_ntop6(address.ipv6, text, sizeof text);
     }
+}
+
+uint32_t Append(const Output &output, const char *format, const Argument *arguments)
+{
+    if (*output.printed >= output.limit) {
+        return DT_ERR_FAIL;
+    }
+    const int32_t written = Print(output.buffer + *output.printed, output.limit - *output.printed, format, arguments);
+    if (written < 0) {
+        return DT_ERR_FAIL;
+    }
+    *output.printed += static_cast<uint32_t>(written);
+    return DT_OK;
+}
+
+uint32_t AppendMt(const Output &output, const MtFormats &formats, uint32_t mtId, const Argument *arguments)
+{
+    return mtId != kLsNoMtId ? Append(output, formats.with, arguments)
+                             : Append(output, formats.without, arguments + formats.skip);
 }
 
 } // namespace bgp

@@ -1,11 +1,11 @@
-// The pieces that the text of a BGP-LS key is put together from. Each is made from a field's bytes into a buffer of its
-// own, terminated, and empty when there is nothing to show.
+// The pieces that the text of a BGP-LS key is put together from, and the text that grows out of them. Each piece is
+// made from a field's bytes into a buffer of its own, terminated, and empty when there is nothing to show.
 #ifndef BGP_BGPLS_PIECES_H
 #define BGP_BGPLS_PIECES_H
 
 #include "bgpls/record.h"
 #include "host/bytes.h"
-#include "host/host_services.h"
+#include "host/text.h"
 
 namespace bgp {
 
@@ -47,6 +47,25 @@ void BgpLsIdToStr(const uint8_t *at, const uint8_t *existFlag, uint32_t existBit
 void IgpRouterIdToStr(const uint8_t *area, char (&text)[kNodePiece]);
 // Either family, empty for a flag that names neither.
 void SYSDT_LS_Ipv4Ipv6ToStr(const uint8_t *at, char (&text)[kAddressPiece]);
+
+// The text so far: sections are appended at its end, and all of them together stay below the limit.
+struct Output {
+    char *buffer;
+    uint32_t limit;
+    uint32_t *printed;
+};
+
+// A section. DT_ERR_FAIL when there is no room left or the host's formatter refuses.
+uint32_t Append(const Output &output, const char *format, const Argument *arguments);
+
+// A section with and without its multi-topology id, which is the first or the last argument.
+struct MtFormats {
+    const char *with;
+    const char *without;
+    uint32_t skip; // arguments that only `with` has, at the front
+};
+
+uint32_t AppendMt(const Output &output, const MtFormats &formats, uint32_t mtId, const Argument *arguments);
 
 } // namespace bgp
 

@@ -25,33 +25,6 @@ uint64_t IdentifierOf(const uint8_t *record)
 
 // ---------------------------------------------------------------------------------------------------------- sections
 
-// The text so far: sections are appended at its end, and all of them together stay below the limit.
-struct Output {
-    char *buffer;
-    uint32_t limit;
-    uint32_t *printed;
-};
-
-uint32_t Append(const Output &output, const char *format, const Argument *arguments)
-{
-    if (*output.printed >= output.limit) {
-        return DT_ERR_FAIL;
-    }
-    const int32_t written = Print(output.buffer + *output.printed, output.limit - *output.printed, format, arguments);
-    if (written < 0) {
-        return DT_ERR_FAIL;
-    }
-    *output.printed += static_cast<uint32_t>(written);
-    return DT_OK;
-}
-
-// A section with and without its multi-topology id, which is the first or the last argument.
-struct MtFormats {
-    const char *with;
-    const char *without;
-    uint32_t skip; // arguments that only `with` has, at the front
-};
-
 constexpr MtFormats kPrefixFormats{"[PREFIX[mt-id%u][ospf-route-type%u][prefix%s/%u]]",
                                    "[PREFIX[ospf-route-type%u][prefix%s/%u]]", 1};
 constexpr MtFormats kSidFormats{"[SID[mt-id%u][sid%s]]", "[SID[sid%s]]", 1};
@@ -59,12 +32,6 @@ constexpr MtFormats kLinkIdFormats{"[LINK[link-local-id%s][link-remote-id%s][mt-
                                    "[LINK[link-local-id%s][link-remote-id%s]]", 0};
 constexpr MtFormats kLinkAddressFormats{"[LINK[if-address%s][peer-address%s][if-address%s][peer-address%s][mt-id%u]]",
                                         "[LINK[if-address%s][peer-address%s][if-address%s][peer-address%s]]", 0};
-
-uint32_t AppendMt(const Output &output, const MtFormats &formats, uint32_t mtId, const Argument *arguments)
-{
-    return mtId != kLsNoMtId ? Append(output, formats.with, arguments)
-                             : Append(output, formats.without, arguments + formats.skip);
-}
 
 // A node descriptor by what names the node: an IGP router id, or a BGP router id.
 struct NodeFormats {

@@ -1,11 +1,13 @@
 // BGPLSPREFIX, the stored form alone: byte order, check, comparison, help, and the layouts that tools read.
 //
 //   bytes  field           width  meaning, the same for all NLRI types
-//   0-3    uiRouteType     u32    NLRI type: 1 node, 2 link, 3 IPv4 prefix, 4 IPv6 prefix, 5 TE policy, 6 SRv6 SID
-//   4-7    uiProtocolId    u32    1, 2 IS-IS level 1, 2; 3 OSPFv2; 4 direct; 5 static; 6 OSPFv3; 7 BGP; 9 segment
-//   routing 8-15   uiIdentifier    u64    instance identifier 16-23  stLocalAs       u32x2  AS number of the local node
-//   and its notation 24-27  stLocalBgpLsId  u32    BGP-LS identifier of the local node 28-    the NLRI type's own
-//   fields (record.h), existFlag last, zero behind it
+//   0-3    uiRouteType     u32    1 node, 2 link, 3 IPv4 prefix, 4 IPv6 prefix, 5 TE policy, 6 SRv6 SID
+//   4-7    uiProtocolId    u32    1 IS-IS level 1, 2 IS-IS level 2, 3 OSPFv2, 4 direct, 5 static, 6 OSPFv3,
+//                                 7 BGP, 9 segment routing
+//   8-15   uiIdentifier    u64    instance identifier
+//   16-23  stLocalAs       2 u32  AS number of the local node, and its notation
+//   24-27  stLocalBgpLsId  u32    BGP-LS identifier of the local node
+//   28-                           the NLRI type's own fields (record.h), existFlag last, zero behind it
 //
 // Host byte order; IPv6 addresses, SIDs and IGP router ids are byte strings.
 #include "bgpls/record.h"
@@ -103,14 +105,7 @@ const BgpLayout *DescribeBgpLs(const void *value, uint32_t length)
 
 BGP_CHECK_LENGTH(SYSDT_LSPrefixCheck, bgp::kLsRecordSize)
 BGP_HELP(SYSDT_LSPrefixHelp, bgp::kHelp)
-
-int32_t SYSDT_LSPrefixCompare(const void *, uint32_t length, const void *left, const void *right)
-{
-    if (left == nullptr || right == nullptr) {
-        return static_cast<int32_t>(DT_ERR_NULL_PTR);
-    }
-    return bgp::CompareBytes(left, right, length);
-}
+BGP_COMPARE_BYTES_TESTED(SYSDT_LSPrefixCompare)
 
 // One-sided: the NLRI type that selects the fields is the one read after reversal, so network order becomes host order
 // whole, while of a record in host order only the type word is reversed. Hosts count on both.

@@ -17,6 +17,7 @@ namespace {
 
 constexpr uint16_t kLength = 8;
 constexpr uint16_t kCommunityTextSize = 33;
+constexpr uint32_t kTextLimit = kCommunityTextSize - 1; // terminator included
 
 constexpr BgpField kFields[] = {
     Number("community", 0, 4),
@@ -64,22 +65,6 @@ uint32_t FromLowerCase(const char *name, uint32_t *community)
     return DT_ERR_FAIL;
 }
 
-// The lower-case copy is the handle's memory, and goes back to it whether or not the name is known.
-uint32_t LookUp(uint32_t memoryHandle, Text text, uint32_t *community)
-{
-    auto *lower = static_cast<char *>(SYS_DataTypeMallocByHandle(memoryHandle, text.length + 1));
-    if (lower == nullptr) {
-        return DT_ERR_NO_MEMORY;
-    }
-    char typed[kLongestCommunity + 1];
-    uint32_t code = DT_ERR_FAIL;
-    if (Terminate(text, typed, sizeof typed) && SMP_ToLowerString(typed, lower) == 0) {
-        code = FromLowerCase(lower, community);
-    }
-    SYS_DataTypeFree(lower);
-    return code;
-}
-
 uint32_t FromNumbers(const Numbers &numbers, Community &community)
 {
     const uint64_t first = numbers.at[0];
@@ -119,7 +104,7 @@ uint32_t ReadCommunity(uint32_t memoryHandle, Text text, Community &community)
         return DT_ERR_FAIL;
     }
     uint32_t number = 0;
-    const uint32_t code = LookUp(memoryHandle, text, &number);
+    const uint32_t code = BRM_GetWellKnownCmyVal(memoryHandle, text.length, &number, text.at);
     if (code == DT_OK) {
         community = {number, kByNumberOrName};
     }
@@ -144,15 +129,6 @@ uint32_t FormatNameless(Community community, char *to, uint32_t room)
     }
 }
 
-// A formatted text goes out; an empty one stands for a form that is not typed.
-uint32_t HandOut(const char *text, uint32_t length, char *buffer, uint32_t *printed)
-{
-    if (length == 0) {
-        return DT_ERR_INVALID_VALUE;
-    }
-    return Printed(PrintText(buffer, kCommunityTextSize - 1, text), printed);
-}
-
 } // namespace
 
 uint32_t FormatCommunity(Community community, char *to, uint32_t room)
@@ -169,11 +145,12 @@ namespace {
 uint32_t PrintCommunity(const uint8_t *value, uint32_t, char *buffer, uint32_t *printed)
 {
     const auto community = Load<Community>(value);
-    if (community.number == 0 && community.form == kUnset) {
-        return Printed(PrintText(buffer, kCommunityTextSize - 1, ""), printed);
+    const bool unset = community.number == 0 && community.form == kUnset;
+    if (const char *name = unset ? "" : NameOf(community.number); name != nullptr) {
+        return Printed(PrintText(buffer, kTextLimit, name), printed);
     }
-    char text[kCommunityTextSize];
-    return HandOut(text, FormatCommunity(community, text, sizeof text - 1), buffer, printed);
+    void *handedOver = nullptr; // by FormatOut in any case
+    return SYSDT_FormatNoWellKnowCmy(printed, buffer, &handedOver, value);
 }
 
 // -------------------------------------------------------------------------------------------------------- operations
@@ -202,16 +179,29 @@ uint32_t SYSDT_Str2Community(uint32_t memoryHandle, const char *text, void *valu
     return code;
 }
 
+// The lower-case copy is the handle's memory, and goes back to it whether or not the name is known.
 uint32_t BRM_GetWellKnownCmyVal(uint32_t memoryHandle, uint32_t textLength, uint32_t *community, const char *text)
 {
-    return bgp::LookUp(memoryHandle, {text, textLength}, community);
+    auto *lower = static_cast<char *>(SYS_DataTypeMallocByHandle(memoryHandle, textLength + 1));
+    if (lower == nullptr) {
+        return DT_ERR_NO_MEMORY;
+    }
+    lower[0] = '\0'; // no name, should the host make no copy
+    char typed[bgp::kLongestCommunity + 1];
+    if (bgp::Terminate({text, textLength}, typed, sizeof typed)) {
+        SMP_ToLowerString(typed, lower);
+    }
+    const uint32_t code = bgp::FromLowerCase(lower, community);
+    SYS_DataTypeFree(lower);
+    return code;
 }
 
 uint32_t SYSDT_FormatNoWellKnowCmy(uint32_t *printed, char *buffer, void **outBuffer, const void *value)
 {
-    char text[bgp::kCommunityTextSize];
-    const uint32_t length = bgp::FormatNameless(bgp::Load<bgp::Community>(value), text, sizeof text - 1);
-    const uint32_t code = bgp::HandOut(text, length, buffer, printed);
+    char text[bgp::kTextLimit];
+    const uint32_t length = bgp::FormatNameless(bgp::Load<bgp::Community>(value), text, sizeof text);
+    const uint32_t code =
+        length == 0 ? DT_ERR_INVALID_VALUE : bgp::Printed(bgp::PrintText(buffer, bgp::kTextLimit, text), printed);
     if (code != DT_OK) {
         *outBuffer = buffer;
     }

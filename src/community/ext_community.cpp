@@ -20,7 +20,6 @@ namespace {
 constexpr uint16_t kLength = 12;
 constexpr uint32_t kUnsetKey = 0x0000;
 constexpr uint32_t kBandwidthKey = 0x030e;
-constexpr uint32_t kAsTrans = 23456; // stands for an AS number that needs four bytes (RFC 6793)
 
 constexpr BgpField kFields[] = {
     ByteArray("extcommunity", 0, 8),

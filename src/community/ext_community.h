@@ -9,6 +9,8 @@ namespace bgp {
 extern const BgpLayout kExtCommunityLayout;
 extern const BgpLayout kSooLayout;
 
+inline constexpr uint32_t kAsTrans = 23456; // stands for an AS number that needs four bytes (RFC 6793)
+
 } // namespace bgp
 
 #endif

@@ -6,6 +6,7 @@
 //   2-3    AS number  u16    host order; 23456 stands for a number that needs four bytes (RFC 6793)
 //   4-11   bandwidth  u64    host order; 0 prints as the empty text
 #include "community/community.h"
+#include "community/ext_community.h"
 #include "host/layout.h"
 #include "host/operations.h"
 
@@ -14,7 +15,6 @@ namespace bgp {
 namespace {
 
 constexpr uint16_t kLength = 12;
-constexpr uint16_t kAsTrans = 23456;
 
 constexpr BgpField kFields[] = {
     Number("bitMask", 0, 2),

@@ -36,7 +36,7 @@ uint32_t SYSDT_getStrDotNum(const char *text)
 
 uint32_t BGP_DATATYPE_IsHex(char character)
 {
-    return bgp::IsDigit(character) || (character >= 'A' && character <= 'F') || (character >= 'a' && character <= 'f');
+    return bgp::IsHexDigit(character);
 }
 
 void SYSDT_Ipv6AddrNtoH(const void *body, uint16_t *words)

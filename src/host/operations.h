@@ -41,6 +41,16 @@
         return bgp::CompareBytes(left, right, length);                                                                 \
     }
 
+// The same, with DT_ERR_NULL_PTR in place of an order when a pointer is null.
+#define BGP_COMPARE_BYTES_TESTED(name)                                                                                 \
+    int32_t name(const void *, uint32_t length, const void *left, const void *right)                                   \
+    {                                                                                                                  \
+        if (left == nullptr || right == nullptr) {                                                                     \
+            return static_cast<int32_t>(DT_ERR_NULL_PTR);                                                              \
+        }                                                                                                              \
+        return bgp::CompareBytes(left, right, length);                                                                 \
+    }
+
 #define BGP_LUA_SET(name, rule)                                                                                        \
     uint32_t name(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t, uint16_t length,                  \
                   const void *value)                                                                                   \

@@ -109,8 +109,8 @@ constexpr uint32_t DigitValue(char character)
     return 0xFF;
 }
 
-// Reads one number of one or more digits, of any length; what exceeds 64 bits saturates. Returns the first character
-// behind it, null when there is no digit.
+// Reads one number of one or more digits, of any length; from UINT64_MAX / Base * Base on it saturates. Returns the
+// first character behind it, null when there is no digit.
 template <uint32_t Base = 10>
 inline const char *ReadNumber(const char *at, const char *end, uint64_t *number)
 {

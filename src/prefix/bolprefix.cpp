@@ -127,9 +127,16 @@ uint32_t SYSDT_BolPrefixFormatIn(const DataTypeRequest *request, uint32_t typeId
     if (bgp::IsNull(request, text, {outTypeId, outLength, outBuffer})) {
         return DT_ERR_NULL_PTR;
     }
-    return FirstSuccess([=](const BolPrefixSubtypeEntry &row) {
-        return row.FormatIn != nullptr &&
-               row.FormatIn(request, typeId, length, text, outTypeId, outLength, outBuffer) == DT_OK;
+    // Neighbouring rows share a parser, and what it refuses it refuses for all of them. Only a lack of memory is no
+    // refusal: the next row is asked all the same.
+    DataTypeFormatIn refuser = nullptr;
+    return FirstSuccess([=, &refuser](const BolPrefixSubtypeEntry &row) {
+        if (row.FormatIn == nullptr || row.FormatIn == refuser) {
+            return false;
+        }
+        const uint32_t code = row.FormatIn(request, typeId, length, text, outTypeId, outLength, outBuffer);
+        refuser = code == DT_ERR_NO_MEMORY ? nullptr : row.FormatIn;
+        return code == DT_OK;
     });
 }
 

@@ -12,14 +12,13 @@
 #include "host/operations.h"
 #include "prefix/address_field.h"
 #include "prefix/prefix.h"
+#include "prefix/route_keys.h"
 
 namespace bgp {
 
 // ------------------------------------------------------------------------------------------------------------ text out
 
 namespace {
-
-constexpr uint32_t kPrintSize = kTextSize - 1;
 
 // A text that grows piece by piece.
 struct Page {
@@ -214,12 +213,7 @@ uint32_t SYSDT_EvnPrefix2Str(const void *value, char *buffer, uint32_t *printed)
 BGP_FORMAT_IN(SYSDT_EVNPrefixFormatIn, bgp::kIn)
 BGP_FORMAT_OUT(SYSDT_EVNPrefixFormatOut, bgp::kOut)
 
-// The length says it all, whatever the descriptor row says and even without a value.
-uint32_t SYSDT_EVNPrefixCheck(const void *, uint32_t, uint32_t length, const void *)
-{
-    return length == bgp::kBolPrefixLength ? DT_OK : DT_ERR_LENGTH;
-}
-
+BGP_KEY_CHECK(SYSDT_EVNPrefixCheck) // 89 bytes, whatever the descriptor row of EVNPREFIX says
 BGP_HELP(SYSDT_EVNPrefixHelp, bgp::kHelp)
 
 int32_t SYSDT_EVNPrefixCompare(const void *, uint32_t length, const void *left, const void *right)
@@ -235,11 +229,8 @@ int32_t SYSDT_EVNPrefixCompare(const void *, uint32_t length, const void *left, 
 uint32_t SYSDT_EVNPrefixLuaSet(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t, uint16_t length,
                                const void *value)
 {
-    if (L == nullptr || fieldName == nullptr || value == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
-    if (length < bgp::kBolPrefixLength) {
-        return DT_ERR_INVALID_PARAM;
+    if (const uint32_t code = bgp::LuaJudge(L, fieldName, value, length, bgp::kBolPrefixLength); code != DT_OK) {
+        return code;
     }
     const auto *bytes = static_cast<const uint8_t *>(value);
     char text[bgp::kPrintSize] = {};
@@ -258,11 +249,8 @@ uint32_t SYSDT_EVNPrefixLuaSet(lua_State *L, int32_t tableIndex, const char *fie
 uint32_t SYSDT_EVNPrefixLuaGet(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t, uint16_t length,
                                void *outValue)
 {
-    if (L == nullptr || fieldName == nullptr || outValue == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
-    if (length < bgp::kBolPrefixLength) {
-        return DT_ERR_INVALID_PARAM;
+    if (const uint32_t code = bgp::LuaJudge(L, fieldName, outValue, length, bgp::kBolPrefixLength); code != DT_OK) {
+        return code;
     }
     int32_t table = 0;
     if (const uint32_t code = bgp::LuaFindTable(L, tableIndex, fieldName, &table); code != DT_OK) {

@@ -53,6 +53,10 @@ bool ReadIpv4(const char *text, uint8_t *field);
 // "[IPv6]" at the cursor, which moves behind the bracket; 16 bytes.
 bool TakeBracketed(const char *&cursor, uint8_t *address16);
 
+// The parser of the multicast route that has so many colons outside brackets; null when none has.
+using RouteParser = uint32_t(const char *text, void *value);
+RouteParser *FindMulticastParser(uint32_t colonsOutside);
+
 // A parser of one route type: `read` fills the body, then the route type says that it is whole.
 template <class Read>
 uint32_t ParseRoute(uint8_t routeType, const char *text, void *value, Read read)

@@ -146,6 +146,20 @@ bool IsNull(const char *const *cursor, const void *result)
 
 } // namespace
 
+RouteParser *FindMulticastParser(uint32_t colonsOutside)
+{
+    switch (colonsOutside) {
+    case 6:
+        return SYSDT_Str2EvpnSmetRoute;
+    case 7:
+        return SYSDT_Str2EvpnJoinRoute;
+    case 8:
+        return SYSDT_Str2EvpnLeaveRoute;
+    default:
+        return nullptr;
+    }
+}
+
 } // namespace bgp
 
 // --------------------------------------------------------------------------------------------------- the field readers
@@ -203,18 +217,4 @@ uint32_t SYSDT_Str2EvpnJoinRoute(const char *text, void *value)
 uint32_t SYSDT_Str2EvpnLeaveRoute(const char *text, void *value)
 {
     return bgp::ParseFields(8, bgp::kLeaveFields, bgp::kLeaveCount, text, value);
-}
-
-uint32_t SYSDT_Str2EvpnMcRoute(const char *text, void *value, uint32_t colons)
-{
-    switch (colons) {
-    case 6:
-        return SYSDT_Str2EvpnSmetRoute(text, value);
-    case 7:
-        return SYSDT_Str2EvpnJoinRoute(text, value);
-    case 8:
-        return SYSDT_Str2EvpnLeaveRoute(text, value);
-    default:
-        return DT_ERR_FAIL;
-    }
 }

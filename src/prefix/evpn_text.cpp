@@ -180,7 +180,7 @@ struct Census {
     uint32_t dots, colons, dashes, brackets;
     uint32_t colonsOutside; // colons but those behind a "["
     bool inBrackets;        // the last bracket was a "["
-    bool prefixIpv4;        // neither two numbers nor an ESI came first: the address of an IP prefix did
+    bool prefixIpv4 = true; // neither two numbers nor an ESI came first: the address of an IP prefix did
     bool segment;           // an ESI and a length came first
     bool inclusive;         // nothing in brackets, and no ESI, came first
 };
@@ -243,8 +243,8 @@ uint32_t ParseBareEsi(const char *text, uint8_t *value, uint32_t checkMode)
 // The order of the questions is part of the syntax.
 uint32_t Dispatch(Text text, const Census &census, uint8_t *value, uint32_t checkMode)
 {
-    if (census.colonsOutside >= 6 && census.colonsOutside <= 8) {
-        return SYSDT_Str2EvpnMcRoute(text.at, value, census.colonsOutside);
+    if (RouteParser *parse = FindMulticastParser(census.colonsOutside); parse != nullptr) {
+        return parse(text.at, value);
     }
     if (census.segment) {
         return SYSDT_Str2Es(text.at, value, checkMode);
@@ -289,7 +289,6 @@ uint32_t SYSDT_Str2EvnPrefix(const char *text, void *value, uint32_t checkMode)
     const bgp::Text trimmed = bgp::Trim(text);
     char route[bgp::kLongestRoute + 1]; // terminated where the trimmed text ends
     bgp::Census census{};
-    census.prefixIpv4 = true;
     if (trimmed.length == 0 || !bgp::Terminate(trimmed, route, sizeof route) || !bgp::Count(trimmed, census)) {
         return DT_ERR_FAIL;
     }
@@ -328,6 +327,17 @@ uint32_t SYSDT_Str2IpPrefix(const char *text, void *value)
 uint32_t SYSDT_Str2Ipv6Prefix(const char *text, void *value)
 {
     return bgp::ParseRoute(5, text, value, bgp::ReadIpv6Prefix);
+}
+
+uint32_t SYSDT_Str2EvpnMcRoute(const char *text, void *value)
+{
+    if (text == nullptr || value == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    bgp::Census census{};
+    const bool counted = bgp::Count({text, static_cast<uint32_t>(std::strlen(text))}, census);
+    bgp::RouteParser *parse = counted ? bgp::FindMulticastParser(census.colonsOutside) : nullptr;
+    return parse != nullptr ? parse(text, value) : DT_ERR_FAIL;
 }
 
 uint32_t SYSDT_Str2EvpnIpv6(const char *text, uint8_t *ipv6, uint8_t *length)

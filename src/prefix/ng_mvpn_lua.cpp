@@ -64,11 +64,8 @@ constexpr BgpField NotationWord(const NgField &field)
 uint32_t SetTable(const NgKey &key, lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t length,
                   const void *value)
 {
-    if (L == nullptr || fieldName == nullptr || value == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
-    if (length < kBolPrefixLength) {
-        return DT_ERR_INVALID_PARAM;
+    if (const uint32_t code = LuaJudge(L, fieldName, value, length, kBolPrefixLength); code != DT_OK) {
+        return code;
     }
     const auto *bytes = static_cast<const uint8_t *>(value);
     SYSDT_SPTI_CreateTable(L, 0, 1 + 2 * key.count);

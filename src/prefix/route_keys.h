@@ -117,14 +117,4 @@ uint32_t ReadLuaKey(const ReaderRule &rule, lua_State *L, void *value, int32_t t
         return length == bgp::kBolPrefixLength ? DT_OK : DT_ERR_LENGTH;                                                \
     }
 
-// The order of the stored bytes, or DT_ERR_NULL_PTR in its place.
-#define BGP_KEY_COMPARE(name)                                                                                          \
-    int32_t name(const void *, uint32_t length, const void *left, const void *right)                                   \
-    {                                                                                                                  \
-        if (left == nullptr || right == nullptr) {                                                                     \
-            return static_cast<int32_t>(DT_ERR_NULL_PTR);                                                              \
-        }                                                                                                              \
-        return bgp::CompareBytes(left, right, length);                                                                 \
-    }
-
 #endif

@@ -89,7 +89,7 @@ BGP_FORMAT_IN(SYSDT_SdwanPrefixFormatIn, bgp::kIn)
 BGP_FORMAT_OUT(SYSDT_SdwanPrefixFormatOut, bgp::kOut)
 BGP_CHECK_LENGTH(SYSDT_SdwanPrefixCheck, bgp::kBolPrefixLength)
 BGP_HELP(SYSDT_SdwanPrefixHelp, bgp::kHelp)
-BGP_KEY_COMPARE(SYSDT_SdwanPrefixCompare)
+BGP_COMPARE_BYTES_TESTED(SYSDT_SdwanPrefixCompare)
 BGP_LUA_SET(SYSDT_SdwanPrefixLuaSet, bgp::kLua)
 
 uint32_t SYSDT_SdwanPrefixLuaGet(lua_State *L, int32_t tableIndex, void *value)

@@ -84,7 +84,7 @@ BGP_FORMAT_IN(SYSDT_SrPolicyPrefixFormatIn, bgp::kIn)
 BGP_FORMAT_OUT(SYSDT_SrPolicyPrefixFormatOut, bgp::kOut)
 BGP_CHECK_LENGTH(SYSDT_SrPolicyPrefixCheck, bgp::kBolPrefixLength)
 BGP_HELP(SYSDT_SrPolicyPrefixHelp, bgp::kHelp)
-BGP_KEY_COMPARE(SYSDT_SrPolicyPrefixCompare)
+BGP_COMPARE_BYTES_TESTED(SYSDT_SrPolicyPrefixCompare)
 BGP_LUA_SET(SYSDT_SrPolicyPrefixLuaSet, bgp::kLua)
 
 uint32_t SYSDT_SrPolicyPrefixLuaGet(lua_State *L, int32_t tableIndex, void *value)

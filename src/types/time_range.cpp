@@ -74,10 +74,13 @@ const BgpLayout kTimeRangeLayout = Layout(kFields, 4);
 
 uint32_t SYSDT_Str2TimeRange(const char *text, uint32_t *seconds)
 {
-    if (text == nullptr || seconds == nullptr) {
+    if (seconds == nullptr) {
         return DT_ERR_NULL_PTR;
     }
     *seconds = 0;
+    if (text == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
     const bgp::Text trimmed = bgp::Trim(text);
     return bgp::IsLong(trimmed, 8, 15) ? bgp::Read(trimmed, seconds) : DT_ERR_FAIL;
 }

@@ -125,6 +125,53 @@ TEST_F(AsNum, ParsersReportTheirOwnCodes)
     EXPECT_EQ(SYSDT_Str2AsNumExt("0", value), DT_OK);
 }
 
+TEST_F(AsNum, TheDotsChooseTheForm)
+{
+    const struct {
+        uint32_t dots;
+        const char *text;
+        uint32_t code, high;
+        uint64_t low;
+        const char *value;
+    } rows[] = {
+        {0, "1", DT_OK, 7, 1, "0100000000000000"},
+        {0, "65536", DT_OK, 7, 65536, "0000010000000000"},
+        {0, "4294967295", DT_OK, 7, 4294967295, "ffffffff00000000"},
+        {0, "4294967296", DT_ERR_FAIL, 7, 4294967296, "eeeeeeeeeeeeeeee"},
+        {0, "100 200", DT_OK, 7, 100, "6400000000000000"},
+        {0, "2.3", DT_OK, 7, 2, "0200000000000000"},
+        {0, "x", DT_ERR_FAIL, 7, 9, "eeeeeeeeeeeeeeee"},
+        {1, "1.0", DT_OK, 1, 0, "0000010001000000"},
+        {1, "65535.65535", DT_OK, 65535, 65535, "ffffffff01000000"},
+        {1, "0.5", DT_ERR_FAIL, 0, 5, "eeeeeeeeeeeeeeee"},
+        {1, "65536.1", DT_ERR_FAIL, 65536, 1, "eeeeeeeeeeeeeeee"},
+        {1, "1.65536", DT_ERR_FAIL, 1, 65536, "eeeeeeeeeeeeeeee"},
+        {1, "4294967297.1", DT_ERR_FAIL, 7, 9, "eeeeeeeeeeeeeeee"}, // no 32-bit number ends the scan
+        {1, "1", DT_ERR_FAIL, 1, 9, "eeeeeeeeeeeeeeee"},
+        {1, "1.x", DT_ERR_FAIL, 1, 9, "eeeeeeeeeeeeeeee"},
+        {2, "1.2.3", DT_ERR_FAIL, 7, 9, "eeeeeeeeeeeeeeee"},
+        {DT_ERR_FAIL, "1", DT_ERR_FAIL, 7, 9, "eeeeeeeeeeeeeeee"},
+    };
+    for (auto *select : {SYSDT_Str2AsNumSetAsType, SYSDT_Str2AsNumToAsType}) {
+        for (const auto &row : rows) {
+            uint32_t high = 7;
+            uint64_t low = 9;
+            uint8_t value[8];
+            std::memset(value, 0xEE, sizeof value);
+            EXPECT_EQ(select(row.dots, row.text, &high, &low, value), row.code) << row.text;
+            EXPECT_EQ(high, row.high) << row.text;
+            EXPECT_EQ(low, row.low) << row.text;
+            EXPECT_EQ(Hex(value, sizeof value), row.value) << row.text;
+        }
+    }
+    uint32_t high = 7;
+    uint64_t low = 9;
+    uint8_t value[8];
+    EXPECT_EQ(SYSDT_Str2AsNumSetAsType(0, "0", &high, &low, value), DT_ERR_FAIL);
+    EXPECT_EQ(SYSDT_Str2AsNumToAsType(0, "0", &high, &low, value), DT_OK);
+    EXPECT_EQ(Hex(value, sizeof value), "0000000000000000");
+}
+
 TEST_F(AsNum, NotationDecidesHowItPrints)
 {
     const struct {

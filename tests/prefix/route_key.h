@@ -9,6 +9,7 @@
 
 #include <lua.hpp>
 
+#include <algorithm>
 #include <fstream>
 #include <memory>
 #include <string>

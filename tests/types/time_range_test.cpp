@@ -53,6 +53,7 @@ TEST_F(TimeRange, ParserReportsItsOwnCodes)
 {
     uint32_t seconds = 5;
     EXPECT_EQ(SYSDT_Str2TimeRange(nullptr, &seconds), DT_ERR_NULL_PTR);
+    EXPECT_EQ(seconds, 0u);
     EXPECT_EQ(SYSDT_Str2TimeRange("1d2h3m4s", nullptr), DT_ERR_NULL_PTR);
     EXPECT_EQ(SYSDT_Str2TimeRange("1d2h3m", &seconds), DT_ERR_FAIL);
     EXPECT_EQ(seconds, 0u);

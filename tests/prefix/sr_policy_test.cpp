@@ -1,0 +1,574 @@
+// SRPOLICY, sub-type 14 of the composite route key: the key of a segment-routing policy (RFC 9830). Distinguisher u32
+// at byte 4, colour u32 at 8, endpoint IPv4 word at 12 or IPv6 bytes at 16, family u8 at 32 (0 IPv4, 1 IPv6).
+#include "prefix/route_key.h"
+
+#include <arpa/inet.h>
+
+#include <sstream>
+
+namespace {
+
+using namespace bgp::test;
+
+class SrPolicy : public PlugIn {};
+
+constexpr size_t kBody = 29; // bytes behind the sub-type word
+
+DataTypeDescriptor Sr()
+{
+    return SubType(14);
+}
+
+const std::string kDb8_1 = "20010db8000000000000000000000001"; // 2001:db8::1
+
+// The payload of an IPv6 key: distinguisher and colour as they lie in memory, no IPv4 word, address, family.
+std::string Six(std::string_view numbers, std::string_view address)
+{
+    return std::string(numbers) + "00000000" + std::string(address) + "01";
+}
+
+const std::string kFour = Key("0e000000 01000000 02000000 0100000a");       // [1][2][10.0.0.1]
+const std::string kSix = Key("0e000000" + Six("0100000002000000", kDb8_1)); // [1][2][2001:db8::1]
+
+TEST_F(SrPolicy, FillsItsRow)
+{
+    const BolPrefixSubtypeEntry &row = g_astBOL_PREFIX_ProcTable[14];
+    EXPECT_EQ(row.SubType, 14u);
+    EXPECT_STREQ(row.Name, "SRPOLICY");
+    EXPECT_EQ(row.FormatIn, SYSDT_SrPolicyPrefixFormatIn);
+    EXPECT_EQ(row.FormatOut, SYSDT_SrPolicyPrefixFormatOut);
+    EXPECT_EQ(row.Check, SYSDT_SrPolicyPrefixCheck);
+    EXPECT_EQ(row.Help, SYSDT_SrPolicyPrefixHelp);
+    EXPECT_EQ(row.Compare, SYSDT_SrPolicyPrefixCompare);
+    EXPECT_EQ(row.LuaSet, SYSDT_SrPolicyPrefixLuaSet);
+    EXPECT_EQ(row.LuaGet, nullptr);
+    EXPECT_EQ(g_astBOL_PREFIX_LuaGetTable[14].Reader, SYSDT_SrPolicyPrefixNewLuaGet);
+}
+
+// ------------------------------------------------------------------------------------------------------------ text in
+
+TEST_F(SrPolicy, ReadsAndPrintsIpv4Endpoints)
+{
+    const std::vector<KeyText> texts = {
+        {"[1][2][10.0.0.1]", kFour, ""},
+        {"[1][2][1.1.1.1]", Key("0e000000 01000000 02000000 01010101"), ""}, // 15 characters
+        {"[0][0][0.0.0.0]", Key("0e000000"), ""},
+        {"[16909060][84281096][9.10.11.12]", Key("0e000000 04030201 08070605 0c0b0a09"), ""},
+        {"[65535][65536][255.0.255.0]", Key("0e000000 ffff0000 00000100 00ff00ff"), ""},
+        {"[4294967295][4294967295][255.255.255.255]", Key("0e000000 ffffffff ffffffff ffffffff"), ""},
+        {" \t[1][2][10.0.0.1]\t ", kFour, "[1][2][10.0.0.1]"},
+        {"[1][2][10.0.0.1] ", kFour, "[1][2][10.0.0.1]"},
+        {std::string(400, ' ') + "[1][2][10.0.0.1]" + std::string(400, '\t'), kFour, "[1][2][10.0.0.1]"},
+    };
+    ExpectKeys(Sr(), texts);
+    ExpectKeys(Row("BOLPREFIX"), texts);
+}
+
+TEST_F(SrPolicy, ReadsAndPrintsIpv6Endpoints)
+{
+    const std::string zero(32, '0');
+    const std::vector<KeyText> texts = {
+        {"[1][2][2001:db8::1]", kSix, ""},
+        {"[0][0][::]", Key("0e000000" + Six("0000000000000000", zero)), ""},
+        {"[16909060][84281096][::1]", Key("0e000000" + Six("0403020108070605", "00000000000000000000000000000001")),
+         ""},
+        {"[4294967295][4294967295][1111:2222:3333:4444:5555:6666:7777:8888]",
+         Key("0e000000" + Six("ffffffffffffffff", "11112222333344445555666677778888")), ""},
+        {"[1][2][102:304:506:708:90a:b0c:d0e:f10]",
+         Key("0e000000" + Six("0100000002000000", "0102030405060708090a0b0c0d0e0f10")), ""},
+        {"[1][2][fe80::a]", Key("0e000000" + Six("0100000002000000", "fe80000000000000000000000000000a")), ""},
+        {"\t [1][2][2001:db8::1] \t", kSix, "[1][2][2001:db8::1]"},
+        // only the length of the printed form is compared
+        {"[1][2][2001:DB8::1]", kSix, "[1][2][2001:db8::1]"},
+    };
+    ExpectKeys(Sr(), texts);
+    ExpectKeys(Row("BOLPREFIX"), texts);
+}
+
+TEST_F(SrPolicy, OctetsAboveTheirRangeSpillOver)
+{
+    const std::vector<KeyText> texts = {
+        {"[1][2][1.1.1.256]", Key("0e000000 01000000 02000000 00010101"), "[1][2][1.1.1.0]"},
+        {"[1][2][1.1.1.300]", Key("0e000000 01000000 02000000 2c010101"), "[1][2][1.1.1.44]"},
+        {"[1][2][1.1.0.256]", Key("0e000000 01000000 02000000 00010101"), "[1][2][1.1.1.0]"},
+        {"[1][2][0.256.0.0]", Key("0e000000 01000000 02000000 00000001"), "[1][2][1.0.0.0]"},
+        {"[1][2][256.0.0.0]", Key("0e000000 01000000 02000000 00000000"), "[1][2][0.0.0.0]"},
+        {"[1][2][257.0.0.0]", Key("0e000000 01000000 02000000 00000001"), "[1][2][1.0.0.0]"},
+        {"[1][2][0.0.0.4294967295]", Key("0e000000 01000000 02000000 ffffffff"), "[1][2][255.255.255.255]"},
+        // 42 characters
+        {"[4294967295][4294967295][1000.255.255.255]", Key("0e000000 ffffffff ffffffff ffffffe8"),
+         "[4294967295][4294967295][232.255.255.255]"},
+    };
+    ExpectKeys(Sr(), texts);
+}
+
+TEST_F(SrPolicy, TheLastCharacterIsNeverLookedAt)
+{
+    EXPECT_EQ(FormatIn(Sr(), "[1][2][10.0.0.1x").value, kFour);
+    EXPECT_EQ(FormatIn(Sr(), "[1][2][10.0.0.1[").value, kFour);
+    EXPECT_EQ(FormatIn(Sr(), "[1][2][10.0.0.1.").value, kFour);
+    EXPECT_EQ(FormatIn(Sr(), "[1][2][10.0.0.1\xff").value, kFour);
+    EXPECT_EQ(FormatIn(Sr(), "[1][2][2001:db8::1x").value, kSix);
+    EXPECT_EQ(FormatIn(Sr(), "[1][2][2001:db8::1\x80").value, kSix);
+    EXPECT_EQ(FormatIn(Sr(), "[1][2][2001:db8::12").value, kSix);
+    EXPECT_EQ(FormatIn(Sr(), "[1][2][2001:db8::1").value,
+              Key("0e000000" + Six("0100000002000000", "20010db8000000000000000000000000"))); // 2001:db8::
+    // Behind an octet a digit belongs to the number, and the printed form has one character more.
+    EXPECT_EQ(FormatIn(Sr(), "[1][2][10.0.0.12").code, DT_ERR_INVALID_PARAM);
+}
+
+TEST_F(SrPolicy, RefusesOtherSpellings)
+{
+    ExpectRefused(Sr(), {
+                            "",
+                            " ",
+                            "[",
+                            "[]",
+                            "[][][]",
+                            "[1]",
+                            "[1][2]",
+                            "[1][2][]",
+                            "[1][2][",
+                            "[1][2][.]",
+                            // IPv4: leading zeros, signs, trailing characters
+                            "[1][2][10.0.0.01]",
+                            "[1][2][010.0.0.1]",
+                            "[01][2][10.0.0.1]",
+                            "[1][02][10.0.0.1]",
+                            "[+1][2][10.0.0.1]",
+                            "[-1][2][10.0.0.1]",
+                            "[1][2][+10.0.0.1]",
+                            "[1][2][10.0.0.1]]",
+                            "[1][2][10.0.0.1]x",
+                            "[1][2][10.0.0.1",
+                            "[1][2][10.0.0.1/32]",
+                            "[1][2][10.0.0.1].",
+                            "[1][2][10.0.0.1]\n",
+                            "[1][\n2][10.0.0.1]",
+                            // fields
+                            "[1][2][10.0.0]",
+                            "[1][2][10.0.0.]",
+                            "[1][2][10.0.0.0.1]",
+                            "[1][2][10.0.0.x]",
+                            "[1][2][x.0.0.1]",
+                            "[1][10.0.0.1]",
+                            "[1][2][3][10.0.0.1]",
+                            "[][2][10.0.0.1]",
+                            "[1][][10.0.0.1]",
+                            "[a][2][10.0.0.1]",
+                            "[1][b][10.0.0.1]",
+                            "[4294967296][2][10.0.0.1]",
+                            "[1][4294967296][10.0.0.1]",
+                            "[1][2][4294967296.0.0.1]",
+                            "[1][2][0.0.0.4294967296]",
+                            "[99999999999][2][10.0.0.1]",
+                            // brackets
+                            "1][2][10.0.0.1]",
+                            "(1)(2)(10.0.0.1)",
+                            "[1][2]10.0.0.1]]",
+                            "[1]-[2][10.0.0.1]",
+                            "[1][2]:10.0.0.1]",
+                            "x[1][2][10.0.0.1]",
+                            // blanks
+                            "[1] [2][10.0.0.1]",
+                            "[ 1][2][10.0.0.1]",
+                            "[1][2][10.0.0.1 ]",
+                            "[1][2]\t[10.0.0.1]",
+                            "[1][2][ 2001::1]",
+                            "[1][2][2001::1\t]",
+                            // lengths: 14 and 43 with a dot, 7 and 68 without
+                            "[1][2][1.1.1.1",
+                            "[1][2][1.1.1.]",
+                            "[1][][1.1.1.1]",
+                            "[4294967295][4294967295][1000.1000.255.255]",
+                            "[1][2][",
+                            "[4294967295][4294967295][1111:2222:3333:4444:5555:6666:7777:8888]]]]",
+                            std::string(5000, '['),
+                            "[1][2][" + std::string(300, 'a') + "]",
+                            "[1][2][." + std::string(300, 'a') + "]",
+                            // IPv6: spellings of another length than the one that is printed
+                            "[1][2][2001:db8:0:0:0:0:0:1]",
+                            "[1][2][2001:db8:0::1]",
+                            "[1][2][2001:0db8::1]",
+                            "[1][2][2001:db8::0001]",
+                            "[01][2][2001:db8::1]",
+                            "[1][02][2001:db8::1]",
+                            "[1][2][0::0]",
+                            "[1][2][2001:db8::1]x",
+                            "[1][2][2001:db8::1]]",
+                            // IPv6: no address, numbers
+                            "[1][2][zz::1]",
+                            "[1][2][2001:db8::12345]",
+                            "[1][2][2001:db8:::1]",
+                            "[1][2][2001:db8]",
+                            "[1][2][12345678]",
+                            "[+1][2][2001:db8::1]",
+                            "[4294967296][2][2001:db8::1]",
+                            "[1][4294967296][2001:db8::1]",
+                            "[1][2]2001:db8::1]",
+                            "[1][2001:db8::1]",
+                            "[1][2][2001:db8::1%1]",
+                            "[1][2][\xff\xff\xff]",
+                            // a dot makes it IPv4
+                            "[1][2][::ffff:10.0.0.1]",
+                            "[1][2][2001:db8::1].",
+                            // keys of other sub-types
+                            "10.0.0.1",
+                            "1-100-200-10.1.1.1",
+                            "1/10.1.1.1/100",
+                            "100:10.1.1.1:225.1.1.1",
+                            "2001:db8::1",
+                        });
+}
+
+TEST_F(SrPolicy, ParsersReportTheirOwnCodes)
+{
+    for (auto *parse : {SYSDT_Str2SrPolicyPrefix, SYSDT_Str2Srv4PolicyPrefix}) {
+        ExpectParserPointers(parse, "[1][2][10.0.0.1]");
+        const Parsed parsed = Parse(parse, "[1][2][10.0.0.1]", kBody);
+        EXPECT_EQ(parsed.code, DT_OK);
+        EXPECT_EQ(parsed.bytes, Padded("01000000020000000100000a", kBody));
+        for (const char *text : {"[1][2][10.0.0.01]", "[1][2][1.1.1.1", "[1][2][10.0.0.x]",
+                                 "[4294967295][4294967295][1000.1000.255.255]"}) {
+            EXPECT_EQ(Parse(parse, text, kBody).code, DT_ERR_FAIL) << text;
+        }
+    }
+    for (auto *parse : {SYSDT_Str2SrPolicyPrefix, SYSDT_Str2Srv6PolicyPrefix}) {
+        ExpectParserPointers(parse, "[1][2][2001:db8::1]");
+        const Parsed parsed = Parse(parse, "[1][2][2001:db8::1]", kBody);
+        EXPECT_EQ(parsed.code, DT_OK);
+        EXPECT_EQ(parsed.bytes, Hex(Bytes(Six("0100000002000000", kDb8_1))));
+        for (const char *text : {"", "[1][2][", "[1][x][2001:db8::1]", "[1][2][2001:db8:0::1]", "[1][2][2001:db8::1]]",
+                                 "[4294967295][4294967295][1111:2222:3333:4444:5555:6666:7777:8888]]]]"}) {
+            const uint32_t code = Parse(parse, text, kBody).code;
+            EXPECT_TRUE(code == DT_ERR_FAIL || code == DT_ERR_INVALID_PARAM) << text;
+        }
+        // Seven characters, no third item, another length than printed; then what is no address.
+        EXPECT_EQ(Parse(parse, "[1][2][", kBody).code, DT_ERR_FAIL);
+        EXPECT_EQ(Parse(parse, "[1][22][", kBody).code, DT_ERR_FAIL);
+        EXPECT_EQ(Parse(parse, "[1][2][2001:db8:0::1]", kBody).code, DT_ERR_FAIL);
+        EXPECT_EQ(Parse(parse, "[1][2][zz::1]", kBody).code, DT_ERR_INVALID_PARAM);
+        EXPECT_EQ(Parse(parse, "[1][2][]", kBody).code, DT_ERR_INVALID_PARAM);
+        EXPECT_EQ(Parse(parse, "[1][2][2001:db8::1]]", kBody).code, DT_ERR_INVALID_PARAM);
+    }
+    EXPECT_EQ(Parse(SYSDT_Str2SrPolicyPrefix, " [1][2][10.0.0.1]\t", kBody).code, DT_OK);
+    EXPECT_EQ(Parse(SYSDT_Str2SrPolicyPrefix, "[1] [2][10.0.0.1]", kBody).code, DT_ERR_FAIL);
+    EXPECT_EQ(Parse(SYSDT_Str2SrPolicyPrefix, "[1][2][2001:db8:: 1]", kBody).code, DT_ERR_FAIL);
+    for (const char *text : {"[1][2][10.0.0.1]", "[1][2][2001:db8::1]"}) {
+        host::SetFaults({.failPrint = 1});
+        EXPECT_EQ(Parse(SYSDT_Str2SrPolicyPrefix, text, kBody).code, DT_ERR_FAIL) << text;
+    }
+}
+
+TEST_F(SrPolicy, TheEndpointInWords)
+{
+    const std::string body = Bytes("aaaaaaaa bbbbbbbb cccccccc 0102030405060708090a0b0c0d0e0f10 01");
+    uint16_t words[8] = {};
+    SYSDT_Ipv6AddrNtoH(body.data(), words);
+    const uint16_t expected[8] = {0x0102, 0x0304, 0x0506, 0x0708, 0x090a, 0x0b0c, 0x0d0e, 0x0f10};
+    for (size_t i = 0; i < 8; ++i) {
+        EXPECT_EQ(words[i], expected[i]) << i;
+    }
+}
+
+// ----------------------------------------------------------------------------------------------------------- text out
+
+TEST_F(SrPolicy, TheFamilyChoosesTheForm)
+{
+    const std::string head = "0e000000 01000000 02000000 0100000a" + kDb8_1;
+    EXPECT_EQ(FormatOut(Sr(), Key(head + "00")).text, "[1][2][10.0.0.1]");
+    for (const char *family : {"01", "02", "80", "ff"}) {
+        EXPECT_EQ(FormatOut(Sr(), Key(head + family)).text, "[1][2][2001:db8::1]");
+    }
+}
+
+TEST_F(SrPolicy, AShorterValueIsExtendedByZeros)
+{
+    EXPECT_EQ(FormatOut(Sr(), "0e000000").text, "[0][0][0.0.0.0]");
+    EXPECT_EQ(FormatOut(Sr(), "0e00000001").text, "[1][0][0.0.0.0]");
+    EXPECT_EQ(FormatOut(Sr(), "0e00000001000000020000000100000a").text, "[1][2][10.0.0.1]");
+    EXPECT_EQ(FormatOut(Sr(), kSix, 1, 32).text, "[1][2][0.0.0.0]"); // the family is cut off
+    EXPECT_EQ(FormatOut(Sr(), kSix, 1, 33).text, "[1][2][2001:db8::1]");
+    EXPECT_EQ(FormatOut(Sr(), Padded(kFour, 90)).text, "[1][2][10.0.0.1]");
+}
+
+TEST_F(SrPolicy, PrintersTellTheLength)
+{
+    const std::string four = Padded("01000000020000000100000a", kBody);
+    const std::string six = Six("0100000002000000", kDb8_1);
+    for (auto *print : {SYSDT_SrPolicyPrefix2Str, SYSDT_Srv4PolicyPrefix2Str}) {
+        const Printed printed = Print(print, four);
+        EXPECT_EQ(printed.code, DT_OK);
+        EXPECT_EQ(printed.text, "[1][2][10.0.0.1]");
+        EXPECT_EQ(printed.length, 16u);
+    }
+    for (auto *print : {SYSDT_SrPolicyPrefix2Str, SYSDT_Srv6PolicyPrefix2Str}) {
+        const Printed printed = Print(print, six);
+        EXPECT_EQ(printed.code, DT_OK);
+        EXPECT_EQ(printed.text, "[1][2][2001:db8::1]");
+        EXPECT_EQ(printed.length, 19u);
+    }
+    for (auto *print : {SYSDT_SrPolicyPrefix2Str, SYSDT_Srv4PolicyPrefix2Str, SYSDT_Srv6PolicyPrefix2Str}) {
+        host::SetFaults({.failPrint = 1});
+        EXPECT_EQ(Print(print, six).code, DT_ERR_FAIL);
+    }
+}
+
+TEST_F(SrPolicy, AFailedPrintReleasesOnlyItsOwnBuffer)
+{
+    ExpectPrintFailures(Sr(), kFour, 1);
+    ExpectPrintFailures(Sr(), kSix, 1);
+}
+
+TEST_F(SrPolicy, AnotherSubTypeReleasesTheBufferWhoseverItIs)
+{
+    for (const char *word : {"0f000000", "00000000", "10000000", "0e010000", "0e000001", "ffffffff"}) {
+        SCOPED_TRACE(word);
+        const std::string value = With(kFour, 0, word);
+        ExpectFailedAndFreed(FormatOutFreeing(Sr(), value));
+        const Into into = FormatOutInto(Sr(), value, 1, kKeyTextSize);
+        EXPECT_EQ(into.out.code, DT_ERR_FAIL);
+        EXPECT_EQ(into.out.typeId, 0);
+        EXPECT_EQ(into.out.length, 0);
+        EXPECT_TRUE(into.released);
+        EXPECT_EQ(into.allocations, 0u);
+        EXPECT_TRUE(into.guardsIntact);
+    }
+    EXPECT_TRUE(FormatOutInto(Sr(), kFour, 1, kKeyTextSize, 0).released); // no sub-type is seen
+    EXPECT_FALSE(FormatOutInto(Sr(), kFour, 1, kKeyTextSize, 4).released);
+    // A refused mode releases nothing.
+    EXPECT_FALSE(FormatOutInto(Sr(), With(kFour, 0, "0f000000"), 4, kKeyTextSize).released);
+}
+
+TEST_F(SrPolicy, ObeysTheContract)
+{
+    Contract contract{.text = "[1][2][10.0.0.1]",
+                      .value = kFour,
+                      .inModes = "PPPPUPPU",
+                      .outModes = "TTTTUTTU",
+                      .helpModes = "-H----H-",
+                      .helpText = "[X][X][X.X.X.X]",
+                      .resultTypeId = kKeyType,
+                      .resultLength = kKeyLength,
+                      .textSize = kKeyTextSize,
+                      .helpPlainMemory = true,
+                      .clearsFirst = true};
+    Sweep(Sr(), contract);
+    contract.text = "[1][2][2001:db8::1]";
+    contract.value = kSix;
+    Sweep(Sr(), contract);
+}
+
+TEST_F(SrPolicy, ResultsComeFromTheHandleAndHelpTextsDoNot)
+{
+    host::TakeCounters();
+    EXPECT_EQ(FormatIn(Sr(), "[1][2][10.0.0.1]").code, DT_OK);
+    EXPECT_EQ(FormatOut(Sr(), kFour).code, DT_OK);
+    const host::Counters counters = host::TakeCounters();
+    EXPECT_EQ(counters.allocations, 2u);
+    EXPECT_EQ(counters.plainAllocations, 0u);
+    EXPECT_EQ(AllocationsOfHelp(Sr()).plain, 1u);
+    EXPECT_EQ(Help(Sr(), 1, 11, 22).helpWord, 22u);
+    host::SetFaults({.helpInitCode = 0x1234});
+    EXPECT_EQ(Help(Sr()).code, 0x1234u);
+}
+
+// ------------------------------------------------------------------------------------------------- check and compare
+
+TEST_F(SrPolicy, CheckWants89Bytes)
+{
+    const std::string bytes(200, '\xff');
+    for (uint32_t length = 0; length < 200; ++length) {
+        EXPECT_EQ(Sr().Check(nullptr, 0, length, bytes.data()), length == 89 ? DT_OK : DT_ERR_LENGTH) << length;
+        EXPECT_EQ(Sr().Check(nullptr, 0, length, nullptr), DT_ERR_NULL_PTR);
+    }
+}
+
+TEST_F(SrPolicy, ComparesEveryByte)
+{
+    const DataTypeDescriptor row = Sr();
+    EXPECT_EQ(CompareKeys(row, kFour, kFour), 0);
+    for (size_t at = 0; at < 89; ++at) {
+        const std::string more = With(Key(""), at, "80");
+        const std::string less = With(Key(""), at, "7f");
+        EXPECT_EQ(CompareKeys(row, more, less), 1) << at;
+        EXPECT_EQ(CompareKeys(row, less, more), -1) << at;
+        EXPECT_EQ(CompareKeys(row, less, more, static_cast<uint32_t>(at)), 0) << at;
+    }
+    EXPECT_EQ(CompareKeys(row, With(kFour, 33, "01"), kFour), 1); // the padding counts
+    // In memory the least significant byte comes first.
+    EXPECT_EQ(CompareKeys(row, Key("0e000000 01000000"), Key("0e000000 00010000")), 1);
+    const std::string bytes = Bytes(kFour);
+    EXPECT_EQ(static_cast<uint32_t>(row.Compare(nullptr, 89, nullptr, bytes.data())), DT_ERR_NULL_PTR);
+    EXPECT_EQ(static_cast<uint32_t>(row.Compare(nullptr, 89, bytes.data(), nullptr)), DT_ERR_NULL_PTR);
+    EXPECT_EQ(static_cast<uint32_t>(row.Compare(nullptr, 0, nullptr, nullptr)), DT_ERR_NULL_PTR);
+}
+
+// ---------------------------------------------------------------------------------------------------------------- Lua
+
+TEST_F(SrPolicy, ToLua)
+{
+    ExpectSets(Sr(), kFour,
+               "{bolSrPolicyDistinguisher=1, bolSrPolicyEndpointv4=167772161, "
+               "bolSrPolicyEndpointv6={0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0}, bolSrPolicyPolicyColor=2, "
+               "bolSrPolicyPolicyType=0, bolType=14}");
+    ExpectSets(Sr(), Key("0f000100 ffffffff feffffff fdffffff 0102030405060708090a0b0c0d0e0fff 07"),
+               "{bolSrPolicyDistinguisher=4294967295, bolSrPolicyEndpointv4=4294967293, "
+               "bolSrPolicyEndpointv6={1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,255}, bolSrPolicyPolicyColor=4294967294, "
+               "bolSrPolicyPolicyType=7, bolType=65551}");
+}
+
+const std::string kLuaSix = "{32,1,13,184,0,0,0,0,0,0,0,0,0,0,0,1}"; // 2001:db8::1
+
+TEST_F(SrPolicy, Reader)
+{
+    const std::string none = Unwritten();
+    const std::string one = With(none, 4, "01000000");
+    const std::string two = With(one, 8, "02000000");
+    const std::string three = With(two, 12, "0100000a");
+    const std::string four = With(three, 16, kDb8_1);
+    const std::string d = "bolSrPolicyDistinguisher = 1, ";
+    const std::string c = "bolSrPolicyPolicyColor = 2, ";
+    const std::string v4 = "bolSrPolicyEndpointv4 = 0x0A000001, ";
+    const std::string v6 = "bolSrPolicyEndpointv6 = " + kLuaSix + ", ";
+    const std::string type = "bolSrPolicyPolicyType = 1";
+    ExpectReaderPointers(14);
+    // Five fields stand on the stack at the end, and six slots are dropped.
+    ExpectReads(
+        14,
+        {
+            {d + c + v4 + v6 + type, DT_OK, With(four, 32, "01"), -1},
+            {d + c + v4 + v6 + "bolSrPolicyPolicyType = 256", DT_OK, With(four, 32, "00"), -1},
+            {"bolSrPolicyDistinguisher = 4294967295, bolSrPolicyPolicyColor = 4294967296, bolSrPolicyEndpointv4 = '5', "
+             "bolSrPolicyEndpointv6 = {288,'1',-1,0,0,0,0,0,0,0,0,0,0,0,0,1,99}, bolSrPolicyPolicyType = '255'",
+             DT_OK, With(none, 4, "ffffffff 00000000 05000000 2001ff00000000000000000000000001 ff"), -1},
+            {c + v4 + v6 + type, DT_ERR_INVALID_PARAM, none, 1},
+            {"bolSrPolicyDistinguisher = 'x', " + c + v4 + v6 + type, DT_ERR_INVALID_PARAM, none, 1},
+            {"bolSrPolicyDistinguisher = {}, " + c + v4 + v6 + type, DT_ERR_INVALID_PARAM, none, 1},
+            {d + v4 + v6 + type, DT_ERR_INVALID_PARAM, one, 2},
+            {d + "bolSrPolicyPolicyColor = 'x', " + v4 + v6 + type, DT_ERR_INVALID_PARAM, one, 2},
+            {d + "bolSrPolicyPolicyColor = {}, " + v4 + v6 + type, DT_ERR_INVALID_PARAM, one, 2},
+            {d + c + v6 + type, DT_ERR_INVALID_PARAM, two, 3},
+            {d + c + "bolSrPolicyEndpointv4 = '10.0.0.1', " + v6 + type, DT_ERR_INVALID_PARAM, two, 3},
+            {d + c + "bolSrPolicyEndpointv4 = {}, " + v6 + type, DT_ERR_INVALID_PARAM, two, 3},
+            {d + c + v4 + type, DT_ERR_INVALID_PARAM, three, 4},
+            {d + c + v4 + "bolSrPolicyEndpointv6 = 'x', " + type, DT_ERR_INVALID_PARAM, three, 4},
+            {d + c + v4 + "bolSrPolicyEndpointv6 = 1, " + type, DT_ERR_INVALID_PARAM, three, 4},
+            {d + c + v4 + "bolSrPolicyEndpointv6 = {}, " + type, DT_ERR_INVALID_PARAM, three, 5},
+            {d + c + v4 + "bolSrPolicyEndpointv6 = {'x',1,13,184,0,0,0,0,0,0,0,0,0,0,0,1}, " + type,
+             DT_ERR_INVALID_PARAM, three, 5},
+            {d + c + v4 + v6, DT_ERR_INVALID_PARAM, four, 5},
+            {d + c + v4 + v6 + "bolSrPolicyPolicyType = 'x'", DT_ERR_INVALID_PARAM, four, 5},
+            {d + c + v4 + v6 + "bolSrPolicyPolicyType = {}", DT_ERR_INVALID_PARAM, four, 5},
+            {"", DT_ERR_INVALID_PARAM, none, 1},
+        });
+}
+
+TEST_F(SrPolicy, AnArrayWithAHoleStaysOnTheStack)
+{
+    const std::string front = "{bolSrPolicyDistinguisher = 1, bolSrPolicyPolicyColor = 2, bolSrPolicyEndpointv4 = 3, "
+                              "bolSrPolicyPolicyType = 1, bolSrPolicyEndpointv6 = ";
+    const LuaIn fifth = ReadKey(14, front + "{32,1,13,184,{},0,0,0,0,0,0,0,0,0,0,1}}");
+    EXPECT_EQ(fifth.code, DT_ERR_INVALID_PARAM);
+    EXPECT_EQ(fifth.growth, 4 + 5);
+    EXPECT_EQ(fifth.value.substr(40), Unwritten().substr(40)); // byte 20 and on
+    const LuaIn sixteenth = ReadKey(14, front + "{32,1,13,184,0,0,0,0,0,0,0,0,0,0,0}}");
+    EXPECT_EQ(sixteenth.code, DT_ERR_INVALID_PARAM);
+    EXPECT_EQ(sixteenth.growth, 4 + 16);
+    EXPECT_EQ(sixteenth.value.substr(62), Unwritten().substr(62)); // byte 31 and on
+}
+
+TEST_F(SrPolicy, LuaGetIsTheReaderWithItsArgumentsInOrder)
+{
+    lua_State *L = host::NewLua();
+    const std::string script = "return {bolSrPolicyDistinguisher = 1, bolSrPolicyPolicyColor = 2, "
+                               "bolSrPolicyEndpointv4 = 0, bolSrPolicyEndpointv6 = " +
+                               kLuaSix + ", bolSrPolicyPolicyType = 1}";
+    ASSERT_EQ(luaL_dostring(L, script.c_str()), LUA_OK);
+    for (int i = 0; i < 3; ++i) {
+        lua_pushnil(L);
+    }
+    char value[kKeyLength] = {};
+    EXPECT_EQ(SYSDT_SrPolicyPrefixLuaGet(nullptr, 1, value), DT_ERR_NULL_PTR);
+    EXPECT_EQ(SYSDT_SrPolicyPrefixLuaGet(L, 1, nullptr), DT_ERR_NULL_PTR);
+    EXPECT_EQ(lua_gettop(L), 4);
+    EXPECT_EQ(SYSDT_SrPolicyPrefixLuaGet(L, 1, value), DT_OK);
+    EXPECT_EQ(lua_gettop(L), 3);
+    EXPECT_EQ(Hex(value, sizeof value), With(kSix, 0, "00000000"));
+    host::CloseLua(L);
+}
+
+TEST_F(SrPolicy, ComesBackFromItsLuaTable)
+{
+    for (const std::string &value : {kFour, kSix}) {
+        const LuaIn in = LuaGet("BOLPREFIX", LuaSet("BOLPREFIX", value).table);
+        EXPECT_EQ(in.code, DT_OK);
+        EXPECT_EQ(in.value.substr(0, 66), value.substr(0, 66)); // the 33 bytes that are written
+        EXPECT_EQ(in.value.substr(66), Unwritten().substr(66));
+    }
+}
+
+// ------------------------------------------------------------------------------------------------------------- Endian
+
+TEST_F(SrPolicy, EndianSwapsTheNumbersOfABody)
+{
+    const std::string address = "0102030405060708090a0b0c0d0e0f10";
+    std::string four = Bytes("01020304 05060708 090a0b0c" + address + "00");
+    EXPECT_EQ(SYSDT_SrPolicyPrefixEndian(&four, 0, 0, four.data()), DT_OK);
+    EXPECT_EQ(Hex(four), "04030201080706050c0b0a09" + address + "00");
+    EXPECT_EQ(SYSDT_SrPolicyPrefixEndian(&four, 0, 0, four.data()), DT_OK);
+    EXPECT_EQ(Hex(four), "0102030405060708090a0b0c" + address + "00");
+    for (const char *family : {"01", "02", "ff"}) {
+        std::string six = Bytes("01020304 05060708 090a0b0c" + address + family);
+        EXPECT_EQ(SYSDT_SrPolicyPrefixEndian(&six, 0, 0, six.data()), DT_OK);
+        EXPECT_EQ(Hex(six), "0403020108070605090a0b0c" + address + family);
+    }
+    const std::string before = four;
+    EXPECT_EQ(SYSDT_SrPolicyPrefixEndian(nullptr, 0, 0, four.data()), DT_ERR_NULL_PTR);
+    EXPECT_EQ(SYSDT_SrPolicyPrefixEndian(&four, 0, 0, nullptr), DT_ERR_NULL_PTR);
+    EXPECT_EQ(four, before);
+}
+
+// --------------------------------------------------------------------------------------------------------- real routes
+
+// A line "endpoint colour distinguisher" as the bytes of a value, by the C library's own address reader.
+std::string ValueOf(const std::string &endpoint, uint32_t colour, uint32_t distinguisher)
+{
+    const std::string numbers = Le32(distinguisher) + Le32(colour);
+    char bytes[16];
+    if (inet_pton(AF_INET, endpoint.c_str(), bytes) == 1) {
+        return Key("0e000000" + numbers + Hex(std::string{bytes[3], bytes[2], bytes[1], bytes[0]}));
+    }
+    EXPECT_EQ(inet_pton(AF_INET6, endpoint.c_str(), bytes), 1) << endpoint;
+    return Key("0e000000" + Six(numbers, Hex(bytes, 16)));
+}
+
+TEST_F(SrPolicy, RealKeysGoThroughTextAndLua)
+{
+    const char *const texts[] = {
+        "[0][100][1.2.3.4]",     "[1][100][10.0.0.1]",    "[2][99][10.0.0.13]",   "[1][200][10.0.0.2]",
+        "[0][300][10.0.0.3]",    "[0][100][10.1.1.1]",    "[0][200][10.2.2.2]",   "[0][200][10.20.20.20]",
+        "[0][300][10.3.3.3]",    "[0][300][10.30.30.30]", "[0][400][10.4.4.4]",   "[0][600][10.60.60.60]",
+        "[0][700][10.70.70.70]", "[0][900][10.90.90.90]", "[0][10][192.168.5.7]", "[0][100][2001:db8::1]",
+        "[2][300][2001:db8::1]", "[0][500][::1]",
+    };
+    const std::vector<std::string> lines = RealValues("sr-policy.txt");
+    ASSERT_EQ(lines.size(), std::size(texts));
+    for (size_t i = 0; i < lines.size(); ++i) {
+        SCOPED_TRACE(lines[i]);
+        std::istringstream line(lines[i]);
+        std::string endpoint;
+        uint32_t colour = 0;
+        uint32_t distinguisher = 0;
+        ASSERT_TRUE(line >> endpoint >> colour >> distinguisher);
+        const std::string value = ValueOf(endpoint, colour, distinguisher);
+        EXPECT_EQ(Value("BOLPREFIX", texts[i]), value);
+        EXPECT_EQ(Text("BOLPREFIX", value), texts[i]);
+        EXPECT_EQ(Check("BOLPREFIX", value), DT_OK);
+        const LuaIn in = LuaGet("BOLPREFIX", LuaSet("BOLPREFIX", value).table);
+        EXPECT_EQ(in.code, DT_OK);
+        EXPECT_EQ(Text("BOLPREFIX", in.value), texts[i]);
+    }
+}
+
+} // namespace
