@@ -1,6 +1,7 @@
 // bgpdt convert: the main job. One value a line, text to stored form and back, in constant memory however long the
 // input.
 #include "commands.h"
+#include "explain.h"
 #include "lines.h"
 #include "values.h"
 
@@ -24,6 +25,7 @@ struct Record {
     uint32_t code = DT_OK;
     std::string reason; // why it was refused, empty when it was not
     std::string value;
+    std::string kind;    // of a composite type
     bool prints = false; // the type has a FormatOut and it succeeded
     std::string printed;
 };
@@ -37,6 +39,9 @@ std::string Json(const Record &record)
     if (!record.reason.empty()) {
         json["error"] = record.reason;
     } else {
+        if (!record.kind.empty()) {
+            json["kind"] = record.kind;
+        }
         json["value"] = Hex(record.value);
         json["printed"] = record.prints ? nlohmann::ordered_json(record.printed) : nlohmann::ordered_json(nullptr);
     }
@@ -71,8 +76,10 @@ std::string Cell(const std::string &text)
 std::string Tsv(const Record &record)
 {
     return std::to_string(record.line) + '\t' + Cell(record.type) + '\t' + Cell(record.text) + '\t' +
-           (record.reason.empty() ? "0" : CodeName(record.code)) + '\t' + Hex(record.value) + '\t' +
-           Cell(record.printed);
+           (record.reason.empty()  ? "0"
+            : record.code == DT_OK ? record.reason
+                                   : CodeName(record.code)) +
+           '\t' + Hex(record.value) + '\t' + Cell(record.printed);
 }
 
 struct BackEnd {
@@ -95,7 +102,7 @@ struct Arguments {
 
 struct Sum {
     uint64_t read = 0, accepted = 0, refused = 0, skipped = 0, changed = 0;
-    std::map<std::string, uint64_t> reasons;
+    std::map<std::string, uint64_t> reasons, kinds;
     std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
 
     double Seconds() const { return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(); }
@@ -124,7 +131,11 @@ void Convert(Record &record, const Arguments &arguments)
     if (parsed.code != DT_OK) {
         return Refuse(record, parsed.code, CodeName(parsed.code));
     }
+    if (parsed.NoValue()) {
+        return Refuse(record, parsed.code, kNoValue);
+    }
     record.value = std::move(parsed.value);
+    record.kind = KindOf(type->TypeId, record.value);
     if (type->FormatOut != nullptr && !record.value.empty()) {
         Printed printed = Print(*type, record.value, mode);
         record.prints = printed.code == DT_OK;
@@ -136,7 +147,7 @@ void Convert(Record &record, const Arguments &arguments)
 std::string Expected(const Record &record)
 {
     const DataTypeDescriptor *type = FindType(record.type);
-    const std::string help = type == nullptr ? "" : Help(*type);
+    const std::string help = type == nullptr ? "" : Help(*type, record.text);
     return help.empty() ? "" : "; expected " + help;
 }
 
@@ -156,27 +167,37 @@ void Report(const Record &record, const std::string &file)
                  Expected(record).c_str());
 }
 
+// "EVN type 2 40, RPD 3" behind what begins it.
+void Enumerate(const char *before, const std::map<std::string, uint64_t> &counts)
+{
+    for (const auto &[name, count] : counts) {
+        std::fprintf(stderr, "%s%s %llu", before, name.c_str(), static_cast<unsigned long long>(count));
+        before = ", ";
+    }
+}
+
 void Summarise(const Sum &sum, bool json)
 {
     const double seconds = sum.Seconds();
     const auto rate = static_cast<uint64_t>(seconds > 0 ? static_cast<double>(sum.read) / seconds : 0);
     if (json) {
         const nlohmann::ordered_json summary{
-            {"read", sum.read},       {"accepted", sum.accepted}, {"changed", sum.changed}, {"refused", sum.refused},
-            {"reasons", sum.reasons}, {"skipped", sum.skipped},   {"seconds", seconds},     {"perSecond", rate}};
+            {"read", sum.read},       {"accepted", sum.accepted}, {"changed", sum.changed},
+            {"refused", sum.refused}, {"reasons", sum.reasons},   {"kinds", sum.kinds},
+            {"skipped", sum.skipped}, {"seconds", seconds},       {"perSecond", rate}};
         std::fprintf(stderr, "%s\n", summary.dump().c_str());
         return;
     }
     std::fprintf(stderr, "read %llu values: %llu accepted (%llu printed otherwise than typed), %llu refused",
                  static_cast<unsigned long long>(sum.read), static_cast<unsigned long long>(sum.accepted),
                  static_cast<unsigned long long>(sum.changed), static_cast<unsigned long long>(sum.refused));
-    const char *before = " (";
-    for (const auto &[reason, count] : sum.reasons) {
-        std::fprintf(stderr, "%s%s %llu", before, reason.c_str(), static_cast<unsigned long long>(count));
-        before = ", ";
-    }
+    Enumerate(" (", sum.reasons);
     std::fprintf(stderr, "%s; %llu comment and blank lines; %llu values a second\n", sum.reasons.empty() ? "" : ")",
                  static_cast<unsigned long long>(sum.skipped), static_cast<unsigned long long>(rate));
+    if (!sum.kinds.empty()) {
+        Enumerate("accepted: ", sum.kinds);
+        std::fputc('\n', stderr);
+    }
 }
 
 // One line on a terminal, a few times a second.
@@ -233,6 +254,9 @@ void Count(Sum &sum, const Record &record)
     ++sum.read;
     if (record.reason.empty()) {
         ++sum.accepted;
+        if (!record.kind.empty()) {
+            ++sum.kinds[record.kind];
+        }
         sum.changed += record.prints && record.printed != record.text;
     } else {
         ++sum.refused;

@@ -38,12 +38,27 @@ std::string Ipv4Text(uint32_t address)
 std::string Ipv6Text(const std::string &value, size_t offset)
 {
     char text[INET6_ADDRSTRLEN];
-    std::string address = value.substr(offset, 16);
-    address.resize(16);
-    return inet_ntop(AF_INET6, address.data(), text, sizeof text);
+    return inet_ntop(AF_INET6, Bytes(value, offset, 16).data(), text, sizeof text);
+}
+
+std::string Bytes(const std::string &value, size_t offset, size_t count)
+{
+    std::string bytes = offset < value.size() ? value.substr(offset, count) : "";
+    bytes.resize(count);
+    return bytes;
 }
 
 namespace {
+
+uint64_t NumberOf(const BgpLayout &layout, const std::string &value, std::string_view name)
+{
+    for (uint32_t i = 0; i < layout.FieldCount; ++i) {
+        if (layout.Fields[i].Name == name) {
+            return HostNumber(value, layout.Fields[i].Offset, layout.Fields[i].Width);
+        }
+    }
+    return 0;
+}
 
 std::string NumberText(const BgpField &field, const std::string &value)
 {
@@ -54,18 +69,6 @@ std::string NumberText(const BgpField &field, const std::string &value)
     return text;
 }
 
-std::string AddressText(const std::string &value, size_t offset)
-{
-    switch (HostNumber(value, offset + 20, 1)) {
-    case 0:
-        return Ipv4Text(static_cast<uint32_t>(HostNumber(value, offset, 4)));
-    case 1:
-        return Ipv6Text(value, offset + 4);
-    default:
-        return "unknown family";
-    }
-}
-
 std::string AsText(const std::string &value, size_t offset)
 {
     const auto number = static_cast<uint32_t>(HostNumber(value, offset, 4));
@@ -73,19 +76,21 @@ std::string AsText(const std::string &value, size_t offset)
     return dotted ? std::to_string(number >> 16) + '.' + std::to_string(number & 0xFFFF) : std::to_string(number);
 }
 
-std::string ValueText(const BgpField &field, const std::string &value)
+std::string ValueText(const BgpField &field, const BgpLayout &layout, const std::string &value)
 {
     switch (field.Kind) {
     case BGP_FIELD_NUMBER:
         return NumberText(field, value);
     case BGP_FIELD_ADDRESS:
-        return AddressText(value, field.Offset);
+        return AddressText(AddressAt(value, field.Offset));
     case BGP_FIELD_AS:
         return AsText(value, field.Offset);
     case BGP_FIELD_IPV4:
         return Ipv4Text(static_cast<uint32_t>(HostNumber(value, field.Offset, 4)));
     case BGP_FIELD_TEXT:
         return std::string(value.c_str() + field.Offset, strnlen(value.c_str() + field.Offset, field.Count));
+    case BGP_FIELD_IGP_ID:
+        return IgpRouterIdText(value, field.Offset, NumberOf(layout, value, "uiProtocolId"));
     default:
         if (field.Count <= 1) {
             return NumberText(field, value);
@@ -107,7 +112,7 @@ std::vector<FieldText> Fields(uint32_t typeId, const std::string &value)
         const BgpField &field = layout->Fields[i];
         const size_t length = size_t{field.Width} * field.Count;
         if (field.Offset + length <= value.size()) {
-            fields.push_back({field.Name, field.Offset, length, ValueText(field, value)});
+            fields.push_back({field.Name, field.Offset, length, ValueText(field, *layout, value)});
         }
     }
     return fields;
@@ -122,6 +127,33 @@ std::vector<std::string> Explain(uint32_t typeId, const std::string &value)
         }
     }
     return lines;
+}
+
+std::string KindOf(uint32_t typeId, const std::string &value)
+{
+    constexpr uint32_t kBolPrefix = 279, kEvnPrefix = 281, kBgpLsPrefix = 1299;
+    constexpr uint64_t kEvn = 1;
+    constexpr const char *kNlriTypes[] = {"unknown",     "NODE",     "LINK",    "IPV4-PREFIX",
+                                          "IPV6-PREFIX", "TEPOLICY", "SRV6-SID"};
+    const uint64_t kind = HostNumber(value, 0, 4);
+    if (typeId == kBgpLsPrefix) {
+        return kNlriTypes[kind < std::size(kNlriTypes) ? kind : 0];
+    }
+    if (typeId != kBolPrefix && typeId != kEvnPrefix) {
+        return "";
+    }
+    const std::string name = SubTypeName(kind);
+    return kind == kEvn ? name + " type " + std::to_string(HostNumber(value, 4, 1)) : name;
+}
+
+const FieldText *FindField(const std::vector<FieldText> &fields, std::string_view name)
+{
+    for (const FieldText &field : fields) {
+        if (field.name == name) {
+            return &field;
+        }
+    }
+    return nullptr;
 }
 
 } // namespace bgpdt

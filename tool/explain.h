@@ -20,8 +20,16 @@ std::vector<FieldText> Fields(uint32_t typeId, const std::string &value);
 // Sentences about the value; empty where the fields say it all.
 std::vector<std::string> Explain(uint32_t typeId, const std::string &value);
 
+// Of which kind a value of a composite type is, for statistics: "NG_TYPE_5", "EVN type 2", "LINK"; empty for other
+// types.
+std::string KindOf(uint32_t typeId, const std::string &value);
+
 // Why a text is no value of a type, beyond what its help says; may be empty.
 std::vector<std::string> ExplainRefusal(uint32_t typeId, const std::string &text);
+
+// Of a composite type: its sub-types in the order in which they were asked about the text, with the answer of each, the
+// last one being the one that took it if any did. Empty for other types.
+std::vector<std::string> Tried(uint32_t typeId, const std::string &text, uint8_t mode);
 
 } // namespace bgpdt
 

@@ -33,6 +33,12 @@ std::string AsNumberNote(uint32_t number)
     return "";
 }
 
+std::string AsNumberText(uint32_t number)
+{
+    const std::string note = AsNumberNote(number);
+    return "AS " + std::to_string(number) + (note.empty() ? "" : " (" + note + ")");
+}
+
 void ExplainAsNumber(const std::string &value, Sentences &lines)
 {
     const auto number = static_cast<uint32_t>(HostNumber(value, 0, 4));

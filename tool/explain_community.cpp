@@ -87,15 +87,14 @@ constexpr Name kSubTypes[] = {
     {0x8009, "flow specification traffic marking (RFC 8955)"},
 };
 
+// Route types of the OSPF route type community (RFC 4577).
+constexpr Name kOspfRoutes[] = {
+    {1, "intra-area"}, {2, "intra-area"}, {3, "inter-area"}, {5, "external"}, {7, "NSSA"}, {129, "sham link"},
+};
+
 std::string Number(uint64_t number)
 {
     return std::to_string(number);
-}
-
-std::string WithNote(uint32_t asNumber)
-{
-    const std::string note = AsNumberNote(asNumber);
-    return "AS " + Number(asNumber) + (note.empty() ? "" : " (" + note + ")");
 }
 
 std::string CommunityText(uint32_t community)
@@ -106,7 +105,7 @@ std::string CommunityText(uint32_t community)
     }
     const bool reserved = community >> 16 == 0 || community >> 16 == 0xFFFF;
     return halves + (reserved ? ", in a reserved range (RFC 1997)"
-                              : ", " + WithNote(community >> 16) + ", local value " + Number(community & 0xFFFF));
+                              : ", " + AsNumberText(community >> 16) + ", local value " + Number(community & 0xFFFF));
 }
 
 constexpr uint32_t kEntry = 5; // bytes of a list entry: a 32-bit number and a notation
@@ -130,13 +129,13 @@ std::string AdministratorText(const std::string &value, size_t offset, uint32_t 
 {
     switch (type) {
     case 0:
-        return WithNote(static_cast<uint32_t>(WireNumber(value, offset, 2))) + ", assigned number " +
+        return AsNumberText(static_cast<uint32_t>(WireNumber(value, offset, 2))) + ", assigned number " +
                Number(WireNumber(value, offset + 2, 4));
     case 1:
         return "IPv4 address " + Ipv4Text(static_cast<uint32_t>(WireNumber(value, offset, 4))) + ", assigned number " +
                Number(WireNumber(value, offset + 4, 2));
     default:
-        return WithNote(static_cast<uint32_t>(WireNumber(value, offset, 4))) + ", assigned number " +
+        return AsNumberText(static_cast<uint32_t>(WireNumber(value, offset, 4))) + ", assigned number " +
                Number(WireNumber(value, offset + 4, 2));
     }
 }
@@ -161,7 +160,7 @@ void ExplainAsNumberList(const std::string &value, Sentences &lines)
 {
     for (size_t at = 0; at + kEntry <= value.size(); at += kEntry) {
         if (const auto number = static_cast<uint32_t>(HostNumber(value, at, 4)); number != 0) {
-            lines.push_back(Number(at / kEntry + 1) + ". " + WithNote(number));
+            lines.push_back(Number(at / kEntry + 1) + ". " + AsNumberText(number));
         }
     }
 }
@@ -169,7 +168,7 @@ void ExplainAsNumberList(const std::string &value, Sentences &lines)
 void ExplainLargeCommunity(const std::string &value, Sentences &lines)
 {
     lines.push_back("large community (RFC 8092): global administrator " +
-                    WithNote(static_cast<uint32_t>(HostNumber(value, 0, 4))) + ", local data " +
+                    AsNumberText(static_cast<uint32_t>(HostNumber(value, 0, 4))) + ", local data " +
                     Number(HostNumber(value, 4, 4)) + " and " + Number(HostNumber(value, 8, 4)));
 }
 
@@ -182,9 +181,20 @@ void ExplainExtCommunity(const std::string &value, Sentences &lines)
     std::snprintf(code, sizeof code, "0x%04x", key);
     lines.push_back(std::string(code) + ": " + (subType == nullptr ? "unknown sub-type" : subType) + "; " +
                     (type == nullptr ? "unknown type" : type));
+    const Address address = Bytes(value, 2, 4); // where there is one
     if (key == 0x030e) {
-        lines.push_back(WithNote(static_cast<uint32_t>(WireNumber(value, 2, 2))) + ", " +
+        lines.push_back(AsNumberText(static_cast<uint32_t>(WireNumber(value, 2, 2))) + ", " +
                         Rate(WireNumber(value, 4, 4)));
+    } else if (key == 0x030b) {
+        lines.push_back("color " + Number(WireNumber(value, 4, 4)));
+    } else if (key == 0x0306 || key == 0x8000) {
+        const auto route = static_cast<uint32_t>(WireNumber(value, 6, 1));
+        const char *name = Find(kOspfRoutes, route);
+        lines.push_back("OSPF area " + AddressText(address) + ", route type " + Number(route) +
+                        (name == nullptr ? "" : std::string(" (") + name + ")") + ", options " +
+                        Number(WireNumber(value, 7, 1)));
+    } else if (key == 0x8001 || key == 0x8005) {
+        lines.push_back((key == 0x8001 ? "router id " : "domain id ") + AddressText(address));
     } else if (const uint32_t kind = key >> 8 & 0xBF; kind <= 2) {
         lines.push_back(AdministratorText(value, 2, kind) + "; typed in " + NotationName(HostNumber(value, 8, 4)));
     }
@@ -192,7 +202,7 @@ void ExplainExtCommunity(const std::string &value, Sentences &lines)
 
 void ExplainBandwidth(const std::string &value, Sentences &lines)
 {
-    lines.push_back("link bandwidth of " + WithNote(static_cast<uint32_t>(HostNumber(value, 2, 2))) + ": " +
+    lines.push_back("link bandwidth of " + AsNumberText(static_cast<uint32_t>(HostNumber(value, 2, 2))) + ": " +
                     Rate(HostNumber(value, 4, 8)) + "; bit mask " + Number(HostNumber(value, 0, 2)));
 }
 

@@ -25,6 +25,34 @@ constexpr Command kCommands[] = {
     {"lua", "Run a Lua script that sees the types", SetUpLua},
 };
 
+// The option parser takes a word in brackets for a list and splits it, but a route key may be such a word. So every
+// word that begins with a bracket goes by it behind a mark, which the first thing that sees an option's words takes
+// off.
+constexpr char kMark = '\1';
+
+std::vector<std::string> MarkedWords(int argc, char **argv)
+{
+    std::vector<std::string> words(argv + 1, argv + argc);
+    for (std::string &word : words) {
+        if (word.starts_with('[') || word.starts_with(kMark)) {
+            word.insert(word.begin(), kMark);
+        }
+    }
+    return {words.rbegin(), words.rend()}; // the parser wants the last word first
+}
+
+std::string Unmarked(const std::string &word)
+{
+    return word.starts_with(kMark) ? word.substr(1) : word;
+}
+
+void TakeMarksOff(CLI::App &command)
+{
+    for (CLI::Option *option : command.get_options()) {
+        option->transform(Unmarked);
+    }
+}
+
 constexpr const char *kFooter =
     "Exit status: 0 fine, 1 some value was refused, 2 usage, 3 plug-in or host, 4 input or output.";
 
@@ -64,9 +92,11 @@ int main(int argc, char **argv)
         CLI::App *added = app.add_subcommand(command.name, command.summary);
         added->footer(kFooter);
         runs.emplace_back(added, command.setUp(*added, options));
+        TakeMarksOff(*added);
     }
+    TakeMarksOff(app);
     try {
-        app.parse(argc, argv);
+        app.parse(MarkedWords(argc, argv));
     } catch (const CLI::ParseError &error) {
         return app.exit(error) == 0 ? kFine : kUsage;
     }

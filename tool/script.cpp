@@ -121,15 +121,13 @@ int Failed(lua_State *L, uint32_t code)
     return 2;
 }
 
-// The bytes that a table stands for. A value is as long as its layout, which for composite types only shows once the
-// fields that name the sub-type are in.
+// The bytes that a table stands for.
 uint32_t FromTable(lua_State *L, int index, const DataTypeDescriptor &type, std::string &value)
 {
     if (type.LuaGet == nullptr) {
         return DT_ERR_INVALID_PARAM;
     }
-    constexpr size_t kLargest = 1280;
-    value.assign(kLargest, '\0');
+    value.assign(ValueLength(type), '\0');
     const int top = lua_gettop(L);
     lua_newtable(L);
     const int parent = lua_gettop(L);
@@ -137,11 +135,6 @@ uint32_t FromTable(lua_State *L, int index, const DataTypeDescriptor &type, std:
     lua_setfield(L, parent, "v");
     const uint32_t code = type.LuaGet(L, parent, "v", type.TypeId, static_cast<uint16_t>(value.size()), value.data());
     lua_settop(L, top);
-    using Describe = const BgpLayout *(*)(uint32_t, const void *, uint32_t);
-    const auto describe = reinterpret_cast<Describe>(host::PlugInSymbol("Bgp_DescribeValue"));
-    const BgpLayout *layout =
-        describe == nullptr ? nullptr : describe(type.TypeId, value.data(), static_cast<uint32_t>(value.size()));
-    value.resize(layout == nullptr ? type.BinaryLength : std::max<size_t>(layout->Length, type.BinaryLength));
     return code;
 }
 
@@ -151,6 +144,9 @@ uint32_t ValueArgument(lua_State *L, int index, const DataTypeDescriptor &type, 
         return FromTable(L, index, type, value);
     }
     Parsed parsed = Parse(type, lua_tostring(L, index), TypingMode(type));
+    if (parsed.NoValue()) {
+        return DT_ERR_INVALID_VALUE;
+    }
     value = std::move(parsed.value);
     return parsed.code;
 }
@@ -189,8 +185,8 @@ int ScriptParse(lua_State *L)
         return Failed(L, DT_ERR_INVALID_PARAM);
     }
     const Parsed parsed = Parse(type, text, ModeArgument(L, 3, type));
-    if (parsed.code != DT_OK) {
-        return Failed(L, parsed.code);
+    if (parsed.code != DT_OK || parsed.NoValue()) {
+        return Failed(L, parsed.NoValue() ? DT_ERR_INVALID_VALUE : parsed.code);
     }
     const uint32_t code = PushTable(L, type, parsed.value);
     return code == DT_OK ? 1 : Failed(L, code);

@@ -28,23 +28,34 @@ const DataTypeDescriptor *FindType(std::string_view name);
 // accepts; 1 for the host's own text and number types, whose mode 2 is for machines.
 uint8_t TypingMode(const DataTypeDescriptor &type);
 
+// How many bytes the operations of a type work on, which is not always what its row says. A shorter value may make them
+// read beyond its end.
+size_t ValueLength(const DataTypeDescriptor &type);
+
 struct Parsed {
     uint32_t code = 0;
     std::string value; // the stored bytes
+    // One type answers 0 to every text and makes nothing of it.
+    bool NoValue() const { return code == DT_OK && value.empty(); }
 };
 Parsed Parse(const DataTypeDescriptor &type, const std::string &text, uint8_t mode);
+// The same by one row of a composite type.
+Parsed Parse(DataTypeFormatIn formatIn, uint32_t typeId, const std::string &text, uint8_t mode);
+inline constexpr const char *kNoValue = "no value is made of it";
 
 struct Printed {
     uint32_t code = 0;
-    uint16_t typeId = 0; // 25 text, 6 raw
+    uint16_t typeId = 0; // 25 text, 6 raw, 0 when nothing was made
     std::string text;    // up to the terminator, or the raw bytes
 };
+// Where FormatOut takes another record than the value, it is given one that is made of the value.
 Printed Print(const DataTypeDescriptor &type, const std::string &value, uint8_t mode);
 
 uint32_t Check(const DataTypeDescriptor &type, const std::string &value);
-// The help text in words ("STRING<1-11>"); empty when the type offers none.
-std::string Help(const DataTypeDescriptor &type);
-// In network byte order; nothing when the type has no Endian.
+// The help text in words ("STRING<1-11>"), which one type chooses by what is typed so far; empty when the type offers
+// none.
+std::string Help(const DataTypeDescriptor &type, const std::string &typed = "");
+// In network byte order, in the form that the type's row registers; nothing when the type has no Endian.
 std::optional<std::string> Network(const DataTypeDescriptor &type, const std::string &value);
 
 std::string Hex(std::string_view bytes, bool grouped = false);
