@@ -1,5 +1,5 @@
-/* A host in one file: it brings the services that it wants to have its own way, and takes the others from the stand-alone
- * host. It proves that the public header is C and that the installed library can be embedded. */
+/* A host in one file: it brings the services that it wants to have its own way, and takes the others from the
+ * stand-alone host. It proves that the public header is C and that the installed library can be embedded. */
 #include <bgp_datatypes.h>
 
 #include <stdarg.h>
