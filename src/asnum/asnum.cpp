@@ -54,14 +54,10 @@ bool ReadAsNumber(Text text, bool zeroWelcome, AsNumber &as)
     if (!IsLong(text, 1, kLongestTyped) || !ReadNumbers(text, ".", numbers)) {
         return false;
     }
-    switch (numbers.shape) {
-    case Shape(""):
+    if (numbers.shape == Shape("")) {
         return TakePlain(numbers.at[0], zeroWelcome, as);
-    case Shape("."):
-        return TakeDotted(numbers.at[0], numbers.at[1], as);
-    default:
-        return false;
     }
+    return numbers.shape == Shape(".") && TakeDotted(numbers.at[0], numbers.at[1], as);
 }
 
 namespace {

@@ -35,7 +35,7 @@ bool ReadEntry(uint32_t, Text item, PackedEntry &entry)
     if (!ReadAsNumber(item, false, as)) {
         return false;
     }
-    entry = {as.number, static_cast<uint8_t>(as.notation)};
+    entry = {as.number, as.notation};
     return true;
 }
 

@@ -27,13 +27,13 @@ uint32_t SYSDT_GetLsPrefixSubString(Text text, char (&group)[kLsGroupSize], uint
     uint32_t depth = 1;
     uint32_t end = 1;
     for (; end < text.length; ++end) {
-        const char character = text.at[end];
-        if ((character & '[' & ']') != ('[' & ']')) {
-            continue; // most characters are no bracket, and one comparison says so
+        constexpr char kBracket = '[' & ']'; // bits that hardly any other character has: one comparison, not two
+        if ((text.at[end] & kBracket) != kBracket) {
+            continue;
         }
-        if (character == '[') {
+        if (text.at[end] == '[') {
             ++depth;
-        } else if (character == ']' && --depth == 0) {
+        } else if (text.at[end] == ']' && --depth == 0) {
             break;
         }
     }
@@ -48,14 +48,11 @@ const BgpLsKeyword *SYSDT_ParseLsPrefixFindPattern(char *content, const BgpLsKey
 {
     for (const BgpLsKeyword *row = rows; row < rows + rowCount; ++row) {
         const char *keyword = row->Keyword;
-        if (*keyword != *content) {
-            continue;
-        }
         char *at = content;
-        do {
+        while (*keyword != '\0' && *keyword == *at) {
             ++keyword;
             ++at;
-        } while (*keyword != '\0' && *keyword == *at);
+        }
         if (*keyword == '\0' && (row->Exact == 0 || *at == '\0')) {
             *value = at;
             return row;

@@ -35,7 +35,7 @@ bool ReadEntry(uint32_t memoryHandle, Text item, PackedEntry &entry)
     if (ReadCommunity(memoryHandle, item, community) != DT_OK) {
         return false;
     }
-    entry = {community.number, static_cast<uint8_t>(community.form)};
+    entry = {community.number, community.form};
     return true;
 }
 

@@ -16,9 +16,10 @@
 
 namespace bgp {
 
+// An entry unpacked. Two words and no padding: registers take it whole.
 struct PackedEntry {
     uint32_t number;
-    uint8_t notation;
+    uint32_t notation; // 0 to 255
 };
 
 inline constexpr uint32_t kPackedEntrySize = 5;
@@ -31,7 +32,7 @@ inline PackedEntry LoadEntry(const uint8_t *at)
 inline void StoreEntry(uint8_t *at, PackedEntry entry)
 {
     Store(at, entry.number);
-    at[4] = entry.notation;
+    at[4] = static_cast<uint8_t>(entry.notation);
 }
 
 // The longest text of a list: 256 times "65535.65535" and the blanks between.

@@ -82,6 +82,14 @@ TEST(BgpLsGroups, ARowWithoutAHandlerRefusesItsGroup)
     EXPECT_EQ(SYSDT_ParseLsPrefixStr("[none]", kNone, 1, nullptr, nullptr), DT_ERR_FAIL);
 }
 
+TEST(BgpLsGroups, AnEmptyKeywordBeginsEveryContent)
+{
+    constexpr BgpLsKeyword kAny[] = {{"", 1, 1, Note}, {"", 2, 0, Note}};
+    std::vector<Call> calls;
+    EXPECT_EQ(SYSDT_ParseLsPrefixStr("[][x]", kAny, 2, &calls, nullptr), DT_OK);
+    EXPECT_EQ(calls, (std::vector<Call>{{1, "", nullptr}, {2, "x", nullptr}}));
+}
+
 TEST(BgpLsGroups, AGroupHoldsAtMost498Characters)
 {
     EXPECT_EQ(Groups("[AB" + std::string(496, 'x') + "]"), (Outcome{0, {{2, std::string(496, 'x'), nullptr}}}));
