@@ -1,6 +1,7 @@
 #include "fuzz/targets.h"
 
 #include "bgp_standalone_host.h"
+#include "fuzz/examine.h"
 #include "fuzz/lua_edits.h"
 #include "host_services.h"
 
@@ -13,14 +14,10 @@ namespace {
 
 namespace host = bgp::standalone;
 
-constexpr uint8_t kModes[] = {0, 1, 2, 3, 4, 5, 6, 7, 255};
-
 uint8_t ModeOf(uint8_t byte)
 {
     return kModes[byte % sizeof kModes];
 }
-
-constexpr auto kRefuses = static_cast<int32_t>(DT_ERR_FAIL);
 
 // The bytes of the value, zeros behind them, `length` in all.
 Bytes Padded(const std::string &bytes, size_t length)
@@ -28,112 +25,6 @@ Bytes Padded(const std::string &bytes, size_t length)
     Bytes value(bytes.begin(), bytes.end());
     value.resize(length);
     return value;
-}
-
-uint32_t FirstWord(const Bytes &value)
-{
-    uint32_t word = 0;
-    std::memcpy(&word, value.data(), std::min(value.size(), sizeof word));
-    return word;
-}
-
-// -------------------------------------------------------------------------------------------- what a typed value owes
-
-void PrintTyped(const Trial &trial, const Bytes &value)
-{
-    const Facts &facts = trial.subject.facts;
-    const bool foreign = facts.Is(kTypesOther) && FirstWord(value) == 0;
-    for (const uint8_t mode : kModes) {
-        const Printed printed = FormatOut(trial, mode, value);
-        if (mode == 1) {
-            Expect(trial, foreign ? printed.code == DT_ERR_FAIL : printed.code == DT_OK,
-                   "FormatOut refuses a typed value, code", printed.code);
-        }
-        if (mode != 2 || printed.length < 2 || printed.bytes.empty() || facts.Is(kComposes | kPrintsRaw)) {
-            continue;
-        }
-        // Where the printed text is a text of the type, it prints as itself.
-        const std::string text(reinterpret_cast<const char *>(printed.bytes.data()));
-        if (const Typed again = FormatIn(trial, mode, text); again.code == DT_OK) {
-            Expect(trial, PrintOwn(trial, mode, again.value).bytes == printed.bytes, "a printed text prints otherwise");
-        }
-    }
-}
-
-void CompareTyped(const Trial &trial, const Bytes &value)
-{
-    const Order order = trial.subject.facts.order;
-    const int32_t answer = Compare(trial, value, value);
-    Expect(trial, answer == (order == Order::kForeign ? kRefuses : 0), "Compare of equal values gives",
-           static_cast<uint32_t>(answer));
-}
-
-// The table that LuaSet builds, read again into zero bytes.
-void ReadBack(const Trial &trial, const Bytes &value, bool same)
-{
-    lua_State *L = FreshLua();
-    const int table = lua_gettop(L);
-    const uint32_t set = LuaSet(trial, L, table, value);
-    Expect(trial, !same || set == DT_OK, "LuaSet refuses a value, code", set);
-    if (trial.subject.row.LuaGet == nullptr) {
-        return;
-    }
-    Bytes read(value.size());
-    if (trial.subject.facts.Is(kKeepsSubType)) {
-        std::copy_n(value.begin(), sizeof(uint32_t), read.begin());
-    }
-    const uint32_t got = LuaGet(trial, L, table, read);
-    Expect(trial, !same || got == DT_OK, "LuaGet refuses what LuaSet built, code", got);
-    Expect(trial, !same || read == value, "LuaGet reads otherwise than LuaSet wrote");
-}
-
-bool LuaKeepsTyped(const Facts &facts, const Bytes &value)
-{
-    return facts.lua != Lua::kLoses && (facts.luaKeeps == nullptr || facts.luaKeeps(value.data()));
-}
-
-void SwapTyped(const Trial &trial, const Bytes &value)
-{
-    if (!trial.subject.facts.Is(kOneSidedEndian)) {
-        Expect(trial, Swapped(trial, value, 2) == value, "Endian twice is not the identity");
-        return;
-    }
-    // Host order names no known kind: only the first word turns over. Two turns swap the fields, and so do two more.
-    Bytes turned = value;
-    std::reverse(turned.begin(), turned.begin() + sizeof(uint32_t));
-    Expect(trial, Swapped(trial, value, 1) == turned, "Endian turns more than the first word");
-    Expect(trial, Swapped(trial, value, 4) == value, "Endian four times is not the identity");
-}
-
-// What Endian works on.
-Bytes Swappable(const Trial &trial, Bytes value)
-{
-    if (trial.subject.facts.Is(kShortEndian)) {
-        value.resize(trial.subject.row.BinaryLength);
-    }
-    return value;
-}
-
-void ExamineTyped(const Trial &trial, const Bytes &value)
-{
-    const DataTypeDescriptor &row = trial.subject.row;
-    const Facts &facts = trial.subject.facts;
-    if (row.FormatOut != nullptr) {
-        PrintTyped(trial, value);
-    }
-    if (row.Check != nullptr) {
-        const uint32_t code = Check(trial, value);
-        Expect(trial, code == DT_OK || facts.Is(kOddCheck), "Check refuses a typed value, code", code);
-    }
-    if (row.Compare != nullptr) {
-        CompareTyped(trial, value);
-    }
-    if (row.LuaSet != nullptr) {
-        ReadBack(trial, value, LuaKeepsTyped(facts, value));
-    }
-    if (row.Endian != nullptr) {
-        SwapTyped(trial, Swappable(trial, value));
-    }
 }
 
 // -------------------------------------------------------------------------------------------------------------- text
@@ -186,36 +77,6 @@ bool PrintValue(const Trial &trial, uint8_t mode, const Bytes &value, uint8_t sh
             FormatOut(trial, mode, {value.begin(), value.begin() + static_cast<std::ptrdiff_t>(length)}).code == DT_OK;
     }
     return printed;
-}
-
-bool IsOrder(int32_t order)
-{
-    return order >= -1 && order <= 1;
-}
-
-void CompareValues(const Trial &trial, const Bytes &left, const Bytes &right)
-{
-    constexpr auto kDiffers = static_cast<int32_t>(DT_ERR_INVALID_VALUE);
-    const int32_t there = Compare(trial, left, right);
-    const int32_t back = Compare(trial, right, left);
-    const int32_t self = Compare(trial, left, left);
-    switch (trial.subject.facts.order) {
-    case Order::kTotal:
-        Expect(trial, IsOrder(there) && there == -back, "Compare is no order");
-        Expect(trial, self == 0, "Compare finds a value unlike itself");
-        break;
-    case Order::kEqual:
-        Expect(trial, (there == 0 || there == kDiffers) && there == back, "Compare tells more than equal or not");
-        Expect(trial, self == 0, "Compare finds a value unlike itself");
-        break;
-    case Order::kPartial:
-    case Order::kForeign:
-        Expect(trial, there == kRefuses ? back == kRefuses : IsOrder(there) && there == -back, "Compare is no order");
-        Expect(trial, self == 0 || self == kRefuses, "Compare finds a value unlike itself");
-        break;
-    case Order::kNone:
-        break;
-    }
 }
 
 void ScriptValue(const Trial &trial, const Bytes &value, uint8_t shorter)

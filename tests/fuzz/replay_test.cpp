@@ -251,11 +251,11 @@ TEST_F(Fuzz, SeedsReachEveryParserAndPrinter)
     }
 }
 
-class Mutations : public PlugIn, public ::testing::WithParamInterface<Target> {};
+class Mutations : public PlugIn, public ::testing::WithParamInterface<const char *> {};
 
 TEST_P(Mutations, AreClean)
 {
-    const Target &target = GetParam();
+    const Target &target = *fuzz::FindTarget(GetParam());
     const std::vector<Seed> seeds = SeedsIn(kFuzz / "corpus" / target.name);
     ASSERT_FALSE(seeds.empty());
     Mutator mutator(target, seeds, 2024);
@@ -269,8 +269,8 @@ TEST_P(Mutations, AreClean)
     EXPECT_GT(reached, kMutations / 50) << "the mutations break nearly every input";
 }
 
-INSTANTIATE_TEST_SUITE_P(Targets, Mutations, ::testing::ValuesIn(fuzz::kTargetTable),
-                         [](const auto &instance) { return std::string(instance.param.name); });
+INSTANTIATE_TEST_SUITE_P(Targets, Mutations, ::testing::Values("text", "value", "lua", "faults"),
+                         [](const auto &instance) { return std::string(instance.param); });
 
 // ------------------------------------------------------------------------------------------------------------ canaries
 
