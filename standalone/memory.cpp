@@ -6,7 +6,7 @@
 //
 // Scratch blocks come from malloc and are kept in short lists, chosen by address so that threads seldom meet.
 #include "memory.h"
-#include "host_services.h"
+#include "bgp_host_services.h"
 #include "thread_state.h"
 
 #include <algorithm>

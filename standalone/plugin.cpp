@@ -1,6 +1,6 @@
 // Loading a plug-in, what it registers, and what it reports.
+#include "bgp_host_services.h"
 #include "bgp_standalone_host.h"
-#include "host_services.h"
 
 #include <dlfcn.h>
 

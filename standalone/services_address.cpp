@@ -1,5 +1,5 @@
 // Address texts. The C library's inet_pton() and inet_ntop() hold the rules; this file gives them the services' shapes.
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 #include <arpa/inet.h>
 

@@ -1,6 +1,6 @@
 // Bounded copies and prints. A call that would not fit is refused as a whole, with the target zeroed or made an empty
 // text, so that no caller goes on with half a value.
-#include "host_services.h"
+#include "bgp_host_services.h"
 #include "thread_state.h"
 
 #include <cstdarg>

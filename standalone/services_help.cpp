@@ -1,5 +1,5 @@
 // Help records.
-#include "host_services.h"
+#include "bgp_host_services.h"
 #include "memory.h"
 #include "thread_state.h"
 

@@ -2,8 +2,8 @@
 //
 // A plug-in calls these outside of any protected call, where an error of Lua would end the process. So nothing here may
 // raise one: indexes are looked at before they are used, tables are accessed raw, and what Lua would refuse is dropped.
+#include "bgp_host_services.h"
 #include "bgp_standalone_host.h"
-#include "host_services.h"
 
 #include <algorithm>
 

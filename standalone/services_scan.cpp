@@ -2,7 +2,7 @@
 //
 // The C library's scanner takes "-1" and "0x10" for unsigned numbers and folds what does not fit. This one reads digits
 // of the base and ends before a number that its target cannot hold, so that no text means a number it does not spell.
-#include "host_services.h"
+#include "bgp_host_services.h"
 #include "thread_state.h"
 
 #include <cstdarg>

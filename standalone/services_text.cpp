@@ -1,5 +1,5 @@
 // Text services: blanks, searches, numbers, case. Only ASCII letters have a case, whatever the locale.
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,7 +1,7 @@
 // The host's own type operations, which plug-ins put into their rows: object index, block, plain string.
 //
 // Index: u32, host order. String: length bytes (0 stands for 32), NUL-padded, one NUL at least.
-#include "host_services.h"
+#include "bgp_host_services.h"
 #include "object_names.h"
 
 #include <charconv>

@@ -4,8 +4,8 @@
 #ifndef BGP_HOST_CONTRACT_H
 #define BGP_HOST_CONTRACT_H
 
+#include "bgp_host_services.h"
 #include "host/bytes.h"
-#include "host/host_services.h"
 
 #include <cstdint>
 

@@ -1,10 +1,10 @@
 // The two descriptor tables and the walk that hands their rows to the host. The order of the rows is the order of
 // registration. This source alone sees all types.
 #include "asnum/asnum.h"
+#include "bgp_host_services.h"
 #include "bgpls/bgpls.h"
 #include "community/community.h"
 #include "community/ext_community.h"
-#include "host/host_services.h"
 #include "prefix/prefix.h"
 #include "rdrt/rdrt.h"
 #include "types/types.h"

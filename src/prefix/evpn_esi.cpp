@@ -1,8 +1,8 @@
 // The Ethernet segment identifier of EVPN routes (RFC 7432, section 5): 10 bytes, the first of which is the ESI type,
 // written as five groups of four hexadecimal digits joined by ".". The bytes keep the order in which they are written.
 // All zeros (a single-homed site) and all ones (reserved) name no segment and are refused.
+#include "bgp_host_services.h"
 #include "host/bytes.h"
-#include "host/host_services.h"
 #include "prefix/evpn.h"
 
 namespace bgp {

@@ -7,8 +7,8 @@
 //
 // An IPv6 address in brackets that is not the last field must not be followed by a colon, only by some other character
 // that a route may hold, which takes the colon's place. So as a rule only the last address of a route is IPv6.
+#include "bgp_host_services.h"
 #include "host/bytes.h"
-#include "host/host_services.h"
 #include "prefix/address_field.h"
 #include "prefix/evpn.h"
 

@@ -13,8 +13,8 @@
 // parsers fill are in evpn.cpp. A refused text may leave part of the value filled.
 #include "prefix/evpn.h"
 
+#include "bgp_host_services.h"
 #include "host/bytes.h"
-#include "host/host_services.h"
 #include "prefix/address_field.h"
 
 namespace bgp {

@@ -1,6 +1,6 @@
 // Memory handles, scratch blocks, releases and guards.
+#include "bgp_host_services.h"
 #include "bgp_standalone_host.h"
-#include "host_services.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // Loading, registration and reports.
 //
 // BGP_DATATYPES_LIBRARY, given by the build, is the path of the plug-in to load.
+#include "bgp_host_services.h"
 #include "bgp_standalone_host.h"
-#include "host_services.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Address texts, inside and outside of what the host accepts.
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 #include <gtest/gtest.h>
 

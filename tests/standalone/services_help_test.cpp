@@ -1,6 +1,6 @@
 // Help records.
+#include "bgp_host_services.h"
 #include "bgp_standalone_host.h"
-#include "host_services.h"
 
 #include <gtest/gtest.h>
 

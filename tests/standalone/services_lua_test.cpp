@@ -1,7 +1,7 @@
 // The Lua stack wrapper: what it shares with Lua, and that it raises nothing. A raised error has no protected call to
 // go to here: it would end the test program.
+#include "bgp_host_services.h"
 #include "bgp_standalone_host.h"
-#include "host_services.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // sscanf_s, conversion by conversion, just inside and just outside.
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 #include <gtest/gtest.h>
 

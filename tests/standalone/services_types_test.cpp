@@ -1,6 +1,6 @@
 // The host's own type operations: index, block and string.
+#include "bgp_host_services.h"
 #include "bgp_standalone_host.h"
-#include "host_services.h"
 
 #include <gtest/gtest.h>
 
