@@ -1,6 +1,7 @@
 // Loading a plug-in, what it registers, and what it reports.
 #include "bgp_host_services.h"
 #include "bgp_standalone_host.h"
+#include "replaceable.h"
 
 #include <dlfcn.h>
 
@@ -206,7 +207,7 @@ void RefuseRow(uint32_t typeId, uint32_t code)
 
 using namespace bgp::standalone;
 
-uint32_t SYS_Drm_RegisterDataType(uint32_t handle, const DataTypeDescriptor *row)
+BGP_REPLACEABLE uint32_t SYS_Drm_RegisterDataType(uint32_t handle, const DataTypeDescriptor *row)
 {
     try {
         return Register(handle, row);
@@ -215,7 +216,7 @@ uint32_t SYS_Drm_RegisterDataType(uint32_t handle, const DataTypeDescriptor *row
     }
 }
 
-void ZOL_Assert(const char *source, uint32_t line, const char *message)
+BGP_REPLACEABLE void ZOL_Assert(const char *source, uint32_t line, const char *message)
 {
     try {
         Report({source == nullptr ? "" : source, line, message == nullptr ? "" : message});

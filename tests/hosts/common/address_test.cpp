@@ -92,36 +92,6 @@ TEST(Address, PrintedForms)
     EXPECT_EQ(inet_ntop6(address.data(), nullptr, 256), nullptr);
 }
 
-// A record without alignment: IPv4 word, 16 IPv6 bytes, flag.
-struct Record {
-    uint8_t skew = 0;
-    uint8_t bytes[21] = {};
-    Record(uint32_t ipv4, uint8_t firstIpv6, uint8_t lastIpv6, uint8_t flag)
-    {
-        std::memcpy(bytes, &ipv4, sizeof ipv4);
-        bytes[4] = firstIpv6;
-        bytes[19] = lastIpv6;
-        bytes[20] = flag;
-    }
-};
-
-TEST(Address, RecordsOrderByFlagThenAddress)
-{
-    const auto compare = [](const Record &left, const Record &right) {
-        const int32_t there = SYSDT_Ipv4Ipv6Compare(nullptr, 21, left.bytes, right.bytes);
-        EXPECT_EQ(SYSDT_Ipv4Ipv6Compare(nullptr, 21, right.bytes, left.bytes), -there);
-        return there;
-    };
-    EXPECT_EQ(compare({9, 9, 9, 0}, {1, 1, 1, 1}), -1);
-    EXPECT_EQ(compare({0x00000100, 0, 0, 0}, {0x00000001, 0, 0, 0}), 1); // as numbers, not as bytes in memory
-    EXPECT_EQ(compare({0xFFFFFFFF, 0, 0, 0}, {1, 0, 0, 0}), 1);
-    EXPECT_EQ(compare({5, 1, 1, 0}, {5, 2, 2, 0}), 0); // the other family's bytes do not count
-    EXPECT_EQ(compare({1, 2, 0, 1}, {2, 1, 9, 1}), 1);
-    EXPECT_EQ(compare({1, 2, 0x7F, 1}, {0, 2, 0x80, 1}), -1);
-    EXPECT_EQ(compare({1, 2, 3, 1}, {0, 2, 3, 1}), 0);
-    EXPECT_EQ(SYSDT_Ipv4Ipv6Compare(nullptr, 21, nullptr, nullptr), 0);
-}
-
 TEST(Address, CharactersOfAnIpv4Text)
 {
     for (const char *text : {"", "1.2.3.4", "....", "999"})

@@ -4,6 +4,7 @@
 // raise one: indexes are looked at before they are used, tables are accessed raw, and what Lua would refuse is dropped.
 #include "bgp_host_services.h"
 #include "bgp_standalone_host.h"
+#include "replaceable.h"
 
 #include <algorithm>
 
@@ -71,18 +72,18 @@ void CloseLua(lua_State *L)
 
 } // namespace bgp::standalone
 
-void SYSDT_SPTI_CreateTable(lua_State *L, int32_t arraySlots, int32_t recordSlots)
+BGP_REPLACEABLE void SYSDT_SPTI_CreateTable(lua_State *L, int32_t arraySlots, int32_t recordSlots)
 {
     if (MayPush(L))
         lua_createtable(L, std::clamp(arraySlots, 0, LargestHint), std::clamp(recordSlots, 0, LargestHint));
 }
 
-int32_t SYSDT_SPTI_GetTop(lua_State *L)
+BGP_REPLACEABLE int32_t SYSDT_SPTI_GetTop(lua_State *L)
 {
     return L == nullptr ? 0 : lua_gettop(L);
 }
 
-void SYSDT_SPTI_SetField(lua_State *L, int32_t index, const char *key)
+BGP_REPLACEABLE void SYSDT_SPTI_SetField(lua_State *L, int32_t index, const char *key)
 {
     if (!MayPush(L) || lua_gettop(L) == 0)
         return;
@@ -96,7 +97,7 @@ void SYSDT_SPTI_SetField(lua_State *L, int32_t index, const char *key)
     lua_rawset(L, table);
 }
 
-void SYSDT_SPTI_GetField(lua_State *L, int32_t index, const char *key)
+BGP_REPLACEABLE void SYSDT_SPTI_GetField(lua_State *L, int32_t index, const char *key)
 {
     if (!MayPush(L))
         return;
@@ -109,7 +110,7 @@ void SYSDT_SPTI_GetField(lua_State *L, int32_t index, const char *key)
     lua_rawget(L, table);
 }
 
-void SYSDT_SPTI_GetTable(lua_State *L, int32_t index)
+BGP_REPLACEABLE void SYSDT_SPTI_GetTable(lua_State *L, int32_t index)
 {
     if (!MayPush(L) || lua_gettop(L) == 0)
         return;
@@ -122,7 +123,7 @@ void SYSDT_SPTI_GetTable(lua_State *L, int32_t index)
     lua_pushnil(L);
 }
 
-void SYSDT_SPTI_SetTable(lua_State *L, int32_t index)
+BGP_REPLACEABLE void SYSDT_SPTI_SetTable(lua_State *L, int32_t index)
 {
     if (L == nullptr || lua_gettop(L) < 2)
         return;
@@ -133,41 +134,41 @@ void SYSDT_SPTI_SetTable(lua_State *L, int32_t index)
         lua_pop(L, 2);
 }
 
-int32_t SYSDT_SPTI_IsTable(lua_State *L, int32_t index)
+BGP_REPLACEABLE int32_t SYSDT_SPTI_IsTable(lua_State *L, int32_t index)
 {
     return TypeAt(L, index) == LUA_TTABLE;
 }
 
-int32_t SYSDT_SPTI_IsNumber(lua_State *L, int32_t index)
+BGP_REPLACEABLE int32_t SYSDT_SPTI_IsNumber(lua_State *L, int32_t index)
 {
     const int slot = Slot(L, index);
     return slot != NoSlot && lua_isnumber(L, slot) != 0;
 }
 
-int32_t SYSDT_SPTI_IsString(lua_State *L, int32_t index)
+BGP_REPLACEABLE int32_t SYSDT_SPTI_IsString(lua_State *L, int32_t index)
 {
     const int slot = Slot(L, index);
     return slot != NoSlot && lua_isstring(L, slot) != 0;
 }
 
-void SYSDT_SPTI_PushUInt(lua_State *L, uint32_t value)
+BGP_REPLACEABLE void SYSDT_SPTI_PushUInt(lua_State *L, uint32_t value)
 {
     SYSDT_SPTI_PushInt64(L, value);
 }
 
-void SYSDT_SPTI_PushInt64(lua_State *L, int64_t value)
+BGP_REPLACEABLE void SYSDT_SPTI_PushInt64(lua_State *L, int64_t value)
 {
     if (MayPush(L))
         lua_pushinteger(L, value);
 }
 
-void SYSDT_SPTI_PushString(lua_State *L, const char *text)
+BGP_REPLACEABLE void SYSDT_SPTI_PushString(lua_State *L, const char *text)
 {
     if (MayPush(L))
         lua_pushstring(L, text);
 }
 
-void SYSDT_SPTI_PushLString(lua_State *L, const char *bytes, size_t length)
+BGP_REPLACEABLE void SYSDT_SPTI_PushLString(lua_State *L, const char *bytes, size_t length)
 {
     if (!MayPush(L))
         return;
@@ -177,23 +178,23 @@ void SYSDT_SPTI_PushLString(lua_State *L, const char *bytes, size_t length)
         lua_pushlstring(L, bytes, length);
 }
 
-uint32_t SYSDT_SPTI_ToUInt(lua_State *L, int32_t index)
+BGP_REPLACEABLE uint32_t SYSDT_SPTI_ToUInt(lua_State *L, int32_t index)
 {
     return static_cast<uint32_t>(SYSDT_SPTI_ToInt64(L, index));
 }
 
-int64_t SYSDT_SPTI_ToInt64(lua_State *L, int32_t index)
+BGP_REPLACEABLE int64_t SYSDT_SPTI_ToInt64(lua_State *L, int32_t index)
 {
     const int slot = Slot(L, index);
     return slot == NoSlot ? 0 : lua_tointegerx(L, slot, nullptr);
 }
 
-const char *SYSDT_SPTI_ToString(lua_State *L, int32_t index)
+BGP_REPLACEABLE const char *SYSDT_SPTI_ToString(lua_State *L, int32_t index)
 {
     return SYSDT_SPTI_ToLString(L, index, nullptr);
 }
 
-const char *SYSDT_SPTI_ToLString(lua_State *L, int32_t index, size_t *length)
+BGP_REPLACEABLE const char *SYSDT_SPTI_ToLString(lua_State *L, int32_t index, size_t *length)
 {
     const int slot = Slot(L, index);
     if (slot != NoSlot)
@@ -203,13 +204,13 @@ const char *SYSDT_SPTI_ToLString(lua_State *L, int32_t index, size_t *length)
     return nullptr;
 }
 
-uint32_t SYSDT_SPTI_ObjLen(lua_State *L, int32_t index)
+BGP_REPLACEABLE uint32_t SYSDT_SPTI_ObjLen(lua_State *L, int32_t index)
 {
     const int slot = Slot(L, index);
     return slot == NoSlot ? 0 : static_cast<uint32_t>(lua_rawlen(L, slot));
 }
 
-void SYSDT_SPTI_Pop(lua_State *L, int32_t count)
+BGP_REPLACEABLE void SYSDT_SPTI_Pop(lua_State *L, int32_t count)
 {
     if (L != nullptr)
         lua_pop(L, std::clamp(count, 0, lua_gettop(L)));

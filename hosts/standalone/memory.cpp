@@ -7,6 +7,7 @@
 // Scratch blocks come from malloc and are kept in short lists, chosen by address so that threads seldom meet.
 #include "memory.h"
 #include "bgp_host_services.h"
+#include "replaceable.h"
 #include "thread_state.h"
 
 #include <algorithm>
@@ -582,12 +583,12 @@ void detail::ReleaseForHost(void *memory)
 
 using namespace bgp::standalone;
 
-void *SYS_DataTypeMallocByHandle(uint32_t memoryHandle, uint32_t size)
+BGP_REPLACEABLE void *SYS_DataTypeMallocByHandle(uint32_t memoryHandle, uint32_t size)
 {
     return detail::AllocationFails() ? nullptr : Allocate(memoryHandle, size, true);
 }
 
-void *SYS_DataTypeMalloc(uint32_t size)
+BGP_REPLACEABLE void *SYS_DataTypeMalloc(uint32_t size)
 {
     ++detail::threadState.counters.plainAllocations;
     if (detail::AllocationFails() || size > LargestBlock)
@@ -606,7 +607,7 @@ void *SYS_DataTypeMalloc(uint32_t size)
     return memory.user;
 }
 
-void SYS_DataTypeFree(void *memory)
+BGP_REPLACEABLE void SYS_DataTypeFree(void *memory)
 {
     ++detail::threadState.counters.frees;
     try {

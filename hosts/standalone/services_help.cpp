@@ -1,13 +1,15 @@
 // Help records.
 #include "bgp_host_services.h"
 #include "memory.h"
+#include "replaceable.h"
 #include "thread_state.h"
 
 #include <new>
 
 using namespace bgp::standalone;
 
-uint32_t SYSDT_InitHelpInfo(uint32_t memoryHandle, DataTypeHelpInfo *info, uint32_t entryCount, uint32_t helpWord)
+BGP_REPLACEABLE uint32_t SYSDT_InitHelpInfo(uint32_t memoryHandle, DataTypeHelpInfo *info, uint32_t entryCount,
+                                            uint32_t helpWord)
 {
     detail::ThreadState &state = detail::threadState;
     ++state.counters.helpInits;
@@ -28,7 +30,7 @@ uint32_t SYSDT_InitHelpInfo(uint32_t memoryHandle, DataTypeHelpInfo *info, uint3
     return DT_OK;
 }
 
-void SYSDT_ClearHelpInfo(DataTypeHelpInfo *info)
+BGP_REPLACEABLE void SYSDT_ClearHelpInfo(DataTypeHelpInfo *info)
 {
     ++detail::threadState.counters.helpClears;
     if (info == nullptr)

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <thread>
 
 namespace {
@@ -98,9 +99,24 @@ TEST_F(FaultsTest, ScansFailUntouched)
     EXPECT_EQ(sscanf_s("9", "%u", &number), 1);
 }
 
+TEST_F(FaultsTest, AddressPrintsFailUntouched)
+{
+    const uint8_t address[16] = {};
+    char text[46] = "before";
+    SetFaults({.failAddressPrint = 2});
+    EXPECT_EQ(inet_ntop6(address, text, sizeof text), text);
+    EXPECT_STREQ(text, "::");
+    std::strcpy(text, "before");
+    EXPECT_EQ(inet_ntop6(address, text, sizeof text), nullptr);
+    EXPECT_STREQ(text, "before");
+    EXPECT_EQ(inet_ntop6(address, text, sizeof text), text);
+}
+
 TEST_F(FaultsTest, CallsAreCounted)
 {
     char text[8];
+    char address[46];
+    const uint8_t source[16] = {};
     uint32_t number;
     DataTypeHelpInfo help{};
     ByHandle();
@@ -114,6 +130,8 @@ TEST_F(FaultsTest, CallsAreCounted)
     memset_s(text, sizeof text, 0, 1);
     memcpy_s(text, sizeof text, "x", 1);
     sscanf_s("1", "%u", &number);
+    inet_ntop6(source, address, sizeof address);
+    inet_ntop6(source, address, sizeof address);
     SYSDT_InitHelpInfo(handle, &help, 1, 0x1234);
     SYSDT_ClearHelpInfo(&help);
     SYSDT_ClearHelpInfo(nullptr);
@@ -124,6 +142,7 @@ TEST_F(FaultsTest, CallsAreCounted)
     EXPECT_EQ(counters.prints, 3u);
     EXPECT_EQ(counters.copies, 4u);
     EXPECT_EQ(counters.scans, 1u);
+    EXPECT_EQ(counters.addressPrints, 2u);
     EXPECT_EQ(counters.helpInits, 1u);
     EXPECT_EQ(counters.helpClears, 2u);
     EXPECT_EQ(counters.lastHelpWord, 0x1234u);

@@ -3,6 +3,7 @@
 // Index: u32, host order. String: length bytes (0 stands for 32), NUL-padded, one NUL at least.
 #include "bgp_host_services.h"
 #include "object_names.h"
+#include "replaceable.h"
 
 #include <charconv>
 #include <cstring>
@@ -34,11 +35,6 @@ std::string_view Trimmed(std::string_view text)
     if (first == text.npos)
         return {};
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
-int32_t Sign(int difference)
-{
-    return (difference > 0) - (difference < 0);
 }
 
 // A value without alignment.
@@ -138,8 +134,9 @@ int32_t FromBottom(lua_State *L, int32_t index)
 
 } // namespace
 
-uint32_t SYS_DT_UINT32IndexFormatIn(const DataTypeRequest *request, uint32_t typeId, uint32_t, char *text,
-                                    uint16_t *outTypeId, uint16_t *outLength, void **outBuffer)
+BGP_REPLACEABLE uint32_t SYS_DT_UINT32IndexFormatIn(const DataTypeRequest *request, uint32_t typeId, uint32_t,
+                                                    char *text, uint16_t *outTypeId, uint16_t *outLength,
+                                                    void **outBuffer)
 {
     if (request == nullptr || text == nullptr || outTypeId == nullptr || outLength == nullptr || outBuffer == nullptr)
         return DT_ERR_NULL_PTR;
@@ -153,8 +150,9 @@ uint32_t SYS_DT_UINT32IndexFormatIn(const DataTypeRequest *request, uint32_t typ
     });
 }
 
-uint32_t SYS_DT_IndexFormatOut(const DataTypeRequest *request, uint32_t typeId, uint32_t, const void *value,
-                               uint16_t *outTypeId, uint16_t *outLength, void **outBuffer)
+BGP_REPLACEABLE uint32_t SYS_DT_IndexFormatOut(const DataTypeRequest *request, uint32_t typeId, uint32_t,
+                                               const void *value, uint16_t *outTypeId, uint16_t *outLength,
+                                               void **outBuffer)
 {
     if (request == nullptr || value == nullptr || outTypeId == nullptr || outLength == nullptr || outBuffer == nullptr)
         return DT_ERR_NULL_PTR;
@@ -169,16 +167,8 @@ uint32_t SYS_DT_IndexFormatOut(const DataTypeRequest *request, uint32_t typeId, 
     });
 }
 
-int32_t SYSDT_Uint32Compare(const void *, uint32_t, const void *left, const void *right)
-{
-    if (left == nullptr || right == nullptr)
-        return (left != nullptr) - (right != nullptr);
-    const uint32_t leftWord = Word(left), rightWord = Word(right);
-    return (leftWord > rightWord) - (leftWord < rightWord);
-}
-
-uint32_t SYSDT_Uint32LuaSet(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t, uint16_t length,
-                            const void *value)
+BGP_REPLACEABLE uint32_t SYSDT_Uint32LuaSet(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t,
+                                            uint16_t length, const void *value)
 {
     if (L == nullptr || fieldName == nullptr || value == nullptr)
         return DT_ERR_NULL_PTR;
@@ -190,8 +180,8 @@ uint32_t SYSDT_Uint32LuaSet(lua_State *L, int32_t tableIndex, const char *fieldN
     return DT_OK;
 }
 
-uint32_t SYSDT_Uint32LuaGet(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t, uint16_t length,
-                            void *outValue)
+BGP_REPLACEABLE uint32_t SYSDT_Uint32LuaGet(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t,
+                                            uint16_t length, void *outValue)
 {
     if (L == nullptr || fieldName == nullptr || outValue == nullptr)
         return DT_ERR_NULL_PTR;
@@ -207,15 +197,8 @@ uint32_t SYSDT_Uint32LuaGet(lua_State *L, int32_t tableIndex, const char *fieldN
     return isNumber ? DT_OK : DT_ERR_INVALID_PARAM;
 }
 
-int32_t SYSDT_BlockCompare(const void *, uint32_t length, const void *left, const void *right)
-{
-    if (left == nullptr || right == nullptr)
-        return (left != nullptr) - (right != nullptr);
-    return Sign(std::memcmp(left, right, length));
-}
-
-uint32_t SYSDT_StringFormatIn(const DataTypeRequest *request, uint32_t typeId, uint32_t length, char *text,
-                              uint16_t *outTypeId, uint16_t *outLength, void **outBuffer)
+BGP_REPLACEABLE uint32_t SYSDT_StringFormatIn(const DataTypeRequest *request, uint32_t typeId, uint32_t length,
+                                              char *text, uint16_t *outTypeId, uint16_t *outLength, void **outBuffer)
 {
     if (request == nullptr || text == nullptr || outTypeId == nullptr || outLength == nullptr || outBuffer == nullptr)
         return DT_ERR_NULL_PTR;
@@ -228,8 +211,9 @@ uint32_t SYSDT_StringFormatIn(const DataTypeRequest *request, uint32_t typeId, u
     return StoreValue(*request, typeId, trimmed.data(), trimmed.size(), whole, outTypeId, outLength, outBuffer);
 }
 
-uint32_t SYSDT_StringFormatOut(const DataTypeRequest *request, uint32_t, uint32_t length, const void *value,
-                               uint16_t *outTypeId, uint16_t *outLength, void **outBuffer)
+BGP_REPLACEABLE uint32_t SYSDT_StringFormatOut(const DataTypeRequest *request, uint32_t, uint32_t length,
+                                               const void *value, uint16_t *outTypeId, uint16_t *outLength,
+                                               void **outBuffer)
 {
     if (request == nullptr || value == nullptr || outTypeId == nullptr || outLength == nullptr || outBuffer == nullptr)
         return DT_ERR_NULL_PTR;
@@ -243,8 +227,8 @@ uint32_t SYSDT_StringFormatOut(const DataTypeRequest *request, uint32_t, uint32_
         [&] { return StoreText(*request, std::string(TextOf(value, length)), outTypeId, outLength, outBuffer); });
 }
 
-uint32_t SYSDT_StringHelp(const DataTypeRequest *request, uint32_t, uint32_t length, const char *,
-                          const uint32_t *helpArgument, DataTypeHelpInfo *helpInfo)
+BGP_REPLACEABLE uint32_t SYSDT_StringHelp(const DataTypeRequest *request, uint32_t, uint32_t length, const char *,
+                                          const uint32_t *helpArgument, DataTypeHelpInfo *helpInfo)
 {
     if (request == nullptr || helpArgument == nullptr || helpInfo == nullptr)
         return DT_ERR_NULL_PTR;
@@ -268,15 +252,8 @@ uint32_t SYSDT_StringHelp(const DataTypeRequest *request, uint32_t, uint32_t len
     return code;
 }
 
-int32_t SYSDT_StringCompare(const void *, uint32_t length, const void *left, const void *right)
-{
-    if (left == nullptr || right == nullptr)
-        return (left != nullptr) - (right != nullptr);
-    return Sign(TextOf(left, length).compare(TextOf(right, length)));
-}
-
-uint32_t SYSDT_StringLuaSet(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t, uint16_t length,
-                            const void *value)
+BGP_REPLACEABLE uint32_t SYSDT_StringLuaSet(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t,
+                                            uint16_t length, const void *value)
 {
     if (L == nullptr || fieldName == nullptr || value == nullptr)
         return DT_ERR_NULL_PTR;
@@ -289,8 +266,8 @@ uint32_t SYSDT_StringLuaSet(lua_State *L, int32_t tableIndex, const char *fieldN
     return DT_OK;
 }
 
-uint32_t SYSDT_StringLuaGet(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t, uint16_t length,
-                            void *outValue)
+BGP_REPLACEABLE uint32_t SYSDT_StringLuaGet(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t,
+                                            uint16_t length, void *outValue)
 {
     if (L == nullptr || fieldName == nullptr || outValue == nullptr)
         return DT_ERR_NULL_PTR;

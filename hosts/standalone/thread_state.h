@@ -58,6 +58,12 @@ inline bool ScanFails()
     return Strikes(threadState.left.failScan);
 }
 
+inline bool AddressPrintFails()
+{
+    ++threadState.counters.addressPrints;
+    return Strikes(threadState.left.failAddressPrint);
+}
+
 } // namespace bgp::standalone::detail
 
 #endif

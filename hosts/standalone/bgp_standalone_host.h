@@ -1,8 +1,8 @@
 // bgp_standalone_host.h - a host for data-type plug-ins, in a process of its own.
 //
-// A router's management plane loads the plug-in and supplies the services of host_services.h. This library supplies the
-// same services without a router - for the command-line tool, for tests and for programs that embed the data types -
-// and this header is what the embedding program says to it:
+// A router's management plane loads the plug-in and supplies the services of bgp_host_services.h. This library supplies
+// the same services without a router - for the command-line tool, for tests and for programs that embed the data types
+// - and this header is what the embedding program says to it:
 //
 //     std::string error;
 //     if (!bgp::standalone::LoadPlugIn("libbgp_datatypes.so.1", &error)) { ... error ... }
@@ -124,12 +124,13 @@ BGP_STANDALONE_API bool BlocksIntact(std::string *report);
 
 // What shall go wrong, on the calling thread. 0 is never, 1 the next call from now on, and so forth.
 struct Faults {
-    uint32_t failAllocation = 0; // the n-th allocation; both allocators count together
-    bool failAllAfter = false;   // and every later one
-    uint32_t failPrint = 0;      // the n-th snprintf_truncated_s, snprintf_s or sprintf_s returns -1, writing nothing
-    uint32_t failCopy = 0;       // the n-th memcpy_s, memset_s, strcpy_s or strncpy_s fails, writing nothing
-    uint32_t failScan = 0;       // the n-th sscanf_s returns 0, writing nothing
-    uint32_t helpInitCode = 0;   // when non-zero, every SYSDT_InitHelpInfo returns this and prepares nothing
+    uint32_t failAllocation = 0;   // the n-th allocation; both allocators count together
+    bool failAllAfter = false;     // and every later one
+    uint32_t failPrint = 0;        // the n-th snprintf_truncated_s, snprintf_s or sprintf_s returns -1, writing nothing
+    uint32_t failCopy = 0;         // the n-th memcpy_s, memset_s, strcpy_s or strncpy_s fails, writing nothing
+    uint32_t failScan = 0;         // the n-th sscanf_s returns 0, writing nothing
+    uint32_t failAddressPrint = 0; // the n-th inet_ntop6 returns null, writing nothing
+    uint32_t helpInitCode = 0;     // when non-zero, every SYSDT_InitHelpInfo returns this and prepares nothing
 };
 
 // Replaces the calling thread's faults and zeroes its counters. SetFaults({}) ends all faults.
@@ -138,7 +139,7 @@ BGP_STANDALONE_API void SetFaults(const Faults &faults);
 // Calls of the calling thread, failed ones included. allocations counts both allocators, plainAllocations those by
 // SYS_DataTypeMalloc alone. lastHelpWord is what the latest SYSDT_InitHelpInfo was given.
 struct Counters {
-    uint32_t allocations, plainAllocations, frees, prints, copies, scans, helpInits, helpClears;
+    uint32_t allocations, plainAllocations, frees, prints, copies, scans, addressPrints, helpInits, helpClears;
     uint32_t lastHelpWord;
 };
 

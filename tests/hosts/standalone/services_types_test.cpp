@@ -179,25 +179,6 @@ TEST_F(Types, ACallersBufferIsUsed)
     EXPECT_EQ(HandleBlocks(request.MemoryHandle), 0u);
 }
 
-TEST_F(Types, WordsAndBlocksAreOrdered)
-{
-    const uint32_t low[] = {1, 9}, high[] = {0x80000000u, 0}, next[] = {256, 0};
-    EXPECT_EQ(SYSDT_Uint32Compare(nullptr, 4, low, high), -1);
-    EXPECT_EQ(SYSDT_Uint32Compare(nullptr, 4, next, low), 1);
-    EXPECT_EQ(SYSDT_Uint32Compare(nullptr, 8, low, low), 0);
-    EXPECT_EQ(SYSDT_Uint32Compare(nullptr, 4, nullptr, low), -1);
-    EXPECT_EQ(SYSDT_BlockCompare(nullptr, 3, "abc", "abz"), -1);
-    EXPECT_EQ(SYSDT_BlockCompare(nullptr, 2, "abc", "abz"), 0);
-    EXPECT_EQ(SYSDT_BlockCompare(nullptr, 3, "a\0d", "a\0c"), 1);
-    EXPECT_EQ(SYSDT_BlockCompare(nullptr, 1, "\xff", "\x01"), 1);
-    EXPECT_EQ(SYSDT_BlockCompare(nullptr, 1, "a", nullptr), 1);
-    EXPECT_EQ(SYSDT_StringCompare(nullptr, 4, "ab\0x", "ab\0y"), 0);
-    EXPECT_EQ(SYSDT_StringCompare(nullptr, 4, "ab\0", "abc"), -1);
-    EXPECT_EQ(SYSDT_StringCompare(nullptr, 3, "b\0", "abc"), 1);
-    EXPECT_EQ(SYSDT_StringCompare(nullptr, 1, "\xff", "\x01"), 1);
-    EXPECT_EQ(SYSDT_StringCompare(nullptr, 4, nullptr, nullptr), 0);
-}
-
 TEST_F(Types, AStringHasOneCharacterLessThanItsLength)
 {
     const std::string longest(31, 'x'), tooLong(32, 'x');

@@ -1,6 +1,5 @@
 // Bounded copies and prints: just inside, just outside, null.
 #include "bgp_host_services.h"
-#include "bgp_standalone_host.h"
 
 #include <gtest/gtest.h>
 
