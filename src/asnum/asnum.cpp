@@ -10,6 +10,7 @@
 #include "asnum/asnum.h"
 
 #include "host/layout.h"
+#include "host/numbers.h"
 #include "host/operations.h"
 
 namespace bgp {
@@ -51,7 +52,7 @@ bool TakeDotted(uint64_t high, uint64_t low, AsNumber &as)
 bool ReadAsNumber(Text text, bool zeroWelcome, AsNumber &as)
 {
     Numbers numbers;
-    if (!IsLong(text, 1, kLongestTyped) || !ReadNumbers(text, ".", numbers)) {
+    if (!IsLong(text, 1, kLongestTyped) || !ReadNumbers(text, ".", numbers, nullptr)) {
         return false;
     }
     if (numbers.shape == Shape("")) {
@@ -128,8 +129,10 @@ uint32_t PrintUsable(const uint8_t *value, uint32_t mode, char *buffer, uint32_t
 
 // -------------------------------------------------------------------------------------------------------- operations
 
-constexpr FormatInRule kAsNumIn{.typeId = 255, .length = kLength, .modes = kTextOnly, .parse = SYSDT_Str2AsNum};
-constexpr FormatInRule kAsNumExtIn{.typeId = 285, .length = kLength, .modes = kTextOnly, .parse = SYSDT_Str2AsNumExt};
+constexpr FormatInRule kAsNumIn{
+    .typeId = 255, .length = kLength, .modes = kTextOnly, .read = Unexplained<SYSDT_Str2AsNum>};
+constexpr FormatInRule kAsNumExtIn{
+    .typeId = 285, .length = kLength, .modes = kTextOnly, .read = Unexplained<SYSDT_Str2AsNumExt>};
 constexpr FormatOutRule kAsNumOut{
     .modes = kTextOrRaw, .print = PrintUsable, .textSize = kAsTextSize, .valueSize = kLength, .mode3 = Mode3::kCopy};
 constexpr FormatOutRule kAsNumExtOut{

@@ -2,7 +2,7 @@
 #ifndef BGP_ASNUM_ASNUM_H
 #define BGP_ASNUM_ASNUM_H
 
-#include "bgp_datatypes.h"
+#include "bgp_datatypes/asnum.h"
 #include "host/text.h"
 
 namespace bgp {

@@ -2,7 +2,7 @@
 #ifndef BGP_BGPLS_BGPLS_H
 #define BGP_BGPLS_BGPLS_H
 
-#include "bgp_datatypes.h"
+#include "bgp_datatypes/bgpls.h"
 
 namespace bgp {
 

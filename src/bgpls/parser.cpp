@@ -259,7 +259,7 @@ uint32_t SYSDT_Str2LsPrefixPostCheck(const BgpLsParseContext &context)
 constexpr FormatInRule kIn{.typeId = 1299,
                            .length = kLsRecordSize,
                            .modes = {Modes(1, 2), Modes(0, 3, 5, 6)},
-                           .parse = SYSDT_Str2LSPrefix,
+                           .read = Unexplained<SYSDT_Str2LSPrefix>,
                            .memory = Memory::kPlain};
 
 } // namespace

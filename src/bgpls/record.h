@@ -4,7 +4,7 @@
 #ifndef BGP_BGPLS_RECORD_H
 #define BGP_BGPLS_RECORD_H
 
-#include "bgp_datatypes.h"
+#include "bgp_datatypes/bgpls.h"
 
 #include <array>
 #include <cstddef>

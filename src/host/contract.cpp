@@ -1,8 +1,39 @@
 #include "host/contract.h"
 
 #include "host/text.h"
+#include "host/type.h"
 
 namespace bgp {
+
+// ---------------------------------------------------------------------------------------------------------- FormatIn
+
+uint32_t Explain(const FormatInRule &rule, const DataTypeRequest &request, const char *text, Why &why)
+{
+    if (const uint32_t code = JudgeMode(rule.modes, request.FormatMode); code != DT_OK) {
+        Refuse(&why, {text, 0}, kNoTextMode, request.FormatMode);
+        return code;
+    }
+    uint8_t value[kLargestValue];
+    return ReadValue(rule, request, text, value, &why) ? DT_OK : rule.refusal;
+}
+
+uint32_t Explain(const Type &type, const DataTypeRequest &request, const char *text, BgpRefusal &refusal)
+{
+    Why why{&refusal.Reason, text, 0};
+    uint32_t code = DT_ERR_FAIL;
+    if (type.explain != nullptr) {
+        code = type.explain(request, text, refusal);
+    } else if (type.in != nullptr) {
+        code = Explain(*type.in, request, text, why);
+    } else {
+        Refuse(&why, {text, 0}, kNotTyped);
+    }
+    if (code == DT_OK) {
+        refusal.Reason = {}; // what was tried before the text was accepted
+    }
+    refusal.Reason.Code = code;
+    return code;
+}
 
 // --------------------------------------------------------------------------------------------------------- FormatOut
 

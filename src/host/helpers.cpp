@@ -1,7 +1,8 @@
 // The text and address helpers that several types share, under their own exported names.
+#include "bgp_datatypes/helpers.h"
 #include "host/bytes.h"
 #include "host/host_services.h"
-#include "host/text.h"
+#include "host/numbers.h"
 
 uint32_t SYSDT_atoul(const char *text, uint32_t *value)
 {

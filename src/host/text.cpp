@@ -2,6 +2,87 @@
 
 namespace bgp {
 
+// ------------------------------------------------------------------------------------------------------------- input
+
+namespace {
+
+constexpr uint32_t kCopied = 63; // characters that the host is asked about at a time
+
+constexpr char kKept = 'x'; // what no host trims: stands for the text beside the characters in question
+
+// How many of the `count` characters in front of (or, at the end, behind) the rest of a text the service leaves there.
+// False when it answers null.
+bool Left(TrimService service, const char *characters, uint32_t count, bool atEnd, uint32_t &left)
+{
+    char copy[kCopied + 2];
+    std::memcpy(copy + (atEnd ? 1 : 0), characters, count);
+    copy[atEnd ? 0 : count] = kKept;
+    copy[count + 1] = '\0';
+    const char *trimmed = service(copy);
+    left = trimmed == nullptr ? 0 : static_cast<uint32_t>(std::strlen(trimmed)) - 1;
+    return trimmed != nullptr;
+}
+
+uint32_t Piece(const char *at, const char *end)
+{
+    return end - at < kCopied ? static_cast<uint32_t>(end - at) : kCopied;
+}
+
+} // namespace
+
+Text TrimBy(TrimService service, const char *text)
+{
+    const char *end = text + std::strlen(text);
+    const char *graphic = text; // the first, or the end
+    while (graphic < end && !IsGraphic(*graphic)) {
+        ++graphic;
+    }
+    uint32_t left = 0;
+    while (text < graphic && left == 0) {
+        const uint32_t count = Piece(text, graphic);
+        if (!Left(service, text, count, false, left)) {
+            return {nullptr, 0};
+        }
+        text += count - left;
+    }
+    graphic = end; // the one behind the last, or the text's start
+    while (graphic > text && !IsGraphic(graphic[-1])) {
+        --graphic;
+    }
+    left = 0;
+    while (end > graphic && left == 0) {
+        const uint32_t count = Piece(graphic, end);
+        if (!Left(service, end - count, count, true, left)) {
+            return {nullptr, 0};
+        }
+        end -= count - left;
+    }
+    return {text, static_cast<uint32_t>(end - text)};
+}
+
+Text TrimByHost(const char *text)
+{
+    return TrimBy([](char *copy) { return SYSDT_BTrim(copy, nullptr); }, text);
+}
+
+bool HostFindsBlank(Text text)
+{
+    for (uint32_t at = 0; at < text.length; at += kCopied) {
+        char copy[kCopied + 1];
+        const uint32_t count = Piece(text.at + at, text.at + text.length);
+        std::memcpy(copy, text.at + at, count);
+        copy[count] = '\0';
+        uint32_t found = 0;
+        NCF_IsSpaceInString(copy, &found);
+        if (found != 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// ------------------------------------------------------------------------------------------------------------ output
+
 namespace {
 
 // The longest text that is printed from one format: a section of a BGP-LS key.

@@ -4,6 +4,7 @@
 #define BGP_HOST_TEXT_H
 
 #include "host/host_services.h"
+#include "host/refusal.h"
 
 #include <cstdint>
 #include <cstring>
@@ -13,15 +14,10 @@ namespace bgp {
 
 // ------------------------------------------------------------------------------------------------------------- input
 
-// A piece of a text: not terminated, never written to.
-struct Text {
-    const char *at;
-    uint32_t length;
-};
-
-inline bool IsBlank(char character)
+// No host takes a graphic ASCII character for a blank. About any other the host is asked.
+inline bool IsGraphic(char character)
 {
-    return character == ' ' || character == '\t';
+    return character >= '!' && character <= '~';
 }
 
 inline bool IsDigit(char character)
@@ -34,33 +30,74 @@ inline bool IsHexDigit(char character)
     return IsDigit(character) || (character >= 'A' && character <= 'F') || (character >= 'a' && character <= 'f');
 }
 
-// The text without the blanks around it, however many.
+// The text without what the host's service trims at its ends. The service works on copies of the characters there that
+// are not graphic; the caller's text is left alone. A service that answers null gives a null piece.
+using TrimService = char *(*)(char *text);
+Text TrimBy(TrimService service, const char *text);
+Text TrimByHost(const char *text);
+
+// The text without the blanks around it, however many: by SYSDT_BTrim(), which need not be asked about graphic texts.
 inline Text Trim(const char *text)
 {
-    while (IsBlank(*text)) {
-        ++text;
+    const char *at = text;
+    while (IsGraphic(*at)) {
+        ++at;
     }
-    size_t length = std::strlen(text);
-    while (length > 0 && IsBlank(text[length - 1])) {
-        --length;
-    }
-    return {text, static_cast<uint32_t>(length)};
+    return *at == '\0' ? Text{text, static_cast<uint32_t>(at - text)} : TrimByHost(text);
 }
+
+// Whether the host (NCF_IsSpaceInString) finds a blank in the piece.
+bool HostFindsBlank(Text text);
 
 inline bool HasBlank(Text text)
 {
     for (uint32_t i = 0; i < text.length; ++i) {
-        if (IsBlank(text.at[i])) {
-            return true;
+        if (!IsGraphic(text.at[i])) {
+            return HostFindsBlank({text.at + i, text.length - i});
         }
     }
     return false;
+}
+
+// Refuses a character by the rule, or because it is a blank: for parsers that want something else at the place.
+inline bool RefuseCharacter(Why *why, Text character, const BgpRule &rule)
+{
+    return Refuse(why, character, why != nullptr && HasBlank(character) ? kBlank : rule);
+}
+
+// The characters that part the items of a list. The host is asked once about each kind that a text has in a row.
+struct Blanks {
+    char asked = '!';
+    bool isBlank = false;
+};
+
+inline bool IsBlank(Blanks &blanks, char character)
+{
+    if (IsGraphic(character)) {
+        return false;
+    }
+    if (character != blanks.asked) {
+        blanks = {character, HostFindsBlank({&character, 1})};
+    }
+    return blanks.isBlank;
 }
 
 // Does the length lie in [least, most]?
 inline bool IsLong(Text text, uint32_t least, uint32_t most)
 {
     return text.length >= least && text.length <= most;
+}
+
+// The same, with a reason.
+inline bool HasLength(Text text, uint32_t least, uint32_t most, Why *why)
+{
+    if (IsLong(text, least, most)) {
+        return true;
+    }
+    if (text.length == 0) {
+        return Refuse(why, text, kEmpty);
+    }
+    return text.length < least ? Refuse(why, text, kTooShort, least) : Refuse(why, text, kTooLong, most);
 }
 
 // Copies the piece, terminated, for host services that want a terminated text. False when it does not fit in `size`.
@@ -72,87 +109,6 @@ inline bool Terminate(Text text, char *to, uint32_t size)
     std::memcpy(to, text.at, text.length);
     to[text.length] = '\0';
     return true;
-}
-
-// A text made of numbers with one separator between each two: "1.2.3.4:5" has the numbers 1 2 3 4 5 and the shape
-// "...:". The shape says which notation was typed.
-inline constexpr uint32_t kMostNumbers = 5;
-
-struct Numbers {
-    uint64_t at[kMostNumbers];
-    uint32_t shape;
-};
-
-// The separators of a shape packed into a word, so that shapes compare in one instruction. At most four separators.
-constexpr uint32_t Shape(const char *separators)
-{
-    uint32_t shape = 0;
-    while (*separators != '\0') {
-        shape = shape << 8 | static_cast<uint8_t>(*separators++);
-    }
-    return shape;
-}
-
-// The value of a digit of the base, 0xFF for any other character. Base 16 takes lower case only.
-template <uint32_t Base>
-constexpr uint32_t DigitValue(char character)
-{
-    const uint32_t decimal = static_cast<uint8_t>(character) - static_cast<uint32_t>('0');
-    if (decimal < 10) {
-        return decimal;
-    }
-    if constexpr (Base == 16) {
-        if (character >= 'a' && character <= 'f') {
-            return static_cast<uint32_t>(character - 'a') + 10;
-        }
-    }
-    return 0xFF;
-}
-
-// Reads one number of one or more digits, of any length; from UINT64_MAX / Base * Base on it saturates. Returns the
-// first character behind it, null when there is no digit.
-template <uint32_t Base = 10>
-inline const char *ReadNumber(const char *at, const char *end, uint64_t *number)
-{
-    constexpr uint64_t kLast = UINT64_MAX / Base; // one more digit may overflow beyond this
-    const char *const start = at;
-    uint64_t value = 0;
-    for (uint32_t digit; at < end && (digit = DigitValue<Base>(*at)) != 0xFF; ++at) {
-        value = value >= kLast ? UINT64_MAX : value * Base + digit;
-    }
-    *number = value;
-    return at == start ? nullptr : at;
-}
-
-// Reads a whole text of numbers. `separators` lists the characters that may separate them. False when the text holds
-// any other character, when a number is missing, or when there are more than kMostNumbers.
-template <uint32_t Base = 10>
-inline bool ReadNumbers(Text text, const char *separators, Numbers &numbers)
-{
-    const char *at = text.at;
-    const char *const end = at + text.length;
-    numbers.shape = 0;
-    for (uint32_t count = 0; count < kMostNumbers; ++count) {
-        at = ReadNumber<Base>(at, end, &numbers.at[count]);
-        if (at == nullptr) {
-            return false;
-        }
-        if (at == end) {
-            return true;
-        }
-        const char separator = *at++;
-        const char *allowed = separators;
-        while (*allowed != separator) {
-            if (*allowed++ == '\0') {
-                return false;
-            }
-        }
-        if (separator == '\0') {
-            return false;
-        }
-        numbers.shape = numbers.shape << 8 | static_cast<uint8_t>(separator);
-    }
-    return false;
 }
 
 // ------------------------------------------------------------------------------------------------------------ output

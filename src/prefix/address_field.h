@@ -7,7 +7,7 @@
 #ifndef BGP_PREFIX_ADDRESS_FIELD_H
 #define BGP_PREFIX_ADDRESS_FIELD_H
 
-#include "bgp_datatypes.h"
+#include "bgp_datatypes/prefix.h"
 
 #include <cstdint>
 

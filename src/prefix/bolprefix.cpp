@@ -4,6 +4,9 @@
 //   bytes  field     width  meaning
 //   0-3    sub-type  u32    0 to 16, host order: the index of its row
 //   4-88   payload          the sub-type's; zero behind what it uses
+#include "bgp_datatypes/evpn.h"
+#include "bgp_datatypes/ng_mvpn.h"
+#include "bgp_datatypes/rdrt.h"
 #include "host/contract.h"
 #include "prefix/prefix.h"
 

@@ -194,7 +194,7 @@ uint32_t ParseValue(const char *text, void *value)
     return SYSDT_Str2EvnPrefix(text, value, kAnyEsiType);
 }
 
-constexpr FormatInRule kIn = RouteKeyIn(ParseValue);
+constexpr FormatInRule kIn = RouteKeyIn(Unexplained<ParseValue>);
 constexpr FormatOutRule kOut = RouteKeyOut(PrintRoute);
 constexpr HelpRule kHelp{
     .text = "xxxx.xxxx.xxxx.xxxx.xxxx:X or X:M:X-X-X:M:X.X.X.X or X:M:X.X.X.X or xxxx.xxxx.xxxx.xxxx.xxxx",

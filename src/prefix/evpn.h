@@ -2,6 +2,7 @@
 #ifndef BGP_PREFIX_EVPN_H
 #define BGP_PREFIX_EVPN_H
 
+#include "bgp_datatypes/evpn.h"
 #include "host/layout.h"
 #include "host/text.h"
 

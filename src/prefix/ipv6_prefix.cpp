@@ -5,6 +5,7 @@
 //   4-19   address   16     in address order; zero behind it
 //
 // Check, Help and Compare are those of the EVPN routes: the Compare finds any two IPv6 addresses without order.
+#include "bgp_datatypes/evpn.h"
 #include "host/layout.h"
 #include "host/operations.h"
 #include "host/text.h"
@@ -53,7 +54,7 @@ const BgpLayout kIpv6PrefixLayout = Layout(kFields, kBolPrefixLength);
 
 namespace {
 
-constexpr FormatInRule kIn = RouteKeyIn(Parse);
+constexpr FormatInRule kIn = RouteKeyIn(Unexplained<Parse>);
 constexpr FormatOutRule kOut = ClearsNothing(RouteKeyOut(PrintAddress));
 constexpr LuaRule kLua{.layout = kIpv6PrefixLayout, .pops = 0};
 constexpr ReaderRule kReader{.layout = kIpv6PrefixLayout, .pops = 0}; // the array's 17 slots are popped with the field

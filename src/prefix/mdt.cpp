@@ -44,7 +44,7 @@ namespace {
 
 constexpr MaskedPrefix kForm{.least = 7, .most = 35, .maskAt = kMaskAt - kPayloadAt};
 
-constexpr FormatInRule kIn = InPlainMemory(RouteKeyIn(ParseKey<kMdtSubType, SYSDT_Str2MdtPrefix>));
+constexpr FormatInRule kIn = InPlainMemory(RouteKeyIn(Unexplained<ParseKey<kMdtSubType, SYSDT_Str2MdtPrefix>>));
 constexpr FormatOutRule kOut = InPlainMemory(RouteKeyOut(PrintKey<SYSDT_MdtPrefix2Str>));
 constexpr HelpRule kHelp{.text = "X.X.X.X/M or X.X.X.X", .memory = Memory::kPlain};
 constexpr LuaRule kLua{.layout = kMdtLayout, .pops = 0};

@@ -15,6 +15,8 @@
 // 21-byte field of address_field.h. All other bytes are zero. Keys with IPv6 addresses are joined by "-" instead.
 #include "prefix/ng_mvpn.h"
 #include "asnum/asnum.h"
+#include "bgp_datatypes/evpn.h"
+#include "bgp_datatypes/helpers.h"
 #include "host/bytes.h"
 #include "host/operations.h"
 #include "prefix/address_field.h"
@@ -280,7 +282,7 @@ uint32_t PrintValue(const uint8_t *value, uint32_t, char *buffer, uint32_t *prin
     return SYSDT_NGPrefix2Str(value, buffer, printed);
 }
 
-constexpr FormatInRule kIn = RouteKeyIn(SYSDT_Str2NGPrefix);
+constexpr FormatInRule kIn = RouteKeyIn(Unexplained<SYSDT_Str2NGPrefix>);
 constexpr FormatOutRule kOut = RouteKeyOut(PrintValue);
 
 } // namespace

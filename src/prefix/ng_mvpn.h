@@ -3,6 +3,7 @@
 #ifndef BGP_PREFIX_NG_MVPN_H
 #define BGP_PREFIX_NG_MVPN_H
 
+#include "bgp_datatypes/ng_mvpn.h"
 #include "host/layout.h"
 
 #include <cstdint>

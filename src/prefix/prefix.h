@@ -3,6 +3,7 @@
 #ifndef BGP_PREFIX_PREFIX_H
 #define BGP_PREFIX_PREFIX_H
 
+#include "bgp_datatypes/prefix.h"
 #include "host/contract.h"
 
 #include <cstdint>
@@ -15,12 +16,12 @@ inline constexpr uint32_t kPayloadAt = 4; // behind the sub-type word, u32 in ho
 
 // FormatIn and FormatOut of a sub-type that does nothing else than parse and print: text in every mode but 4. The
 // parser fills the whole value, sub-type word included.
-constexpr FormatInRule RouteKeyIn(Parser parse)
+constexpr FormatInRule RouteKeyIn(Reader read)
 {
     return {.typeId = kBolPrefixTypeId,
             .length = kBolPrefixLength,
             .modes = kAllButFour,
-            .parse = parse,
+            .read = read,
             .refusal = DT_ERR_INVALID_PARAM};
 }
 

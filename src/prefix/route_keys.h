@@ -23,7 +23,7 @@ inline constexpr uint32_t kSdwanSubType = 16;
 // ------------------------------------------------------------------------------------------------------ text in, out
 
 // A parser of the fields behind the sub-type word, as the parser of a whole value.
-template <uint32_t SubType, Parser ParsePayload>
+template <uint32_t SubType, uint32_t (*ParsePayload)(const char *, void *)>
 uint32_t ParseKey(const char *text, void *value)
 {
     auto *bytes = static_cast<uint8_t *>(value);

@@ -50,7 +50,7 @@ bool IsCanonical(Text text, const uint32_t *numbers)
     return length >= 0 && static_cast<uint32_t>(length) == text.length;
 }
 
-constexpr FormatInRule kIn = RouteKeyIn(ParseKey<kRpdSubType, SYSDT_Str2RpdPrefix>);
+constexpr FormatInRule kIn = RouteKeyIn(Unexplained<ParseKey<kRpdSubType, SYSDT_Str2RpdPrefix>>);
 constexpr FormatOutRule kOut = OfSubType(RouteKeyOut(PrintKey<SYSDT_RpdPrefix2Str>), kRpdSubType, true);
 constexpr HelpRule kHelp{.text = "X/X.X.X.X/X", .memory = Memory::kPlain};
 constexpr LuaRule kLua{.layout = kRpdLayout, .pops = 0};

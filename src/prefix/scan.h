@@ -4,7 +4,7 @@
 #ifndef BGP_PREFIX_SCAN_H
 #define BGP_PREFIX_SCAN_H
 
-#include "host/text.h"
+#include "host/numbers.h"
 
 #include <cstdint>
 

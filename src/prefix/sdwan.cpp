@@ -51,7 +51,7 @@ constexpr EndpointKey kKey{
     .numbers = {{0, 2}, {4, 4}, {8, 4}},
 };
 
-constexpr FormatInRule kIn = RouteKeyIn(SYSDT_Str2SdwanPrefix);
+constexpr FormatInRule kIn = RouteKeyIn(Unexplained<SYSDT_Str2SdwanPrefix>);
 // A value of another sub-type costs even the caller its buffer.
 constexpr FormatOutRule kOut = OfSubType(RouteKeyOut(PrintKey<SYSDT_SdwanPrefix2Str>), kSdwanSubType, true);
 constexpr HelpRule kHelp{.text = "X-X-X-X.X.X.X", .memory = Memory::kPlain};

@@ -51,7 +51,7 @@ constexpr EndpointKey kKey{
     .numbers = {{0, 4}, {4, 4}},
 };
 
-constexpr FormatInRule kIn = RouteKeyIn(ParseKey<kSrPolicySubType, SYSDT_Str2SrPolicyPrefix>);
+constexpr FormatInRule kIn = RouteKeyIn(Unexplained<ParseKey<kSrPolicySubType, SYSDT_Str2SrPolicyPrefix>>);
 // A value of another sub-type costs even the caller its buffer.
 constexpr FormatOutRule kOut = OfSubType(RouteKeyOut(PrintKey<SYSDT_SrPolicyPrefix2Str>), kSrPolicySubType, true);
 constexpr HelpRule kHelp{.text = "[X][X][X.X.X.X]", .memory = Memory::kPlain};

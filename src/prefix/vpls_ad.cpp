@@ -40,7 +40,7 @@ uint32_t Parse(const char *text, void *payload)
 }
 
 // The sub-type word is not looked at.
-constexpr FormatInRule kIn = RouteKeyIn(ParseKey<kVplsAdSubType, Parse>);
+constexpr FormatInRule kIn = RouteKeyIn(Unexplained<ParseKey<kVplsAdSubType, Parse>>);
 constexpr FormatOutRule kOut = RouteKeyOut(PrintKey<PrintIpv4Word>);
 
 // A typed text that cannot become an IPv4 address gets the host's own code, so that the composite goes on to the help

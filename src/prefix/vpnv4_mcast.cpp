@@ -49,7 +49,7 @@ namespace {
 
 constexpr MaskedPrefix kForm{.least = 9, .most = 18, .maskAt = kMaskAt - kPayloadAt};
 
-constexpr FormatInRule kIn = RouteKeyIn(ParseKey<kVpnv4McastSubType, SYSDT_Str2Vpnv4McastPrefix>);
+constexpr FormatInRule kIn = RouteKeyIn(Unexplained<ParseKey<kVpnv4McastSubType, SYSDT_Str2Vpnv4McastPrefix>>);
 constexpr FormatOutRule kOut = RouteKeyOut(PrintKey<SYSDT_Vpnv4McastPrefix2Str>);
 constexpr HelpRule kHelp{.text = "X.X.X.X/M or X.X.X.X"};
 constexpr LuaRule kLua{.layout = kVpnv4McastLayout, .pops = 0};

@@ -11,6 +11,8 @@
 //
 // Texts are counted by separators first and scanned afterwards, up to the last number of the notation: hexadecimal
 // letters and dashes behind it go unnoticed, so that 1:2ab is 1:2. Check, Help and Compare are those of other types.
+#include "bgp_datatypes/helpers.h"
+#include "bgp_datatypes/rdrt.h"
 #include "host/layout.h"
 #include "host/operations.h"
 #include "prefix/route_keys.h"
@@ -224,8 +226,10 @@ namespace {
 // LuaGet leaves the sub-type word to the composite.
 constexpr BgpLayout kRtLayout{kFields + 1, 2, kBolPrefixLength};
 
-constexpr FormatInRule kIn{
-    .typeId = kBolPrefixTypeId, .length = kBolPrefixLength, .modes = kTextOnly, .parse = SYSDT_Str2VrfRtExt};
+constexpr FormatInRule kIn{.typeId = kBolPrefixTypeId,
+                           .length = kBolPrefixLength,
+                           .modes = kTextOnly,
+                           .read = Unexplained<SYSDT_Str2VrfRtExt>};
 constexpr FormatOutRule kOut{.modes = kTextOrRaw,
                              .print = PrintVrfRtExt,
                              .textSize = kTextSize,

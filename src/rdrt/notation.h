@@ -16,7 +16,7 @@
 
 #include "host/bytes.h"
 #include "host/contract.h"
-#include "host/text.h"
+#include "host/numbers.h"
 
 #include <cstdint>
 

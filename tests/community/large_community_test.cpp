@@ -1,4 +1,5 @@
 #include "support/harness.h"
+#include "support/refusals.h"
 
 namespace bgp::test {
 namespace {
@@ -293,6 +294,38 @@ TEST_F(LargeCommunity, TheRowOffersEverything)
     EXPECT_TRUE(row.FormatIn && row.FormatOut && row.Check && row.Help && row.Compare && row.LuaSet && row.LuaGet &&
                 row.Endian);
     EXPECT_EQ(row.Reserved, nullptr);
+}
+
+// clang-format off
+constexpr Refused kReasons[] = {
+    // text                       rule                at  length
+    {"",                          "empty",             0,  0},
+    {" \t",                       "empty",             2,  0},
+    {"1:2",                       "too-short",         0,  3, 5},
+    {"  1:2\t",                   "too-short",         2,  3, 5},
+    {"1:2:0000000000000000000000000000003", "too-long", 0, 35, 32},
+    {"1:2:x",                     "digit",             4,  1},
+    {"1:2:3:",                    "digit",             6,  0},
+    {"100::3",                    "digit",             4,  1},
+    {"100: 2:3",                  "blank",             4,  1},
+    {"100\t:2:3",                 "blank",             3,  1},
+    {"100:20;3",                  "character",         6,  1},
+    {"1:2:3:4:5:6",               "too-many-numbers",  9,  1, 5},
+    {"100:20",                    "notation",          0,  6, 0, "", "", 0, 2, "administrator:data:data"},
+    {"1:2:3:4",                   "notation",          0,  7, 0, "", "", 0, 2, "administrator:data:data"},
+    {"4294967296:1:2",            "too-large",         0, 10, 4294967295, "the global administrator"},
+    {" 1:4294967296:2",           "too-large",         3, 10, 4294967295, "the first part of the local data"},
+    {"1:2:99999999999999999999",  "too-large",         4, 20, 4294967295, "the second part of the local data"},
+    {"1:2:3",                     "mode",              0,  0, 6, "", "", 0, 6},
+    {"1:2:3",                     "mode",              0,  0, 4, "", "", 0, 4},
+};
+// clang-format on
+
+TEST_F(LargeCommunity, Reasons)
+{
+    CheckRefusals(kType, kReasons);
+    constexpr std::string_view kGood[] = {"1:2:3", " 4294967295:0:0\t"};
+    CheckAccepted(kType, kGood);
 }
 
 } // namespace

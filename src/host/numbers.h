@@ -1,0 +1,175 @@
+// Texts that are numbers with separators between them: "1.2.3.4:5" has the numbers 1 2 3 4 5 and the shape "...:".
+// Which notations a type takes, and how small or large each number may be, are rows of data (BgpNotation); parsers,
+// reasons, tools and reference pages read the same rows.
+#ifndef BGP_HOST_NUMBERS_H
+#define BGP_HOST_NUMBERS_H
+
+#include "host/text.h"
+
+#include <cstdint>
+
+namespace bgp {
+
+inline constexpr uint32_t kMostNumbers = BGP_MOST_NUMBERS;
+
+struct Numbers {
+    uint64_t at[kMostNumbers];
+    uint32_t shape;
+};
+
+// The separators of a shape packed into a word, so that shapes compare in one instruction. At most four separators.
+constexpr uint32_t Shape(const char *separators)
+{
+    uint32_t shape = 0;
+    while (*separators != '\0') {
+        shape = shape << 8 | static_cast<uint8_t>(*separators++);
+    }
+    return shape;
+}
+
+// The value of a digit of the base, 0xFF for any other character. Base 16 takes lower case only.
+template <uint32_t Base>
+constexpr uint32_t DigitValue(char character)
+{
+    const uint32_t decimal = static_cast<uint8_t>(character) - static_cast<uint32_t>('0');
+    if (decimal < 10) {
+        return decimal;
+    }
+    if constexpr (Base == 16) {
+        if (character >= 'a' && character <= 'f') {
+            return static_cast<uint32_t>(character - 'a') + 10;
+        }
+    }
+    return 0xFF;
+}
+
+// Reads one number of one or more digits, of any length; from UINT64_MAX / Base * Base on it saturates. Returns the
+// first character behind it, null when there is no digit.
+template <uint32_t Base = 10>
+inline const char *ReadNumber(const char *at, const char *end, uint64_t *number)
+{
+    constexpr uint64_t kLast = UINT64_MAX / Base; // one more digit may overflow beyond this
+    const char *const start = at;
+    uint64_t value = 0;
+    for (uint32_t digit; at < end && (digit = DigitValue<Base>(*at)) != 0xFF; ++at) {
+        value = value >= kLast ? UINT64_MAX : value * Base + digit;
+    }
+    *number = value;
+    return at == start ? nullptr : at;
+}
+
+// Reads a whole text of numbers. `separators` lists the characters that may separate them. False when the text holds
+// any other character, when a number is missing, or when there are more than kMostNumbers.
+template <uint32_t Base = 10>
+inline bool ReadNumbers(Text text, const char *separators, Numbers &numbers, Why *why)
+{
+    const char *at = text.at;
+    const char *const end = at + text.length;
+    numbers.shape = 0;
+    for (uint32_t count = 0; count < kMostNumbers; ++count) {
+        const char *const start = at;
+        at = ReadNumber<Base>(at, end, &numbers.at[count]);
+        if (at == nullptr) {
+            return RefuseCharacter(why, {start, start < end}, kNoDigit);
+        }
+        if (at == end) {
+            return true;
+        }
+        const char separator = *at;
+        const char *allowed = separators;
+        while (*allowed != separator) {
+            if (*allowed++ == '\0') {
+                return RefuseCharacter(why, {at, 1}, kWrongCharacter);
+            }
+        }
+        if (separator == '\0') {
+            return RefuseCharacter(why, {at, 1}, kWrongCharacter);
+        }
+        numbers.shape = numbers.shape << 8 | static_cast<uint8_t>(separator);
+        ++at;
+    }
+    return Refuse(why, {at - 1, 1}, kTooManyNumbers, kMostNumbers);
+}
+
+// The piece of the text that is its index-th number.
+Text NumberAt(Text text, uint32_t index);
+
+// ---------------------------------------------------------------------------------------------------------- notations
+
+constexpr uint32_t CountNumbers(const BgpNotation &notation)
+{
+    uint32_t count = 1;
+    for (const char *separator = notation.Separators; *separator != '\0'; ++separator) {
+        ++count;
+    }
+    return count;
+}
+
+// Has the text the notation's separators, and no number that is too small or too large?
+[[gnu::always_inline]] inline bool Fits(const BgpNotation &notation, const Numbers &numbers)
+{
+    if (Shape(notation.Separators) != numbers.shape) {
+        return false;
+    }
+    for (uint32_t i = 0; i < CountNumbers(notation); ++i) {
+        if (numbers.at[i] < notation.Smallest[i] || numbers.at[i] > notation.Largest[i]) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// The texts of a type: how long they are, and their notations in the order in which they are tried.
+struct NumbersRule {
+    uint16_t shortest;
+    uint16_t longest;
+    const char *separators; // all that occur
+    const BgpNotation *notations;
+    uint32_t count;
+};
+
+template <uint32_t Count>
+constexpr NumbersRule NumbersText(uint16_t shortest, uint16_t longest, const char *separators,
+                                  const BgpNotation (&notations)[Count])
+{
+    return {shortest, longest, separators, notations, Count};
+}
+
+inline constexpr uint32_t kNoFit = 0xFFFFFFFF;
+
+// Says why numbers, read from the text, fit no notation; of those that the separators leave, the one that fits furthest
+// is the one that was meant.
+[[gnu::cold]] void RefuseNotation(const NumbersRule &rule, Text text, const Numbers &numbers, Why &why);
+
+// The index of the first notation that fits, kNoFit when none does.
+[[gnu::always_inline]] inline uint32_t FindNotation(const NumbersRule &rule, Text text, const Numbers &numbers,
+                                                    Why *why)
+{
+    for (uint32_t i = 0; i < rule.count; ++i) {
+        if (Fits(rule.notations[i], numbers)) {
+            return i;
+        }
+    }
+    if (why != nullptr) [[unlikely]] {
+        RefuseNotation(rule, text, numbers, *why);
+    }
+    return kNoFit;
+}
+
+// A trimmed text to its numbers; the index of its notation, or kNoFit.
+template <uint32_t Base = 10>
+[[gnu::always_inline]] inline uint32_t ReadNotation(const NumbersRule &rule, Text text, Numbers &numbers, Why *why)
+{
+    const bool read =
+        HasLength(text, rule.shortest, rule.longest, why) && ReadNumbers<Base>(text, rule.separators, numbers, why);
+    return read ? FindNotation(rule, text, numbers, why) : kNoFit;
+}
+
+// What most types of numbers refuse with; a type whose texts break others beside them, or cannot break one, has a list
+// of its own.
+inline constexpr const BgpRule *kNumbersRules[] = {&kEmpty,          &kTooLong,        &kBlank,      &kNoDigit,
+                                                   &kWrongCharacter, &kTooManyNumbers, &kNoNotation, &kTooLarge};
+
+} // namespace bgp
+
+#endif
