@@ -180,7 +180,6 @@ constexpr Description kDescriptions[] = {
     {278, &bgp::kRtpRdLayout},
     {279, nullptr, bgp::DescribeBolPrefix},
     {280, &bgp::kBolRdLayout},
-    {281, nullptr, bgp::DescribeBolPrefix},
     {284, &bgp::kTimeRangeLayout},
     {285, &bgp::kAsNumLayout},
     {290, &bgp::kAttrIdBitmapLayout},
@@ -222,6 +221,7 @@ namespace {
 // The types in the order of their rows.
 constexpr const bgp::Type *kTypes[] = {
     &bgp::kLargeCommunity,
+    &bgp::kEvnPrefix,
 };
 
 const bgp::Type *FindType(uint32_t typeId)

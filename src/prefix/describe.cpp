@@ -2,7 +2,7 @@
 #include "prefix/prefix.h"
 
 #include "host/bytes.h"
-#include "prefix/evpn.h"
+#include "prefix/evpn/routes.h"
 
 namespace bgp {
 

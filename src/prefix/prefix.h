@@ -4,7 +4,7 @@
 #define BGP_PREFIX_PREFIX_H
 
 #include "bgp_datatypes/prefix.h"
-#include "host/contract.h"
+#include "host/type.h"
 
 #include <cstdint>
 
@@ -65,10 +65,12 @@ extern const BgpLayout kSrPolicyLayout;   // 14
 extern const BgpLayout kIpv6PrefixLayout; // 15
 extern const BgpLayout kSdwanLayout;      // 16
 
+extern const Type kEvn;       // sub-type 1
+extern const Type kEvnPrefix; // EVNPREFIX
+
 // The layout that the sub-type word names, and for EVPN the route type behind it. Null when `length` bytes do not reach
 // that far, and for unknown sub-types and route types.
 const BgpLayout *DescribeBolPrefix(const void *value, uint32_t length);
-const BgpLayout *DescribeEvpnRoute(const void *value, uint32_t length);
 
 } // namespace bgp
 

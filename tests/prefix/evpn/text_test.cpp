@@ -1,6 +1,7 @@
 // EVPN route keys, text to value. Value: sub-type word (01 00 00 00), route type, then the route's fields in host
 // order. RFC 7432 (types 1-4), RFC 9136 (type 5), RFC 9251 (types 6-8).
 #include "support/harness.h"
+#include "support/refusals.h"
 
 #include <cstring>
 #include <utility>
@@ -1094,6 +1095,91 @@ TEST_F(EvpnText, ChecksTheEsiType)
     uint8_t esi[10];
     EXPECT_EQ(SYSDT_Str2EsiBas("00ff.ffff.ffff.ffff.ffff", esi, 1, 0), DT_OK);
     EXPECT_EQ(SYSDT_Str2EsiForAd("05ff.ffff.ffff.ffff.ffff", esi, 1, 0), DT_OK);
+}
+
+// --------------------------------------------------------------------------------------------------------- refusals
+
+constexpr std::string_view kAd = "Ethernet auto-discovery";
+constexpr std::string_view kMacIp = "MAC/IP advertisement";
+constexpr std::string_view kInclusive = "inclusive multicast Ethernet tag";
+constexpr std::string_view kSegment = "Ethernet segment";
+constexpr std::string_view kPrefix = "IP prefix";
+constexpr std::string_view kSmet = "selective multicast Ethernet tag";
+constexpr std::string_view kJoin = "multicast membership report synch";
+constexpr std::string_view kLeave = "multicast leave synch";
+constexpr std::string_view kTag = "the Ethernet tag";
+constexpr std::string_view kAllForms =
+    "ESI:tag tag:maclen:MAC:iplen:IP tag:iplen:IP ESI ESI:iplen:IP tag:IP:len tag:len:source:len:group:len:originator "
+    "ESI:tag:len:source:len:group:len:originator ESI:tag:len:source:len:group:len:originator:number";
+
+// 184 characters, all of them hexadecimal digits.
+constexpr std::string_view kLong = "0123456789abcdef0123456789abcdef0123456789abcdef0123456789abcdef"
+                                   "0123456789abcdef0123456789abcdef0123456789abcdef0123456789abcdef"
+                                   "0123456789abcdef0123456789abcdef0123456789abcdef01234567";
+
+// clang-format off
+constexpr Refused kReasons[] = {
+    // text                                                     rule                 at len  limit       what, part
+    {"",                                                        "empty",              0,  0},
+    {" \t",                                                     "empty",              2,  0},
+    {kLong,                                                     "too-long",           0, 184, 183},
+    {"10:32: 1.1.1.1",                                          "blank",              6,  1},
+    {"10:32:g.1.1.1",                                           "character",          6,  1},
+    {"10:32",                                                   "route",              0,  5, 0, "", "", 0, 2, kAllForms},
+    {" 1.1.1.1",                                                "route",              1,  7, 0, "", "", 0, 2, kAllForms},
+    {"0100.0000.0000.0000.001",                                 "route",              0, 23, 0, "", "", 0, 2, kAllForms},
+    {"12[]",                                                    "colon",              4,  0, 0, kTag, kPrefix},
+    {":32:1.1.1.1",                                             "empty",              0,  0, 0, kTag, kInclusive},
+    {"00000000001:32:1.1.1.1",                                  "too-long",           0, 11, 10, kTag, kInclusive},
+    {"1a:32:1.1.1.1",                                           "digit",              1,  1, 0, "", kInclusive},
+    {"4294967296:32:1.1.1.1",                                   "too-large",          0, 10, 4294967295, kTag, kInclusive},
+    {"0100.0000.0000.0000.0001:",                               "empty",             25,  0, 0, kTag, kAd},
+    {"0100.0000.0000.0000.0001:4294967296",                     "too-large",         25, 10, 4294967295, kTag, kAd},
+    {"ffff.ffff.ffff.ffff.ffff:7",                              "reserved-esi",       0, 24, 0, "", kAd},
+    {"0100.0000.0000.0000.00011:7",                             "length",             0, 25, 24, "the ESI", kAd},
+    {"0100.0000.0000.0000.00:7",                                "length",             0, 22, 24, "the ESI", kAd},
+    {"1:256:00e0-fc12-3456:32:10.1.1.1",                        "too-large",          2,  3, 255, "the MAC length", kMacIp},
+    {"1:48:00e0--fc12:32:10.1.1.1",                             "mac",                5, 10, 0, "the MAC address", kMacIp},
+    {"1:48:00e0-fc12-34567:32:10.1.1.1",                        "too-long",           5, 15, 14, "the MAC address", kMacIp},
+    {"1:48:00e0-fc12-3456:32:10.1.1.256",                       "ipv4",              23, 10, 0, "the IP address", kMacIp},
+    {"1:48:00e0-fc12-3456:129:[2001::1]",                       "too-large",         20,  3, 128, "the IP length", kMacIp},
+    {"10:20::1]:[64",                                           "opening-bracket",    6,  1, 0, "the originator", kInclusive},
+    {"10:128:[2001::1]1",                                       "behind",            16,  1, 0, "the originator", kInclusive},
+    {"10:128:[2001:::1]",                                       "ipv6",               8,  8, 0, "the originator", kInclusive},
+    {"10:128:[]",                                               "empty",              8,  0, 0, "the originator", kInclusive},
+    {"  10:32:1.1.1.256",                                       "ipv4",               8,  9, 0, "the originator", kInclusive},
+    {"10:[[2001::1",                                            "closing-bracket",   12,  0, 0, "the prefix", kPrefix},
+    {"10:[2001::]",                                             "nothing-behind",    11,  0, 0, "the prefix", kPrefix},
+    {"10:[2001::]:256",                                         "too-large",         12,  3, 255, "the prefix length", kPrefix},
+    {"10:1.1.1.0:x",                                            "character",         11,  1},
+    {"10:1.1.1.0:",                                             "empty",             11,  0, 0, "the prefix length", kPrefix},
+    {"10:1.1.1.256:24",                                         "ipv4",               3,  9, 0, "the prefix", kPrefix},
+    {"0000.0000.0000.0000.0000",                                "zero-esi",           0, 24, 0, "", kSegment},
+    {"0100.0000.0000.0000.001:32:1.1.1.1",                      "length",             0, 23, 24, "the ESI", kSegment},
+    {"01000.000.0000.0000.0001:32:1.1.1.1",                     "esi-group",          4,  1, 0, "", kSegment},
+    {"0100..00000000.0000.0000:32:1.1.1.1",                     "esi-group",          5,  1, 0, "", kSegment},
+    {"0100.0000.0000.0000.0001:256:1.1.1.1",                    "too-large",         25,  3, 255, "the originator length", kSegment},
+    {"1:0:[::]:32:225.1.1.1:32:2.2.2.2",                        "colon-behind-ipv6",  8,  1, 0, "", kSmet},
+    {"1:0:1.1.1.1:0:225.1.1.1:32:2.2.2.2",                      "too-small",         12,  1, 1, "the group length", kSmet},
+    {"1:0:1.1.1.1:129:225.1.1.1:32:2.2.2.2",                    "too-large",         12,  3, 128, "the group length", kSmet},
+    {"1:0:1.1.1.1:32:225.1.1:32:2.2.2.2",                       "ipv4",              15,  7, 0, "the group", kSmet},
+    {"1:0:1.1.1.1:32:225.1.1.1:32:",                            "empty",             28,  0, 0, "the originator", kSmet},
+    {"0100.0000.0000.000.00.00:1:32:1.1.1.1:32:225.1.1.1:32:2.2.2.2",
+                                                                "esi-groups",        24,  0, 5, "", kJoin},
+    {"0200.0000.0000.0000.0001:1:32:1.1.1.1:32:225.1.1.1:32:2.2.2.2",
+                                                                "esi-type",           0,  2, 1, "", kJoin},
+    {"0100.0000.0000.0000.0001:1:32:1.1.1.1:32:225.1.1.1:32:2.2.2.2:4294967296",
+                                                                "too-large",         62, 10, 4294967295, "the number of the leave", kLeave},
+    {"10:32:1.1.1.1",                                           "mode",               0,  0, 4, "", "", 0, 4},
+};
+// clang-format on
+
+TEST_F(EvpnText, Reasons)
+{
+    CheckRefusals("EVNPREFIX", kReasons);
+    constexpr std::string_view kGood[] = {"0000.0000.0000.0000.0000:7", "10:32:1.1.1.1", " 10:1.1.1.0:24\t",
+                                          "0100.0000.0000.0000.0001", "1:48:00e0-fc12-3456:128:[2001::1]"};
+    CheckAccepted("EVNPREFIX", kGood);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
-// The EVPN routes, one layout per route type. A value has 89 bytes:
+// The EVPN routes, one layout a route type: the only place where a field's place is written down. Parsers, printer,
+// Compare and the layouts that tools read all take it from these rows. A value has 89 bytes:
 //
 //   bytes  field       width  meaning
 //   0-3    sub-type    u32    1
@@ -7,18 +8,43 @@
 //
 // Numbers are in host order. Lengths are u8, in bits; that of an address stands directly in front of it. An address is
 // the 21-byte field of address_field.h; an ESI has 10 bytes and a MAC 6, in the order in which they are written.
+#ifndef BGP_PREFIX_EVPN_ROUTES_H
+#define BGP_PREFIX_EVPN_ROUTES_H
+
+#include "host/layout.h"
 #include "prefix/address_field.h"
-#include "prefix/evpn.h"
-#include "prefix/prefix.h"
+
+#include <cstdint>
+#include <string_view>
 
 namespace bgp {
 
-namespace {
+inline constexpr uint32_t kEvnSubType = 1;
+inline constexpr uint32_t kRouteTypeAt = 4;
+
+enum EvpnRouteType : uint8_t {
+    kAutoDiscoveryRoute = 1,
+    kMacIpRoute = 2,
+    kInclusiveRoute = 3,
+    kSegmentRoute = 4,
+    kIpPrefixRoute = 5,
+    kSmetRoute = 6,
+    kJoinRoute = 7,
+    kLeaveRoute = 8,
+};
+
+inline constexpr uint32_t kEsiSize = 10;
+inline constexpr uint32_t kMacSize = 6;
+
+// What all routes begin with; a script sees these two and the text.
+inline constexpr BgpField kSubTypeField = Number("bolType", 0, 4);
+inline constexpr BgpField kRouteTypeField = Byte("bolPrefixRtType", kRouteTypeAt);
+inline constexpr uint32_t kBodyFields = 2; // the index of the first field of a body
 
 // clang-format off
 
 // Ethernet auto-discovery, RFC 7432 section 7.1.
-constexpr BgpField kAutoDiscovery[] = {
+inline constexpr BgpField kAutoDiscoveryFields[] = {
     kSubTypeField,
     kRouteTypeField,
     ByteArray("esi", 5, kEsiSize),
@@ -26,7 +52,7 @@ constexpr BgpField kAutoDiscovery[] = {
 };
 
 // MAC/IP advertisement, RFC 7432 section 7.2.
-constexpr BgpField kMacIp[] = {
+inline constexpr BgpField kMacIpFields[] = {
     kSubTypeField,
     kRouteTypeField,
     Number("ethernetTag", 5, 4),
@@ -35,7 +61,7 @@ constexpr BgpField kMacIp[] = {
 };
 
 // Inclusive multicast Ethernet tag, RFC 7432 section 7.3.
-constexpr BgpField kInclusive[] = {
+inline constexpr BgpField kInclusiveFields[] = {
     kSubTypeField,
     kRouteTypeField,
     Number("ethernetTag", 5, 4),
@@ -43,7 +69,7 @@ constexpr BgpField kInclusive[] = {
 };
 
 // Ethernet segment, RFC 7432 section 7.4.
-constexpr BgpField kSegment[] = {
+inline constexpr BgpField kSegmentFields[] = {
     kSubTypeField,
     kRouteTypeField,
     ByteArray("esi", 5, kEsiSize),
@@ -51,7 +77,7 @@ constexpr BgpField kSegment[] = {
 };
 
 // IP prefix, RFC 9136 section 3.
-constexpr BgpField kIpPrefix[] = {
+inline constexpr BgpField kIpPrefixFields[] = {
     kSubTypeField,
     kRouteTypeField,
     Number("ethernetTag", 5, 4),
@@ -59,7 +85,7 @@ constexpr BgpField kIpPrefix[] = {
 };
 
 // Selective multicast Ethernet tag, RFC 9251 section 9.1.
-constexpr BgpField kSmet[] = {
+inline constexpr BgpField kSmetFields[] = {
     kSubTypeField,
     kRouteTypeField,
     Number("ethernetTag", 5, 4),
@@ -69,7 +95,7 @@ constexpr BgpField kSmet[] = {
 };
 
 // Multicast leave synch, RFC 9251 section 9.3. Without the last field: multicast membership report synch, section 9.2.
-constexpr BgpField kLeave[] = {
+inline constexpr BgpField kLeaveFields[] = {
     kSubTypeField,
     kRouteTypeField,
     ByteArray("esi", 5, kEsiSize),
@@ -80,35 +106,33 @@ constexpr BgpField kLeave[] = {
     Number("leaveNumber", 85, 4),
 };
 
-constexpr uint32_t kJoinFields = 10;
-
-// The orders of the first five are weak on purpose: routes that differ only in what is left out, an ESI or an address,
-// are one route to those who compare them.
-constexpr EvpnRoute kRoutes[] = {
-    {Layout(kAutoDiscovery, kBolPrefixLength),   3, 4},  // 1: tag
-    {Layout(kMacIp, kBolPrefixLength),           2, 6},  // 2: tag, MAC length, MAC, IP length
-    {Layout(kInclusive, kBolPrefixLength),       2, 4},  // 3: tag, length
-    {Layout(kSegment, kBolPrefixLength),         2, 2},  // 4: nothing
-    {Layout(kIpPrefix, kBolPrefixLength),        2, 4},  // 5: tag, length
-    {Layout(kSmet, kBolPrefixLength),            2, 9},  // 6: everything
-    {{kLeave, kJoinFields, kBolPrefixLength},    2, 10}, // 7: everything
-    {Layout(kLeave, kBolPrefixLength),           2, 11}, // 8: everything
-};
-
 // clang-format on
 
-} // namespace
-
-const EvpnRoute *FindEvpnRoute(uint8_t routeType)
+// Where a field of these rows begins. A name that none of them has does not compile.
+template <uint32_t Count>
+consteval uint8_t At(const BgpField (&rows)[Count], std::string_view name)
 {
-    return routeType >= 1 && routeType <= kLeaveRoute ? &kRoutes[routeType - 1] : nullptr;
+    uint32_t i = 0;
+    while (rows[i].Name != name) {
+        ++i;
+    }
+    return static_cast<uint8_t>(rows[i].Offset);
 }
 
-const BgpLayout *DescribeEvpnRoute(const void *value, uint32_t length)
-{
-    const auto *bytes = static_cast<const uint8_t *>(value);
-    const EvpnRoute *route = length > kRouteTypeAt ? FindEvpnRoute(bytes[kRouteTypeAt]) : nullptr;
-    return route != nullptr ? &route->layout : nullptr;
-}
+// A route type: what people call it, its fields, "bolType" and "bolPrefixRtType" in front, and the run of them that
+// makes its order.
+struct EvpnRoute {
+    const char *name;
+    BgpLayout layout;
+    uint8_t firstCompared, endCompared; // indexes of fields; equal ones: all routes of the type are equal
+};
+
+// Null for an unknown route type.
+const EvpnRoute *FindEvpnRoute(uint8_t routeType);
+
+// The layout that the route type names; null for an unknown one, and when `length` bytes do not reach that far.
+const BgpLayout *DescribeEvpnRoute(const void *value, uint32_t length);
 
 } // namespace bgp
+
+#endif

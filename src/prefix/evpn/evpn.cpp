@@ -3,13 +3,15 @@
 //   bytes  field       width  meaning
 //   0-3    sub-type    u32    1, host order
 //   4      route type  u8     1 to 8
-//   5-88   body               by route type: the rows of evpn_routes.cpp
+//   5-88   body               by route type: the rows of routes.h
 //
-// The text is read in evpn_text.cpp, evpn_multicast.cpp and evpn_esi.cpp. The rest is here; printing and comparing walk
-// the rows of the route.
-#include "prefix/evpn.h"
+// The text is read in text.cpp, multicast.cpp and esi.cpp. The rest is here; printing and comparing walk the rows of
+// the route.
+#include "prefix/evpn/text.h"
 
+#include "bgp_datatypes/evpn.h"
 #include "host/operations.h"
+#include "host/type.h"
 #include "prefix/address_field.h"
 #include "prefix/prefix.h"
 #include "prefix/route_keys.h"
@@ -188,19 +190,51 @@ uint32_t LuaReadValue(lua_State *L, int32_t table, uint8_t *value)
 
 // ---------------------------------------------------------------------------------------------------------- operations
 
-uint32_t ParseValue(const char *text, void *value)
+bool Read(const char *text, void *value, Why *why)
 {
     Store(value, kEvnSubType);
-    return SYSDT_Str2EvnPrefix(text, value, kAnyEsiType);
+    return ReadEvpnText(text, value, kAnyEsiType, why);
 }
 
-constexpr FormatInRule kIn = RouteKeyIn(Unexplained<ParseValue>);
+constexpr FormatInRule kIn = RouteKeyIn(Read);
 constexpr FormatOutRule kOut = RouteKeyOut(PrintRoute);
 constexpr HelpRule kHelp{
     .text = "xxxx.xxxx.xxxx.xxxx.xxxx:X or X:M:X-X-X:M:X.X.X.X or X:M:X.X.X.X or xxxx.xxxx.xxxx.xxxx.xxxx",
     .hidesHostCode = true};
 
 } // namespace
+
+constinit const Type kEvn = MakeType({
+    .name = "EVN",
+    .description = "the key of an EVPN route",
+    .reference = "RFC 7432, RFC 9136, RFC 9251",
+    .in = &kIn,
+    .out = &kOut,
+    .rules = kEvpnRules,
+    .shortestText = 1,
+    .longestText = kLongestRoute,
+    .subType = kEvnSubType,
+    .order = BGP_ORDER_NONE, // routes that differ in what is left out are equal, those of two types are neither
+    .network = BGP_NETWORK_LAYOUT,
+    .lua = BGP_LUA_LOSES, // of a checked ESI type; and the composite reads the route type over the body
+    .describe = DescribeEvpnRoute,
+});
+
+constinit const Type kEvnPrefix = MakeType({
+    .name = "EVNPREFIX",
+    .description = "the key of an EVPN route, as BOLPREFIX has it",
+    .reference = "RFC 7432, RFC 9136, RFC 9251",
+    .in = &kIn,
+    .out = &kOut,
+    .rules = kEvpnRules,
+    .shortestText = 1,
+    .longestText = kLongestRoute,
+    .typeId = 281,
+    .order = BGP_ORDER_NONE,
+    .network = BGP_NETWORK_LAYOUT,
+    .lua = BGP_LUA_LOSES,
+    .describe = DescribeBolPrefix,
+});
 
 } // namespace bgp
 
