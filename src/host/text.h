@@ -3,7 +3,7 @@
 #ifndef BGP_HOST_TEXT_H
 #define BGP_HOST_TEXT_H
 
-#include "host/host_services.h"
+#include "bgp_host_services.h"
 #include "host/refusal.h"
 
 #include <cstdint>

@@ -5,7 +5,7 @@
 #include "bgpls/bgpls.h"
 #include "community/community.h"
 #include "community/ext_community.h"
-#include "host/host_services.h"
+#include "bgp_host_services.h"
 #include "prefix/prefix.h"
 #include "rdrt/rdrt.h"
 #include "types/types.h"

@@ -1,6 +1,6 @@
 #include "support/harness.h"
 
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 #include <cstring>
 

@@ -4,7 +4,7 @@
 #include "fuzz/text_changes.h"
 #include "support/harness.h"
 
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 #include <cstring>
 #include <filesystem>

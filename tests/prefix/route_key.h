@@ -5,7 +5,7 @@
 
 #include "support/harness.h"
 
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 #include <lua.hpp>
 

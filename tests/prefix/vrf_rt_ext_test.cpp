@@ -2,7 +2,7 @@
 // 89 bytes. RFC 4360, RFC 5668 and the ES-import route target of RFC 7432 section 7.6.
 #include "rdrt/printing.h"
 
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 #include <cstdio>
 #include <cstring>

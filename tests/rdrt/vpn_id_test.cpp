@@ -2,7 +2,7 @@
 // from SYS_DataTypeMalloc().
 #include "rdrt/printing.h"
 
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 namespace {
 

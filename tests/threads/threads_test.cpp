@@ -3,7 +3,7 @@
 #include "fuzz/subjects.h"
 #include "support/harness.h"
 
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 #include <lua.hpp>
 

@@ -1,7 +1,7 @@
 // EVPN route keys: text out, check, help, order and Lua. The texts that are read have a test of their own.
 #include "support/harness.h"
 
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 #include <cstring>
 #include <memory>
