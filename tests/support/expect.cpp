@@ -43,19 +43,40 @@ void ExpectRefused(const DataTypeDescriptor &row, std::string_view text, uint8_t
     EXPECT_TRUE(in.textKept);
 }
 
-void ExpectEverySixteenBitField(uint32_t (*parser)(const char *text, void *value), const std::vector<FieldCase> &fields)
+namespace {
+
+// What FormatOut prints in mode 1, into a buffer of the caller's.
+std::string PrintedBy(const DataTypeDescriptor &row, const std::string &value)
+{
+    const DataTypeRequest request{1, Handle()};
+    char text[4096] = {};
+    uint16_t typeId = 0;
+    uint16_t length = 0;
+    void *buffer = text;
+    const uint32_t code = row.FormatOut(&request, row.TypeId, static_cast<uint32_t>(value.size()), value.data(),
+                                        &typeId, &length, &buffer);
+    return code == DT_OK ? text : "code " + std::to_string(code);
+}
+
+} // namespace
+
+void ExpectEverySixteenBitField(uint32_t (*parser)(const char *text, void *value), const std::vector<FieldCase> &fields,
+                                const DataTypeDescriptor *printing)
 {
     for (const FieldCase &f : fields) {
         SCOPED_TRACE(std::string(f.before) + "n" + f.behind);
         std::string expected = Bytes(f.value);
         std::string value(expected.size(), '\0');
-        char text[32];
-        for (unsigned n = 0; n < 65536; ++n) {
-            std::snprintf(text, sizeof text, "%s%u%s", f.before, n, f.behind);
+        char text[64];
+        for (uint32_t n = f.first; n < 65536; ++n) {
+            std::snprintf(text, sizeof text, "%s%u%s", f.before, n * f.scale + f.base, f.behind);
             expected[f.offset + (f.hostOrder ? 1 : 0)] = static_cast<char>(n >> 8);
             expected[f.offset + (f.hostOrder ? 0 : 1)] = static_cast<char>(n & 0xFF);
             ASSERT_EQ(parser(text, value.data()), DT_OK) << text;
             ASSERT_TRUE(value == expected) << text << " gives " << Hex(value);
+            if (printing != nullptr) {
+                ASSERT_EQ(PrintedBy(*printing, value), text);
+            }
         }
     }
 }
@@ -134,7 +155,7 @@ void ExpectPrints(const DataTypeDescriptor &row, std::string_view valueHex, uint
     EXPECT_EQ(out.text, text);
     const Into into = FormatOutInto(row, valueHex, mode, buffer.size);
     ExpectReported(into.out, mode, text.size(), buffer);
-    EXPECT_EQ(into.buffer.substr(0, text.size() + 1), text + '\0');
+    EXPECT_EQ(into.buffer, (text + '\0').append(buffer.size - text.size() - 1, '\xA5'));
     ExpectCallersBuffer(into);
 }
 
@@ -245,8 +266,9 @@ void ExpectItemsAreNumbers(const DataTypeDescriptor &row, uint16_t length, const
                     written += static_cast<char>(200 + i);
                 }
             }
-            const int32_t growth =
-                array.firstGrowth == kAnyGrowth ? kAnyGrowth : array.firstGrowth + static_cast<int32_t>(bad) - 1;
+            const int32_t growth = array.firstGrowth == kAnyGrowth
+                                       ? kAnyGrowth
+                                       : array.firstGrowth + array.growthPerItem * (static_cast<int32_t>(bad) - 1);
             ExpectLuaGet(
                 row, length,
                 {{array.before + "{" + items + "}" + array.behind, code,

@@ -34,17 +34,21 @@ inline const std::string &PrintedText(const TextCase &c)
 void ExpectRefused(const In &in, uint32_t code);
 void ExpectRefused(const DataTypeDescriptor &row, std::string_view text, uint8_t mode, uint32_t code);
 
-// A 16-bit field of a text, between `before` and `behind`, and where its two bytes stand in the value.
+// A field of a text, between `before` and `behind`, that takes scale * n + base for all n of 16 bits, and where the two
+// bytes of n stand in the value.
 struct FieldCase {
     const char *before, *behind;
     const char *value; // hex, with 0000 in the field's place
     size_t offset;
-    bool hostOrder = false;
+    bool hostOrder = false; // otherwise network order
+    uint32_t base = 0;
+    uint32_t scale = 1;
+    uint32_t first = 0; // the least n
 };
 
-// All 65,536 numbers in each field, through a parser.
-void ExpectEverySixteenBitField(uint32_t (*parser)(const char *text, void *value),
-                                const std::vector<FieldCase> &fields);
+// All numbers in each field, through a parser, and back through FormatOut.
+void ExpectEverySixteenBitField(uint32_t (*parser)(const char *text, void *value), const std::vector<FieldCase> &fields,
+                                const DataTypeDescriptor *printing = nullptr);
 
 // Blanks around a text do not count, however many; they cost no memory beside the result.
 void ExpectBlanksDropped(const DataTypeDescriptor &row, const std::string &text,
@@ -104,12 +108,13 @@ struct LuaCase {
 void ExpectLuaGet(const DataTypeDescriptor &row, uint16_t length, const std::vector<LuaCase> &cases);
 
 // A byte array inside a Lua table: the text before and behind its items, how many there are, the byte of the value that
-// item 1 fills, and the stack growth when the first item is refused (each later one leaves one slot more).
+// item 1 fills, and the stack growth when the first item is refused (each later one leaves so many slots more).
 struct LuaArray {
     std::string before, behind;
     size_t items;
     size_t offset;
     int32_t firstGrowth;
+    int32_t growthPerItem = 1;
 };
 
 // Each item missing and of the wrong kind in turn: what was read before it has been written, nothing else.

@@ -54,7 +54,8 @@ void ExpectStated(const TypeCase &type)
     const DataTypeDescriptor &row = type.row;
     EXPECT_TRUE(row.FormatIn == nullptr || type.contract.inModes.empty() ||
                 (!type.accepted.empty() && !type.refused.empty()));
-    EXPECT_TRUE(row.FormatOut == nullptr || !type.accepted.empty() || !type.prints.empty());
+    EXPECT_TRUE(row.FormatOut == nullptr || type.contract.outModes.empty() || !type.accepted.empty() ||
+                !type.prints.empty());
     EXPECT_TRUE(row.Compare == nullptr || !type.ascending.empty() || !type.compares.empty());
     EXPECT_TRUE(row.Endian == nullptr || !type.swaps.empty());
     EXPECT_TRUE(row.LuaSet == nullptr || !type.luaSets.empty());
@@ -188,7 +189,23 @@ void RunParser(const TypeCase &type)
 
 void RunEverySixteenBitField(const TypeCase &type)
 {
-    ExpectEverySixteenBitField(type.parser, type.fields);
+    const DataTypeDescriptor row = Found(type);
+    ExpectEverySixteenBitField(type.parser, type.fields, type.printsBack ? &row : nullptr);
+}
+
+void RunEveryOctet(const TypeCase &type)
+{
+    const DataTypeDescriptor row = Found(type);
+    for (const auto &[before, behind] : type.octets) {
+        for (uint32_t octet = 0; octet < 1000; ++octet) {
+            const std::string text = before + std::to_string(octet) + behind;
+            const In in = FormatIn(row, text);
+            ASSERT_EQ(in.code, octet < 256 ? DT_OK : type.refusal) << text;
+            if (octet < 256) {
+                ASSERT_EQ(FormatOut(row, in.value).text, text);
+            }
+        }
+    }
 }
 
 // ----------------------------------------------------------------------------------------------------------- text out
@@ -479,6 +496,7 @@ constexpr Part kParts[] = {
     {"EveryCharacter", [](const TypeCase &type) { return !type.characters.empty(); }, RunEveryCharacter},
     {"Parser", [](const TypeCase &type) { return type.parser != nullptr && !type.accepted.empty(); }, RunParser},
     {"EverySixteenBitField", [](const TypeCase &type) { return !type.fields.empty(); }, RunEverySixteenBitField},
+    {"EveryOctet", [](const TypeCase &type) { return !type.octets.empty(); }, RunEveryOctet},
     {"RoundTrips", [](const TypeCase &type) { return !type.roundTrips.empty(); }, RunRoundTrips},
     {"Prints", [](const TypeCase &type) { return !type.prints.empty(); }, RunPrints},
     {"EveryNotation", [](const TypeCase &type) { return !type.kindTable.kinds.empty(); }, RunEveryNotation},
@@ -486,7 +504,7 @@ constexpr Part kParts[] = {
     {"EveryKind", [](const TypeCase &type) { return !type.kindTable.kinds.empty(); }, RunEveryKind},
     {"PrintFailures", [](const TypeCase &type) { return !type.printFailures.empty(); }, RunPrintFailures},
     {"LengthArgument",
-     [](const TypeCase &type) { return type.row.FormatOut != nullptr && (type.readsWhole || !type.lengths.empty()); },
+     [](const TypeCase &type) { return !Printing(type).empty() && (type.readsWhole || !type.lengths.empty()); },
      RunLengthArgument},
     {"Check", [](const TypeCase &type) { return type.row.Check != nullptr; }, RunCheck},
     {"Help", [](const TypeCase &type) { return type.row.Help != nullptr; }, RunHelp},

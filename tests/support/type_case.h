@@ -92,6 +92,7 @@ struct TypeCase {
     uint32_t parserRefusal = DT_ERR_FAIL;
     bool parserTestsPointers = true;
     std::vector<FieldCase> fields = {};
+    std::vector<std::pair<std::string, std::string>> octets = {}; // what stands around an octet: 0 to 255, and back
 
     // Text out.
     std::vector<std::string> roundTrips = {}; // texts that print as they were typed
