@@ -1,7 +1,8 @@
 #include "support/expect.h"
 
+#include "host_services.h"
+
 #include <cstdio>
-#include <functional>
 
 namespace bgp::test {
 
@@ -215,6 +216,22 @@ void ExpectNoSuchKindGivenBack(const DataTypeDescriptor &row, std::string_view v
     ExpectCallersBuffer(into);
 }
 
+// --------------------------------------------------------------------------------------------------------------- help
+
+HelpMemory AllocationsOfHelp(const DataTypeDescriptor &row)
+{
+    const DataTypeRequest request{1, Handle()};
+    const uint32_t words[2] = {1, 2};
+    DataTypeHelpInfo info{0, nullptr};
+    host::TakeCounters();
+    EXPECT_EQ(row.Help(&request, row.TypeId, 0, "", words, &info), DT_OK);
+    const host::Counters counters = host::TakeCounters();
+    if (counters.plainAllocations != 0 && info.EntryCount != 0) {
+        SYS_DataTypeFree(info.Entries[0].Text);
+    }
+    return {counters.allocations - counters.plainAllocations, counters.plainAllocations};
+}
+
 // ------------------------------------------------------------------------------------------------------------- layout
 
 void ExpectLayout(uint32_t typeId, std::string_view valueHex, const std::vector<FieldRow> &fields)
@@ -240,6 +257,19 @@ void ExpectLayout(uint32_t typeId, std::string_view valueHex, const std::vector<
 }
 
 // ---------------------------------------------------------------------------------------------------------------- Lua
+
+void ExpectLuaSet(const DataTypeDescriptor &row, uint16_t length, const std::vector<SetCase> &cases)
+{
+    for (const SetCase &c : cases) {
+        for (const uint32_t given : {uint32_t{length}, length + 1u, 65535u}) {
+            const std::string value = c.value + (given == length ? "" : "aa");
+            const LuaOut out = LuaSet(row, value, static_cast<uint16_t>(given));
+            EXPECT_EQ(out.code, DT_OK) << c.value;
+            EXPECT_EQ(out.table, c.table);
+            EXPECT_EQ(out.growth, 0);
+        }
+    }
+}
 
 void ExpectLuaGet(const DataTypeDescriptor &row, uint16_t length, const std::vector<LuaCase> &cases)
 {

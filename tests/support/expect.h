@@ -82,6 +82,15 @@ void ExpectNoSuchKind(const DataTypeDescriptor &row, std::string_view valueHex, 
 void ExpectNoSuchKindGivenBack(const DataTypeDescriptor &row, std::string_view valueHex, uint8_t mode,
                                uint32_t code = DT_ERR_FAIL, size_t size = 257);
 
+// --------------------------------------------------------------------------------------------------------------- help
+
+// Allocations of one Help call in mode 1: of the handle's memory, and by SYS_DataTypeMalloc.
+struct HelpMemory {
+    uint32_t byHandle;
+    uint32_t plain;
+};
+HelpMemory AllocationsOfHelp(const DataTypeDescriptor &row);
+
 // ------------------------------------------------------------------------------------------------------------- layout
 
 struct FieldRow {
@@ -105,6 +114,13 @@ struct LuaCase {
     int32_t growth;
 };
 
+struct SetCase {
+    std::string value; // hex
+    std::string table;
+};
+
+// LuaSet with the length that it wants and longer ones.
+void ExpectLuaSet(const DataTypeDescriptor &row, uint16_t length, const std::vector<SetCase> &cases);
 void ExpectLuaGet(const DataTypeDescriptor &row, uint16_t length, const std::vector<LuaCase> &cases);
 
 // A byte array inside a Lua table: the text before and behind its items, how many there are, the byte of the value that

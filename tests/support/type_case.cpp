@@ -56,7 +56,7 @@ void ExpectStated(const TypeCase &type)
                 (!type.accepted.empty() && !type.refused.empty()));
     EXPECT_TRUE(row.FormatOut == nullptr || type.contract.outModes.empty() || !type.accepted.empty() ||
                 !type.prints.empty());
-    EXPECT_TRUE(row.Compare == nullptr || !type.ascending.empty() || !type.compares.empty());
+    EXPECT_TRUE(row.Compare == nullptr || type.comparesBytes || !type.ascending.empty() || !type.compares.empty());
     EXPECT_TRUE(row.Endian == nullptr || !type.swaps.empty());
     EXPECT_TRUE(row.LuaSet == nullptr || !type.luaSets.empty());
     EXPECT_TRUE(row.LuaGet == nullptr || !type.luaGets.empty());
@@ -205,6 +205,30 @@ void RunEveryOctet(const TypeCase &type)
                 ASSERT_EQ(FormatOut(row, in.value).text, text);
             }
         }
+    }
+}
+
+// Where the results come from: one block each, of the handle's memory or SYS_DataTypeMalloc()'s.
+void RunMemory(const TypeCase &type)
+{
+    const DataTypeDescriptor row = Found(type);
+    const uint32_t plain = type.contract.plainMemory ? 1 : 0;
+    for (const uint8_t mode : Parsing(type)) {
+        host::TakeCounters();
+        EXPECT_EQ(FormatIn(row, type.contract.text, mode).code, DT_OK);
+        const host::Counters counters = host::TakeCounters();
+        EXPECT_EQ(counters.allocations, 1u);
+        EXPECT_EQ(counters.plainAllocations, plain);
+    }
+    for (const uint8_t mode : Printing(type)) {
+        host::TakeCounters();
+        EXPECT_EQ(FormatOut(row, type.contract.value, mode).code, DT_OK);
+        const host::Counters counters = host::TakeCounters();
+        EXPECT_EQ(counters.allocations, 1u);
+        EXPECT_EQ(counters.plainAllocations, plain);
+    }
+    if (row.Help != nullptr) {
+        EXPECT_EQ(AllocationsOfHelp(row).plain, type.contract.helpPlainMemory ? 1u : 0u);
     }
 }
 
@@ -433,6 +457,35 @@ void RunCompare(const TypeCase &type)
     }
 }
 
+void RunEveryByteCompared(const TypeCase &type)
+{
+    const DataTypeDescriptor row = Found(type);
+    const std::string zeros(LuaLength(type), '\0');
+    for (uint32_t at = 0; at < zeros.size(); ++at) {
+        std::string more = zeros;
+        std::string less = zeros;
+        more[at] = '\x80'; // bytes have no sign
+        less[at] = '\x7f';
+        EXPECT_EQ(Order(row, Hex(more), Hex(less)), 1) << at;
+        EXPECT_EQ(Order(row, Hex(less), Hex(more)), -1) << at;
+        EXPECT_EQ(Order(row, Hex(less), Hex(less)), 0) << at;
+        EXPECT_EQ(Order(row, Hex(less), Hex(more), at), 0) << at;
+    }
+}
+
+void RunComparePointers(const TypeCase &type)
+{
+    const DataTypeDescriptor row = Found(type);
+    const std::string value(LuaLength(type), '\0');
+    for (const uint32_t length : {uint32_t{LuaLength(type)}, 0u}) {
+        for (const auto &[left, right] : {std::pair<const char *, const char *>(nullptr, value.data()),
+                                          {value.data(), nullptr},
+                                          {nullptr, nullptr}}) {
+            EXPECT_EQ(static_cast<uint32_t>(row.Compare(nullptr, length, left, right)), type.comparePointers) << length;
+        }
+    }
+}
+
 void RunEndian(const TypeCase &type)
 {
     for (const SwapCase &c : type.swaps) {
@@ -445,16 +498,7 @@ void RunEndian(const TypeCase &type)
 
 void RunLuaSet(const TypeCase &type)
 {
-    const DataTypeDescriptor row = Found(type);
-    for (const SetCase &c : type.luaSets) {
-        for (const uint32_t length : {uint32_t{LuaLength(type)}, LuaLength(type) + 1u, 65535u}) {
-            const std::string value = c.value + (length == LuaLength(type) ? "" : "aa");
-            const LuaOut out = LuaSet(row, value, static_cast<uint16_t>(length));
-            EXPECT_EQ(out.code, DT_OK) << c.value;
-            EXPECT_EQ(out.table, c.table);
-            EXPECT_EQ(out.growth, 0);
-        }
-    }
+    ExpectLuaSet(Found(type), LuaLength(type), type.luaSets);
 }
 
 void RunLuaGet(const TypeCase &type)
@@ -497,6 +541,7 @@ constexpr Part kParts[] = {
     {"Parser", [](const TypeCase &type) { return type.parser != nullptr && !type.accepted.empty(); }, RunParser},
     {"EverySixteenBitField", [](const TypeCase &type) { return !type.fields.empty(); }, RunEverySixteenBitField},
     {"EveryOctet", [](const TypeCase &type) { return !type.octets.empty(); }, RunEveryOctet},
+    {"Memory", [](const TypeCase &type) { return !Parsing(type).empty() || !Printing(type).empty(); }, RunMemory},
     {"RoundTrips", [](const TypeCase &type) { return !type.roundTrips.empty(); }, RunRoundTrips},
     {"Prints", [](const TypeCase &type) { return !type.prints.empty(); }, RunPrints},
     {"EveryNotation", [](const TypeCase &type) { return !type.kindTable.kinds.empty(); }, RunEveryNotation},
@@ -509,6 +554,8 @@ constexpr Part kParts[] = {
     {"Check", [](const TypeCase &type) { return type.row.Check != nullptr; }, RunCheck},
     {"Help", [](const TypeCase &type) { return type.row.Help != nullptr; }, RunHelp},
     {"Compare", [](const TypeCase &type) { return type.row.Compare != nullptr; }, RunCompare},
+    {"EveryByteCompared", [](const TypeCase &type) { return type.comparesBytes; }, RunEveryByteCompared},
+    {"ComparePointers", [](const TypeCase &type) { return type.comparePointers.has_value(); }, RunComparePointers},
     {"Endian", [](const TypeCase &type) { return !type.swaps.empty(); }, RunEndian},
     {"LuaSet", [](const TypeCase &type) { return !type.luaSets.empty(); }, RunLuaSet},
     {"LuaGet", [](const TypeCase &type) { return !type.luaGets.empty(); }, RunLuaGet},

@@ -63,11 +63,6 @@ struct SwapCase {
     std::string value, swapped; // hex, either way
 };
 
-struct SetCase {
-    std::string value; // hex
-    std::string table;
-};
-
 struct TypeCase {
     DataTypeDescriptor row;                       // as registered; of a sub-type its name and operations
     const BolPrefixSubtypeEntry *entry = nullptr; // the sub-type's row, to be found instead of a type's
@@ -114,6 +109,8 @@ struct TypeCase {
     std::vector<std::string> ascending = {};
     bool descending = false; // Compare runs backwards
     std::vector<CompareCase> compares = {};
+    bool comparesBytes = false;                   // all of them, one by one
+    std::optional<uint32_t> comparePointers = {}; // Compare's code for a null pointer
     std::vector<SwapCase> swaps = {};
 
     // Lua.
