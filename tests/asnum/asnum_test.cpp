@@ -1,4 +1,6 @@
-#include "support/harness.h"
+#include "support/type_case.h"
+
+#include "host_services.h"
 
 #include <cstring>
 
@@ -7,29 +9,22 @@ namespace {
 
 class AsNum : public PlugIn {};
 
-struct Accepted {
-    const char *text;
-    const char *value;
-    const char *printed;
-};
-
-// Both types.
-constexpr Accepted kBoth[] = {
-    {"1", "0100000000000000", "1"},
-    {"100", "6400000000000000", "100"},
-    {"65535", "ffff000000000000", "65535"},
-    {"65536", "0000010000000000", "65536"},
-    {"4294967295", "ffffffff00000000", "4294967295"},
+const std::vector<TextCase> kAccepted = {
+    {"1", "0100000000000000"},
+    {"100", "6400000000000000"},
+    {"65535", "ffff000000000000"},
+    {"65536", "0000010000000000"},
+    {"4294967295", "ffffffff00000000"},
     {"00000000001", "0100000000000000", "1"},
-    {"1.0", "0000010001000000", "1.0"},
-    {"1.65535", "ffff010001000000", "1.65535"},
-    {"65535.65535", "ffffffff01000000", "65535.65535"},
+    {"1.0", "0000010001000000"},
+    {"1.65535", "ffff010001000000"},
+    {"65535.65535", "ffffffff01000000"},
     {"00001.00001", "0100010001000000", "1.1"},
     {" 123 ", "7b00000000000000", "123"},
     {"\t123\t \t", "7b00000000000000", "123"},
 };
 
-constexpr const char *kRefusedByBoth[] = {
+const std::vector<std::string> kRefused = {
     "",
     " ",
     "4294967296",
@@ -67,63 +62,106 @@ constexpr const char *kRefusedByBoth[] = {
     "internet",
 };
 
-TEST_F(AsNum, ReadsPlainAndDotted)
+// What the two types share.
+TypeCase Both()
 {
-    for (const char *type : {"ASNUM", "ASNUMEXT"}) {
-        for (const Accepted &row : kBoth) {
-            SCOPED_TRACE(std::string(type) + " " + row.text);
-            const std::string value = Value(type, row.text);
-            EXPECT_EQ(value, row.value);
-            EXPECT_EQ(Text(type, value), row.printed);
-        }
-    }
+    return {
+        .row = {},
+        .contract = {.text = "65535.65535",
+                     .value = "ffffffff01000000",
+                     .inModes = "FPPFUFPU",
+                     .outModes = "FTTCUFTU",
+                     .helpModes = "-H----H-",
+                     .helpText = "STRING<1-11>",
+                     .textSize = 33},
+        .accepted = kAccepted,
+        .refused = kRefused,
+        .blanked = {"7"},
+        .prints =
+            {
+                // the notation decides
+                {"65536", "0000010000000000"},
+                {"1.0", "0000010001000000"},
+                {"1.0", "0000010007000000"},
+                {"1.0", "00000100ffffffff"},
+                {"0.100", "6400000001000000"},
+                {"4294967295", "ffffffff00000000"},
+                {"65535.65535", "ffffffff01000000"},
+            },
+        .printFailures = {"6400000000000000"},
+        .checks = {{"64000000ffffffff", DT_OK}},
+        .compares =
+            {
+                // by the number alone
+                {"0001000000000000", "ff00000000000000", 1},
+                {"ff00000000000000", "0001000000000000", -1},
+                {"ff00000000000000", "ff00000001000000", 0},
+            },
+        .swaps = {{"0102030405060708", "0403020108070605"}},
+        .luaSets = {{"ffffffff01000000", "{asNumValue=4294967295, asType=1}"}},
+        .luaGets =
+            {
+                {"{asNumValue = 4294967295, asType = 1}", DT_OK, "ffffffff01000000", 1}, // the fetched table stays
+                {"{asNumValue = 0, asType = 77}", DT_OK, "000000004d000000", 1},
+                {"{asNumValue = '5', asType = 0}", DT_OK, "0500000000000000", 1}, // a numeric string is a number to Lua
+                {"{asNumValue = 5, asType = 'dotted'}", DT_ERR_INVALID_PARAM, "05000000eeeeeeee", 3},
+                {"{asNumValue = 5}", DT_ERR_INVALID_PARAM, "05000000eeeeeeee", 3},
+                {"{asType = 0}", DT_ERR_INVALID_PARAM, "eeeeeeeeeeeeeeee", 2},
+                {"{asNumValue = {}, asType = 0}", DT_ERR_INVALID_PARAM, "eeeeeeeeeeeeeeee", 2},
+                {"7", DT_ERR_INVALID_PARAM, "eeeeeeeeeeeeeeee", 1},
+                {"nil", DT_ERR_INVALID_PARAM, "eeeeeeeeeeeeeeee", 1},
+            },
+    };
 }
 
-TEST_F(AsNum, RefusesWhatIsNoAsNumber)
+// Zero is no AS number but an extended one.
+TypeCase AsNumCase()
 {
-    for (const char *type : {"ASNUM", "ASNUMEXT"}) {
-        for (const char *text : kRefusedByBoth) {
-            const In in = FormatIn(type, text);
-            EXPECT_EQ(in.code, DT_ERR_INVALID_VALUE) << type << " \"" << text << '"';
-            EXPECT_EQ(in.typeId, kUntouched);
-            EXPECT_EQ(in.length, kUntouched);
-            EXPECT_FALSE(in.bufferSet);
-        }
-    }
+    TypeCase type = Both();
+    type.row = {255,
+                8,
+                26,
+                "ASNUM",
+                &SYSDT_AsNumFormatIn,
+                &SYSDT_AsNumFormatOut,
+                &SYSDT_AsNumCheck,
+                &SYSDT_AsNumHelp,
+                &SYSDT_Uint32Compare,
+                nullptr,
+                &SYSDT_AsNumLuaSet,
+                &SYSDT_AsNumLuaGet,
+                &SYSDT_AsNumLuaEndian};
+    type.refused.insert(type.refused.end(), {"0", "00000000000"});
+    type.parser = &SYSDT_Str2AsNum;
+    type.prints.insert(type.prints.end(), {{"", "0000000000000000"}, {"", "0000000001000000"}});
+    type.zeroCheck = DT_ERR_INVALID_VALUE;
+    type.checks.push_back({"0000000001000000", DT_ERR_INVALID_VALUE});
+    return type;
 }
 
-TEST_F(AsNum, ZeroIsNoAsNumberButAnExtendedOne)
+TypeCase AsNumExtCase()
 {
-    EXPECT_EQ(CodeOf("ASNUM", "0"), DT_ERR_INVALID_VALUE);
-    EXPECT_EQ(CodeOf("ASNUM", "00000000000"), DT_ERR_INVALID_VALUE);
-    EXPECT_EQ(Value("ASNUMEXT", "0"), "0000000000000000");
-    EXPECT_EQ(RoundTrip("ASNUMEXT", "0"), "0");
-    EXPECT_EQ(Check("ASNUM", "0000000000000000"), DT_ERR_INVALID_VALUE);
-    EXPECT_EQ(Check("ASNUM", "0000000001000000"), DT_ERR_INVALID_VALUE);
-    EXPECT_EQ(Check("ASNUMEXT", "0000000000000000"), DT_OK);
+    TypeCase type = Both();
+    type.row = {285,
+                8,
+                26,
+                "ASNUMEXT",
+                &SYSDT_AsNumExtFormatIn,
+                &SYSDT_AsNumExtFormatOut,
+                &SYSDT_AsNumExtCheck,
+                &SYSDT_AsNumHelp,
+                &SYSDT_Uint32Compare,
+                nullptr,
+                &SYSDT_AsNumLuaSet,
+                &SYSDT_AsNumLuaGet,
+                &SYSDT_AsNumLuaEndian};
+    type.accepted.insert(type.accepted.end(), {{"0", "0000000000000000"}, {"00000000000", "0000000000000000", "0"}});
+    type.parser = &SYSDT_Str2AsNumExt;
+    type.prints.push_back({"0.0", "0000000001000000"});
+    return type;
 }
 
-TEST_F(AsNum, AnyAmountOfOuterBlanksIsTrimmed)
-{
-    const std::string blanks(500, ' ');
-    const std::string tabs(500, '\t');
-    EXPECT_EQ(Value("ASNUM", blanks + "7" + tabs), "0700000000000000");
-    EXPECT_EQ(CodeOf("ASNUM", blanks + tabs), DT_ERR_INVALID_VALUE);
-}
-
-TEST_F(AsNum, ParsersReportTheirOwnCodes)
-{
-    uint8_t value[8];
-    for (auto *parse : {SYSDT_Str2AsNum, SYSDT_Str2AsNumExt}) {
-        EXPECT_EQ(parse(nullptr, value), DT_ERR_NULL_PTR);
-        EXPECT_EQ(parse("1", nullptr), DT_ERR_NULL_PTR);
-        EXPECT_EQ(parse("x", value), DT_ERR_FAIL);
-        EXPECT_EQ(parse("100", value), DT_OK);
-        EXPECT_EQ(Hex(value, sizeof value), "6400000000000000");
-    }
-    EXPECT_EQ(SYSDT_Str2AsNum("0", value), DT_ERR_FAIL);
-    EXPECT_EQ(SYSDT_Str2AsNumExt("0", value), DT_OK);
-}
+[[maybe_unused]] const bool kStated = StateTests<AsNum>("AsNum", AsNumCase()) && StateTests("AsNumExt", AsNumExtCase());
 
 TEST_F(AsNum, TheDotsChooseTheForm)
 {
@@ -172,145 +210,9 @@ TEST_F(AsNum, TheDotsChooseTheForm)
     EXPECT_EQ(Hex(value, sizeof value), "0000000000000000");
 }
 
-TEST_F(AsNum, NotationDecidesHowItPrints)
+TEST_F(AsNum, Mode3CopiesAsManyBytesAsTheLengthSays)
 {
-    const struct {
-        const char *value;
-        const char *asNum;
-        const char *asNumExt;
-    } rows[] = {
-        {"0000010000000000", "65536", "65536"},
-        {"0000010001000000", "1.0", "1.0"},
-        {"0000010007000000", "1.0", "1.0"},
-        {"00000100ffffffff", "1.0", "1.0"},
-        {"6400000001000000", "0.100", "0.100"},
-        {"ffffffff00000000", "4294967295", "4294967295"},
-        {"ffffffff01000000", "65535.65535", "65535.65535"},
-        {"0000000000000000", "", "0"},
-        {"0000000001000000", "", "0.0"},
-    };
-    for (const auto &row : rows) {
-        for (const uint8_t mode : kTextModes) {
-            EXPECT_EQ(Text("ASNUM", row.value, mode), row.asNum);
-            EXPECT_EQ(Text("ASNUMEXT", row.value, mode), row.asNumExt);
-        }
-    }
-    EXPECT_EQ(FormatOut("ASNUM", "0000000000000000").length, 1);
-    EXPECT_EQ(FormatOut("ASNUMEXT", "0000000000000000").length, 2);
-}
-
-TEST_F(AsNum, TextModesReadEightBytesWhateverTheLengthSays)
-{
-    EXPECT_EQ(FormatOut(Row("ASNUM"), "6400000000000000", 1, 0).text, "100");
     EXPECT_EQ(FormatOut(Row("ASNUM"), "6400000000000000", 3, 4).bytes, "64000000");
-}
-
-TEST_F(AsNum, AFailingPrintIsAFailure)
-{
-    for (const char *type : {"ASNUM", "ASNUMEXT"}) {
-        host::SetFaults({.failPrint = 1});
-        EXPECT_EQ(FormatOut(type, "6400000000000000").code, DT_ERR_FAIL) << type;
-    }
-}
-
-TEST_F(AsNum, ObeysTheContract)
-{
-    Contract contract{.text = "65535.65535",
-                      .value = "ffffffff01000000",
-                      .inModes = "FPPFUFPU",
-                      .outModes = "FTTCUFTU",
-                      .helpModes = "-H----H-",
-                      .helpText = "STRING<1-11>",
-                      .resultTypeId = 255,
-                      .resultLength = 8,
-                      .textSize = 33};
-    Sweep(Row("ASNUM"), contract);
-    contract.resultTypeId = 285;
-    Sweep(Row("ASNUMEXT"), contract);
-}
-
-TEST_F(AsNum, HelpPassesTheSecondWordAndTheHostsCode)
-{
-    EXPECT_EQ(Help("ASNUM", 1, 11, 22).helpWord, 22u);
-    host::SetFaults({.helpInitCode = 0x1234});
-    EXPECT_EQ(Help("ASNUM").code, 0x1234u);
-}
-
-TEST_F(AsNum, CheckLooksAtTheLength)
-{
-    for (const char *type : {"ASNUM", "ASNUMEXT"}) {
-        EXPECT_EQ(Row(type).Check(nullptr, 0, 8, nullptr), DT_ERR_NULL_PTR);
-        EXPECT_EQ(Check(type, "64000000000000"), DT_ERR_LENGTH);
-        EXPECT_EQ(Check(type, "640000000000000000"), DT_ERR_LENGTH);
-        EXPECT_EQ(Check(type, "6400000000000000"), DT_OK);
-        EXPECT_EQ(Check(type, "64000000ffffffff"), DT_OK);
-    }
-}
-
-TEST_F(AsNum, ComparesByTheNumberAlone)
-{
-    EXPECT_EQ(Compare("ASNUM", "0001000000000000", "ff00000000000000"), 1);
-    EXPECT_EQ(Compare("ASNUM", "ff00000000000000", "0001000000000000"), -1);
-    EXPECT_EQ(Compare("ASNUM", "ff00000000000000", "ff00000001000000"), 0);
-}
-
-TEST_F(AsNum, ToLua)
-{
-    const LuaOut out = LuaSet("ASNUM", "ffffffff01000000");
-    EXPECT_EQ(out.code, DT_OK);
-    EXPECT_EQ(out.table, "{asNumValue=4294967295, asType=1}");
-    EXPECT_EQ(out.growth, 0);
-    const LuaOut tooShort = LuaSet(Row("ASNUM"), "ffffffff01000000", 7);
-    EXPECT_EQ(tooShort.code, DT_ERR_INVALID_PARAM);
-    EXPECT_EQ(tooShort.table, "nil");
-    EXPECT_EQ(tooShort.growth, 0);
-}
-
-TEST_F(AsNum, FromLua)
-{
-    const struct {
-        const char *table;
-        uint32_t code;
-        const char *value;
-        int32_t growth;
-    } rows[] = {
-        {"{asNumValue = 4294967295, asType = 1}", DT_OK, "ffffffff01000000", 1}, // the fetched table stays
-        {"{asNumValue = 0, asType = 77}", DT_OK, "000000004d000000", 1},
-        {"{asNumValue = '5', asType = 0}", DT_OK, "0500000000000000", 1}, // a numeric string is a number to Lua
-        {"{asNumValue = 5, asType = 'dotted'}", DT_ERR_INVALID_PARAM, "05000000eeeeeeee", 3},
-        {"{asNumValue = 5}", DT_ERR_INVALID_PARAM, "05000000eeeeeeee", 3},
-        {"{asType = 0}", DT_ERR_INVALID_PARAM, "eeeeeeeeeeeeeeee", 2},
-        {"{asNumValue = {}, asType = 0}", DT_ERR_INVALID_PARAM, "eeeeeeeeeeeeeeee", 2},
-        {"7", DT_ERR_INVALID_PARAM, "eeeeeeeeeeeeeeee", 1},
-        {"nil", DT_ERR_INVALID_PARAM, "eeeeeeeeeeeeeeee", 1},
-    };
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.table);
-        const LuaIn in = LuaGet("ASNUM", row.table);
-        EXPECT_EQ(in.code, row.code);
-        EXPECT_EQ(in.value, row.value);
-        EXPECT_EQ(in.growth, row.growth);
-    }
-    const LuaIn tooShort = LuaGet(Row("ASNUM"), "{asNumValue = 1, asType = 0}", 7);
-    EXPECT_EQ(tooShort.code, DT_ERR_INVALID_PARAM);
-    EXPECT_EQ(tooShort.growth, 0);
-}
-
-TEST_F(AsNum, EndianSwapsBothWords)
-{
-    EXPECT_EQ(Endian("ASNUM", "0102030405060708"), "0403020108070605");
-    EXPECT_EQ(Endian("ASNUMEXT", "0403020108070605"), "0102030405060708");
-}
-
-TEST_F(AsNum, TheTwoRowsShareWhatTheyShare)
-{
-    const DataTypeDescriptor &asNum = Row("ASNUM");
-    const DataTypeDescriptor &asNumExt = Row("ASNUMEXT");
-    EXPECT_EQ(asNum.Help, asNumExt.Help);
-    EXPECT_EQ(asNum.LuaSet, asNumExt.LuaSet);
-    EXPECT_EQ(asNum.LuaGet, asNumExt.LuaGet);
-    EXPECT_EQ(asNum.Endian, asNumExt.Endian);
-    EXPECT_EQ(asNum.Compare, asNumExt.Compare);
 }
 
 } // namespace

@@ -179,15 +179,16 @@ std::vector<uint32_t> CodesWhileAllocationsFail(Call call)
 // each pointer null in turn in modes 0..7 and 255, every mode, the lengths around the binary length, caller's buffers
 // of exactly the promised size, every allocation failing.
 struct Contract {
-    std::string text;      // a text that FormatIn accepts ("" when there is no FormatIn)
-    std::string value;     // a value that FormatOut prints, in hex
-    std::string inModes;   // FormatIn's answer in modes 0..7: P parses, F DT_ERR_FAIL, U DT_ERR_MODE_UNSUPPORTED
-    std::string outModes;  // FormatOut's: T text, C raw copy, R text reported as type 6, N nothing (0, untouched), F, U
-    std::string helpModes; // Help's: H help, - nothing
-    std::string helpText;
-    uint16_t resultTypeId; // what FormatIn reports
-    uint16_t resultLength;
-    uint16_t textSize;            // FormatOut's text buffer
+    std::string text = {};    // a text that FormatIn accepts ("" when there is no FormatIn)
+    std::string value = {};   // a value that FormatOut prints, in hex
+    std::string inModes = {}; // FormatIn's answer in modes 0..7: P parses, F DT_ERR_FAIL, U DT_ERR_MODE_UNSUPPORTED
+    std::string outModes =
+        {}; // FormatOut's: T text, C raw copy, R text reported as type 6, N nothing (0, untouched), F, U
+    std::string helpModes = {}; // Help's: H help, - nothing
+    std::string helpText = {};
+    uint16_t resultTypeId = 0; // what FormatIn reports
+    uint16_t resultLength = 0;
+    uint16_t textSize = 0;        // FormatOut's text buffer
     bool plainMemory = false;     // results come from SYS_DataTypeMalloc
     bool helpPlainMemory = false; // the help text does
     bool clearsFirst = false;     // FormatOut zeroes type id and length before it judges the mode

@@ -12,7 +12,7 @@
 #include "bgp_datatypes/evpn.h"
 #include "host/operations.h"
 #include "host/type.h"
-#include "prefix/address_field.h"
+#include "host/address_field.h"
 #include "prefix/prefix.h"
 #include "prefix/route_keys.h"
 
