@@ -7,6 +7,7 @@
 #include "host/text.h"
 
 #include <cstdint>
+#include <utility>
 
 namespace bgp {
 
@@ -52,7 +53,11 @@ inline const char *ReadNumber(const char *at, const char *end, uint64_t *number)
     const char *const start = at;
     uint64_t value = 0;
     for (uint32_t digit; at < end && (digit = DigitValue<Base>(*at)) != 0xFF; ++at) {
-        value = value >= kLast ? UINT64_MAX : value * Base + digit;
+        if (value < kLast) [[likely]] {
+            value = value * Base + digit;
+        } else {
+            value = UINT64_MAX;
+        }
     }
     *number = value;
     return at == start ? nullptr : at;
@@ -65,7 +70,7 @@ inline bool ReadNumbers(Text text, const char *separators, Numbers &numbers, Why
 {
     const char *at = text.at;
     const char *const end = at + text.length;
-    numbers.shape = 0;
+    uint32_t shape = 0;
     for (uint32_t count = 0; count < kMostNumbers; ++count) {
         const char *const start = at;
         at = ReadNumber<Base>(at, end, &numbers.at[count]);
@@ -73,6 +78,7 @@ inline bool ReadNumbers(Text text, const char *separators, Numbers &numbers, Why
             return RefuseCharacter(why, {start, start < end}, kNoDigit);
         }
         if (at == end) {
+            numbers.shape = shape;
             return true;
         }
         const char separator = *at;
@@ -85,7 +91,7 @@ inline bool ReadNumbers(Text text, const char *separators, Numbers &numbers, Why
         if (separator == '\0') {
             return RefuseCharacter(why, {at, 1}, kWrongCharacter);
         }
-        numbers.shape = numbers.shape << 8 | static_cast<uint8_t>(separator);
+        shape = shape << 8 | static_cast<uint8_t>(separator);
         ++at;
     }
     return Refuse(why, {at - 1, 1}, kTooManyNumbers, kMostNumbers);
@@ -96,43 +102,48 @@ Text NumberAt(Text text, uint32_t index);
 
 // ---------------------------------------------------------------------------------------------------------- notations
 
-constexpr uint32_t CountNumbers(const BgpNotation &notation)
+// Does a text of the shape have a number of that index? One more than it has separators.
+constexpr bool HasNumber(uint32_t shape, uint32_t index)
 {
-    uint32_t count = 1;
-    for (const char *separator = notation.Separators; *separator != '\0'; ++separator) {
-        ++count;
-    }
-    return count;
+    return index == 0 || uint64_t{shape} >> (8 * (index - 1)) != 0;
 }
 
-// Has the text the notation's separators, and no number that is too small or too large?
-[[gnu::always_inline]] inline bool Fits(const BgpNotation &notation, const Numbers &numbers)
-{
-    if (Shape(notation.Separators) != numbers.shape) {
-        return false;
-    }
-    for (uint32_t i = 0; i < CountNumbers(notation); ++i) {
-        if (numbers.at[i] < notation.Smallest[i] || numbers.at[i] > notation.Largest[i]) {
-            return false;
-        }
-    }
-    return true;
-}
+inline constexpr uint32_t kMostNotations = 4; // of a type
 
-// The texts of a type: how long they are, and their notations in the order in which they are tried.
+// The texts of a type: how long they are, and their notations in the order in which they are tried. Those that have the
+// same separators stand in the order of their numbers.
 struct NumbersRule {
     uint16_t shortest;
     uint16_t longest;
     const char *separators; // all that occur
     const BgpNotation *notations;
     uint32_t count;
+    uint32_t shapes[kMostNotations];
 };
 
 template <uint32_t Count>
-constexpr NumbersRule NumbersText(uint16_t shortest, uint16_t longest, const char *separators,
+consteval NumbersRule NumbersText(uint16_t shortest, uint16_t longest, const char *separators,
                                   const BgpNotation (&notations)[Count])
 {
-    return {shortest, longest, separators, notations, Count};
+    static_assert(Count <= kMostNotations);
+    NumbersRule rule{shortest, longest, separators, notations, Count, {}};
+    for (uint32_t i = 0; i < Count; ++i) {
+        rule.shapes[i] = Shape(notations[i].Separators);
+    }
+    return rule;
+}
+
+// Has the text the separators of the rule's index-th notation, and no number that is too small or too large? Without
+// loops, so that a constant rule leaves nothing but its comparisons.
+template <uint32_t... I>
+[[gnu::always_inline]] inline bool Fits(const NumbersRule &rule, uint32_t index, const Numbers &numbers,
+                                        std::integer_sequence<uint32_t, I...>)
+{
+    const BgpNotation &notation = rule.notations[index];
+    const uint32_t shape = rule.shapes[index];
+    return index < rule.count && shape == numbers.shape &&
+           ((!HasNumber(shape, I) || (numbers.at[I] >= notation.Smallest[I] && numbers.at[I] <= notation.Largest[I])) &&
+            ...);
 }
 
 inline constexpr uint32_t kNoFit = 0xFFFFFFFF;
@@ -141,19 +152,25 @@ inline constexpr uint32_t kNoFit = 0xFFFFFFFF;
 // is the one that was meant.
 [[gnu::cold]] void RefuseNotation(const NumbersRule &rule, Text text, const Numbers &numbers, Why &why);
 
+template <uint32_t... I>
+[[gnu::always_inline]] inline uint32_t FirstThatFits(const NumbersRule &rule, const Numbers &numbers,
+                                                     std::integer_sequence<uint32_t, I...>)
+{
+    constexpr std::make_integer_sequence<uint32_t, kMostNumbers> kEach;
+    uint32_t found = kNoFit;
+    static_cast<void>(((Fits(rule, I, numbers, kEach) && (found = I, true)) || ...));
+    return found;
+}
+
 // The index of the first notation that fits, kNoFit when none does.
 [[gnu::always_inline]] inline uint32_t FindNotation(const NumbersRule &rule, Text text, const Numbers &numbers,
                                                     Why *why)
 {
-    for (uint32_t i = 0; i < rule.count; ++i) {
-        if (Fits(rule.notations[i], numbers)) {
-            return i;
-        }
-    }
-    if (why != nullptr) [[unlikely]] {
+    const uint32_t found = FirstThatFits(rule, numbers, std::make_integer_sequence<uint32_t, kMostNotations>());
+    if (found == kNoFit && why != nullptr) [[unlikely]] {
         RefuseNotation(rule, text, numbers, *why);
     }
-    return kNoFit;
+    return found;
 }
 
 // A trimmed text to its numbers; the index of its notation, or kNoFit.
