@@ -1,6 +1,6 @@
 #include "support/type_case.h"
 
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 #include <cstring>
 

@@ -182,9 +182,9 @@ constexpr Refused kReasons[] = {
 
 TEST_F(LargeCommunity, Reasons)
 {
-    CheckRefusals(kType, kReasons);
+    CheckRefusals("LARGECOMMUNITY", kReasons);
     constexpr std::string_view kGood[] = {"1:2:3", " 4294967295:0:0\t"};
-    CheckAccepted(kType, kGood);
+    CheckAccepted("LARGECOMMUNITY", kGood);
 }
 
 } // namespace

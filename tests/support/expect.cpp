@@ -1,6 +1,6 @@
 #include "support/expect.h"
 
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 #include <cstdio>
 
