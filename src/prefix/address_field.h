@@ -1,47 +1,7 @@
-// The 21-byte address field of the route keys: an address of either family, and which one it is.
-//
-//   bytes  field   width  meaning
-//   0-3    IPv4    u32    host order, first octet most significant
-//   4-19   IPv6    16     in address order
-//   20     family  u8     0 IPv4, 1 IPv6; only the member that it names is filled
+// Where the address field was; see host/address_field.h.
 #ifndef BGP_PREFIX_ADDRESS_FIELD_H
 #define BGP_PREFIX_ADDRESS_FIELD_H
 
-#include "bgp_datatypes/prefix.h"
-
-#include <cstdint>
-
-namespace bgp {
-
-inline constexpr uint32_t kAddressFieldSize = 21;
-inline constexpr uint32_t kAddressIpv6At = 4;
-inline constexpr uint32_t kAddressFamilyAt = 20;
-inline constexpr uint8_t kIpv4Family = 0;
-inline constexpr uint8_t kIpv6Family = 1;
-inline constexpr uint32_t kAddressTextSize = 64; // room for the text of any address
-
-// The row of an address field in a layout.
-constexpr BgpField AddressField(const char *name, uint16_t offset)
-{
-    return {name, offset, kAddressFieldSize, 1, BGP_FIELD_ADDRESS, 0, 0};
-}
-
-// Address and family; the other member stays as it is.
-void SetIpv4(uint8_t *field, uint32_t address);
-void SetIpv6(uint8_t *field, const uint8_t *address16);
-
-// The address as text of kAddressTextSize characters at most: four decimal octets, or the host's IPv6 text. The family
-// is the field's own or the given one. False for families other than the two: nothing is written.
-bool AddressText(const uint8_t *field, char *text);
-bool AddressTextAs(const uint8_t *field, uint32_t family, char *text);
-
-// -1, 0 or 1 as the host orders two address fields.
-int32_t CompareAddresses(const uint8_t *left, const uint8_t *right);
-
-// Leaves the address on the stack: 16 numbers in an array for IPv6, the IPv4 word as a number otherwise. The reverse is
-// SYSDT_BolPrefixLuaParseToIPv4IPv6().
-void LuaPushAddress(lua_State *L, const uint8_t *field, uint32_t family);
-
-} // namespace bgp
+#include "host/address_field.h"
 
 #endif

@@ -7,6 +7,7 @@
 #include "bgp_datatypes/evpn.h"
 #include "bgp_datatypes/ng_mvpn.h"
 #include "bgp_datatypes/rdrt.h"
+#include "host/address_field.h"
 #include "host/contract.h"
 #include "prefix/prefix.h"
 
@@ -215,4 +216,12 @@ uint32_t SYSDT_BolPrefixLuaGet(lua_State *L, int32_t tableIndex, const char *fie
     const bool read =
         subType < BOL_PREFIX_SUBTYPES && g_astBOL_PREFIX_LuaGetTable[subType].Reader(L, outValue, table) == DT_OK;
     return read ? DT_OK : DT_ERR_INVALID_VALUE;
+}
+
+uint32_t SYSDT_BolPrefixLuaParseToIPv4IPv6(lua_State *L, uint32_t kind, void *block)
+{
+    if (L == nullptr || block == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    return bgp::LuaReadAddress(L, kind, static_cast<uint8_t *>(block));
 }

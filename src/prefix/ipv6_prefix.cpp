@@ -6,6 +6,7 @@
 //
 // Check, Help and Compare are those of the EVPN routes: the Compare finds any two IPv6 addresses without order.
 #include "bgp_datatypes/evpn.h"
+#include "host/address_field.h"
 #include "host/layout.h"
 #include "host/operations.h"
 #include "host/text.h"
@@ -18,7 +19,6 @@ namespace {
 
 constexpr uint32_t kIpv6SubType = 15;
 constexpr uint32_t kIpv6TextSize = 256; // room for the host's text of an address, and for any text of one
-constexpr uint32_t kIpv6Size = 16;
 
 constexpr BgpField kFields[] = {
     Number("bolType", 0, 4),

@@ -17,9 +17,9 @@
 #include "asnum/asnum.h"
 #include "bgp_datatypes/evpn.h"
 #include "bgp_datatypes/helpers.h"
+#include "host/address_field.h"
 #include "host/bytes.h"
 #include "host/operations.h"
-#include "prefix/address_field.h"
 #include "prefix/prefix.h"
 
 namespace bgp {

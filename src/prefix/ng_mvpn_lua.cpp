@@ -1,9 +1,9 @@
 // The Lua side of the NG-MVPN keys, and their layouts. A field has two entries in a key's table: the AS number with its
 // notation, or the address (a number, or an array of 16 for IPv6) with its family. Both originators of a key share the
 // family of the first.
+#include "host/address_field.h"
 #include "host/bytes.h"
 #include "host/contract.h"
-#include "prefix/address_field.h"
 #include "prefix/ng_mvpn.h"
 #include "prefix/prefix.h"
 
@@ -125,7 +125,7 @@ uint32_t ReadTable(const NgKey &key, lua_State *L, void *value, int32_t table)
             family = SYSDT_SPTI_ToUInt(L, -1);
         }
         SYSDT_SPTI_GetField(L, table, field.name);
-        SYSDT_BolPrefixLuaParseToIPv4IPv6(L, family, bytes + field.at); // what is no address leaves the field alone
+        LuaReadAddress(L, family, bytes + field.at); // what is no address leaves the field alone
     }
     SYSDT_SPTI_Pop(L, key.readerPops);
     return DT_OK;

@@ -1,5 +1,5 @@
-// The address field of the route keys: set, print, compare, and to and from Lua.
-#include "prefix/address_field.h"
+// The address field: set, print, compare, and to and from Lua.
+#include "host/address_field.h"
 
 #include "host/bytes.h"
 #include "host/contract.h"
@@ -15,7 +15,7 @@ void SetIpv4(uint8_t *field, uint32_t address)
 
 void SetIpv6(uint8_t *field, const uint8_t *address16)
 {
-    std::memcpy(field + kAddressIpv6At, address16, 16);
+    std::memcpy(field + kAddressIpv6At, address16, kIpv6Size);
     field[kAddressFamilyAt] = kIpv6Family;
 }
 
@@ -35,15 +35,20 @@ bool AddressTextAs(const uint8_t *field, uint32_t family, char *text)
     if (family != kIpv6Family) {
         return false;
     }
-    uint32_t words[4]; // the eight 16-bit groups in host order, as the host's conversion takes them
-    std::memcpy(words, field + kAddressIpv6At, sizeof words);
+    std::memset(text, 0, kAddressTextSize);
+    Ipv6Text(field + kAddressIpv6At, text);
+    text[kAddressTextSize - 1] = '\0';
+    return true;
+}
+
+void Ipv6Text(const uint8_t *address16, char *text)
+{
+    uint32_t words[4]; // the eight 16-bit groups in host order, as the service takes them
+    std::memcpy(words, address16, sizeof words);
     for (uint32_t &word : words) {
         word = (word & 0x00FF00FF) << 8 | (word >> 8 & 0x00FF00FF);
     }
-    std::memset(text, 0, kAddressTextSize);
     QOV_Inet_ntoa_b_ipv6(words[0], words[1], words[2], words[3], text);
-    text[kAddressTextSize - 1] = '\0';
-    return true;
 }
 
 int32_t CompareAddresses(const uint8_t *left, const uint8_t *right)
@@ -54,35 +59,31 @@ int32_t CompareAddresses(const uint8_t *left, const uint8_t *right)
 void LuaPushAddress(lua_State *L, const uint8_t *field, uint32_t family)
 {
     if (family == kIpv6Family) {
-        LuaPushArray(L, field + kAddressIpv6At, 16, 1);
+        LuaPushArray(L, field + kAddressIpv6At, kIpv6Size, 1);
     } else {
         SYSDT_SPTI_PushUInt(L, Load<uint32_t>(field));
     }
 }
 
-} // namespace bgp
-
-uint32_t SYSDT_BolPrefixLuaParseToIPv4IPv6(lua_State *L, uint32_t kind, void *block)
+uint32_t LuaReadAddress(lua_State *L, uint32_t family, uint8_t *field)
 {
-    if (L == nullptr || block == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
-    auto *field = static_cast<uint8_t *>(block);
-    if (kind == bgp::kIpv4Family) {
+    if (family == kIpv4Family) {
         if (SYSDT_SPTI_IsNumber(L, -1) == 0) {
             return DT_ERR_INVALID_PARAM;
         }
-        bgp::SetIpv4(field, SYSDT_SPTI_ToUInt(L, -1));
-    } else if (kind == bgp::kIpv6Family) {
+        SetIpv4(field, SYSDT_SPTI_ToUInt(L, -1));
+    } else if (family == kIpv6Family) {
         if (SYSDT_SPTI_IsTable(L, -1) == 0) {
             return DT_ERR_INVALID_PARAM;
         }
-        if (const uint32_t code = bgp::LuaReadArray(L, SYSDT_SPTI_GetTop(L), field + bgp::kAddressIpv6At, 16, 1);
+        if (const uint32_t code = LuaReadArray(L, SYSDT_SPTI_GetTop(L), field + kAddressIpv6At, kIpv6Size, 1);
             code != DT_OK) {
             return code;
         }
-        SYSDT_SPTI_Pop(L, 16 + 1); // the elements and the array
-        field[bgp::kAddressFamilyAt] = bgp::kIpv6Family;
+        SYSDT_SPTI_Pop(L, kIpv6Size + 1); // the elements and the array
+        field[kAddressFamilyAt] = kIpv6Family;
     }
-    return DT_OK; // other kinds name no address: nothing is read
+    return DT_OK;
 }
+
+} // namespace bgp
