@@ -63,6 +63,22 @@ inline const char *ReadNumber(const char *at, const char *end, uint64_t *number)
     return at == start ? nullptr : at;
 }
 
+// Scans one byte of one or two hexadecimal digits of either case, white space before it skipped. Returns the first
+// character behind it, null when there is no digit.
+inline const char *ScanHexByte(const char *at, const char *end, uint8_t *byte)
+{
+    while (at < end && IsWhiteSpace(*at)) {
+        ++at;
+    }
+    uint32_t number = 0;
+    uint32_t digits = 0;
+    for (; digits < 2 && at < end && IsHexDigit(*at); ++digits, ++at) {
+        number = number << 4 | DigitValue<16>(static_cast<char>(*at | 0x20)); // lower case
+    }
+    *byte = static_cast<uint8_t>(number);
+    return digits == 0 ? nullptr : at;
+}
+
 // Reads a whole text of numbers. `separators` lists the characters that may separate them. False when the text holds
 // any other character, when a number is missing, or when there are more than kMostNumbers.
 template <uint32_t Base = 10>
