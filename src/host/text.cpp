@@ -81,6 +81,21 @@ bool HostFindsBlank(Text text)
     return false;
 }
 
+bool RefuseBlank(Why *why, Text text)
+{
+    uint32_t first = text.length; // that is not graphic
+    for (uint32_t i = 0; i < text.length; ++i) {
+        const Text character{text.at + i, 1};
+        if (HasBlank(character)) {
+            return Refuse(why, character, kBlank);
+        }
+        if (!IsGraphic(text.at[i]) && i < first) {
+            first = i;
+        }
+    }
+    return Refuse(why, {text.at + first, first < text.length}, kBlank);
+}
+
 // ------------------------------------------------------------------------------------------------------------ output
 
 namespace {

@@ -36,14 +36,13 @@ using TrimService = char *(*)(char *text);
 Text TrimBy(TrimService service, const char *text);
 Text TrimByHost(const char *text);
 
-// The text without the blanks around it, however many: by SYSDT_BTrim(), which need not be asked about graphic texts.
+// The text without the blanks around it, however many: by SYSDT_BTrim(), which need not be asked about texts that begin
+// and end with a graphic character.
 inline Text Trim(const char *text)
 {
-    const char *at = text;
-    while (IsGraphic(*at)) {
-        ++at;
-    }
-    return *at == '\0' ? Text{text, static_cast<uint32_t>(at - text)} : TrimByHost(text);
+    const auto length = static_cast<uint32_t>(std::strlen(text));
+    const bool bare = length == 0 || (IsGraphic(text[0]) && IsGraphic(text[length - 1]));
+    return bare ? Text{text, length} : TrimByHost(text);
 }
 
 // Whether the host (NCF_IsSpaceInString) finds a blank in the piece.
@@ -57,6 +56,16 @@ inline bool HasBlank(Text text)
         }
     }
     return false;
+}
+
+// Refuses the first blank of a piece that has one; where the host finds it in several characters together, the first
+// that is not graphic.
+[[gnu::cold]] bool RefuseBlank(Why *why, Text text);
+
+// The same as !HasBlank(), with a reason.
+inline bool HasNoBlank(Text text, Why *why)
+{
+    return !HasBlank(text) || (why != nullptr && RefuseBlank(why, text));
 }
 
 // Refuses a character by the rule, or because it is a blank: for parsers that want something else at the place.
