@@ -65,6 +65,21 @@ Text TrimByHost(const char *text)
     return TrimBy([](char *copy) { return SYSDT_BTrim(copy, nullptr); }, text);
 }
 
+uint32_t GraphicWords(Text text)
+{
+    constexpr uint64_t kEach = 0x0101010101010101;
+    uint32_t length = 0;
+    for (uint64_t eight = 0; text.length - length >= sizeof eight; length += sizeof eight) {
+        std::memcpy(&eight, text.at + length, sizeof eight);
+        // Adding 1 carries 0x7F into the high bit, taking '!' away borrows it from what is smaller. What is carried or
+        // borrowed further comes from a character that is not graphic itself.
+        if ((((eight + kEach) | (eight - kEach * '!') | eight) & kEach * 0x80) != 0) {
+            break;
+        }
+    }
+    return length;
+}
+
 bool HostFindsBlank(Text text)
 {
     for (uint32_t at = 0; at < text.length; at += kCopied) {

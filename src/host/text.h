@@ -55,9 +55,13 @@ inline Text Trim(const char *text)
 // Whether the host (NCF_IsSpaceInString) finds a blank in the piece.
 bool HostFindsBlank(Text text);
 
+// The characters at the start of a piece that are graphic, in whole words of eight.
+uint32_t GraphicWords(Text text);
+
 inline bool HasBlank(Text text)
 {
-    for (uint32_t i = 0; i < text.length; ++i) {
+    constexpr uint32_t kLong = 32; // where a scan by words pays
+    for (uint32_t i = text.length < kLong ? 0 : GraphicWords(text); i < text.length; ++i) {
         if (!IsGraphic(text.at[i])) {
             return HostFindsBlank({text.at + i, text.length - i});
         }
