@@ -1,4 +1,3 @@
-<<<<<<<< HEAD:src/host/address_field.h
 // The 21-byte address field of route keys, BGP-LS keys and typed items: an address of either family, and which one it
 // is.
 //
@@ -54,12 +53,5 @@ void LuaPushAddress(lua_State *L, const uint8_t *field, uint32_t family);
 uint32_t LuaReadAddress(lua_State *L, uint32_t family, uint8_t *field);
 
 } // namespace bgp
-========
-// Where the address field was; see host/address_field.h.
-#ifndef BGP_PREFIX_ADDRESS_FIELD_H
-#define BGP_PREFIX_ADDRESS_FIELD_H
-
-#include "host/address_field.h"
->>>>>>>> prefix:src/prefix/address_field.h
 
 #endif
