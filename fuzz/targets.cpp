@@ -2,6 +2,7 @@
 
 #include "bgp_standalone_host.h"
 #include "fuzz/examine.h"
+#include "fuzz/item_list.h"
 #include "fuzz/lua_edits.h"
 #include "host_services.h"
 
