@@ -120,7 +120,7 @@ std::string Endian(std::string_view type, std::string_view valueHex); // the swa
 // LuaSet stores the value as field "v" of a fresh table.
 struct LuaOut {
     uint32_t code;
-    std::string table; // field "v", printed by Dump below; "nil" when it was not set
+    std::string table; // field "v", printed by DumpLua; "nil" when it was not set
     int32_t growth;    // stack slots more than before the call
 };
 LuaOut LuaSet(const DataTypeDescriptor &row, std::string_view valueHex, uint16_t length);
@@ -135,10 +135,6 @@ struct LuaIn {
 // length: both the size of the buffer and the length argument.
 LuaIn LuaGet(const DataTypeDescriptor &row, std::string_view expression, uint16_t length);
 LuaIn LuaGet(std::string_view type, std::string_view expression); // with the type's registered length
-
-// How tables are printed in LuaOut::table: keys of the record part sorted, then the array part: "{asNumValue=1,
-// asType=0}",
-// "{RdType=1, RdValue={0,0,0,100,0,0,0,1}}", strings in quotes with \xNN for bytes outside 0x20..0x7e.
 
 // -------------------------------------------------------------------------------------------------------- the fixture
 
