@@ -171,7 +171,6 @@ struct Description {
 };
 
 constexpr Description kDescriptions[] = {
-    {255, &bgp::kAsNumLayout},
     {256, &bgp::kCommunityLayout},
     {257, &bgp::kExtCommunityLayout},
     {258, &bgp::kVrfRtLayout},
@@ -182,7 +181,6 @@ constexpr Description kDescriptions[] = {
     {280, &bgp::kBolRdLayout},
     {281, nullptr, bgp::DescribeBolPrefix},
     {284, &bgp::kTimeRangeLayout},
-    {285, &bgp::kAsNumLayout},
     {290, &bgp::kAttrIdBitmapLayout},
     {292, &bgp::kCvrfNameLayout},
     {294, nullptr, bgp::DescribeBolPrefix},
@@ -221,7 +219,9 @@ namespace {
 
 // The types in the order of their rows.
 constexpr const bgp::Type *kTypes[] = {
+    &bgp::kAsNum,
     &bgp::kLargeCommunity,
+    &bgp::kAsNumExt,
 };
 
 const bgp::Type *FindType(uint32_t typeId)
