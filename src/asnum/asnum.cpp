@@ -46,13 +46,14 @@ constexpr BgpNotation kDottedNotation{.Form = "high.low",
                                       .Smallest = {1, 0},
                                       .Largest = {UINT16_MAX, UINT16_MAX}};
 
+constexpr char kSeparator[] = ".";
 constexpr uint32_t kDotted = 1; // of the notations below, whose index is stored
 
 constexpr BgpNotation kUsable[] = {PlainFrom(1), kDottedNotation};
 constexpr BgpNotation kAny[] = {PlainFrom(0), kDottedNotation};
 
-constexpr NumbersRule kUsableText = NumbersText(1, kLongestAsNumber, ".", kUsable);
-constexpr NumbersRule kAnyText = NumbersText(1, kLongestAsNumber, ".", kAny);
+constexpr NumbersRule kUsableText = NumbersText(1, kLongestAsNumber, kSeparator, kUsable);
+constexpr NumbersRule kAnyText = NumbersText(1, kLongestAsNumber, kSeparator, kAny);
 
 constexpr const BgpRule *kRules[] = {&kEmpty,          &kTooLong,    &kBlank,    &kNoDigit, &kWrongCharacter,
                                      &kTooManyNumbers, &kNoNotation, &kTooSmall, &kTooLarge};
@@ -63,22 +64,21 @@ AsNumber Taken(const Numbers &numbers, uint32_t notation)
     return {static_cast<uint32_t>(number), notation};
 }
 
-[[gnu::always_inline]] inline bool ReadBy(const NumbersRule &rule, Text text, AsNumber &as, Why *why)
+} // namespace
+
+bool ReadAsNumber(Text text, bool zeroWelcome, AsNumber &as, Why *why)
 {
     Numbers numbers;
-    const uint32_t notation = ReadNotation(rule, text, numbers, why);
+    if (!HasLength(text, 1, kLongestAsNumber, why) || !ReadNumbers(text, kSeparator, numbers, why)) {
+        return false;
+    }
+    const uint32_t notation =
+        zeroWelcome ? FindNotation(kAnyText, text, numbers, why) : FindNotation(kUsableText, text, numbers, why);
     if (notation == kNoFit) {
         return false;
     }
     as = Taken(numbers, notation);
     return true;
-}
-
-} // namespace
-
-bool ReadAsNumber(Text text, bool zeroWelcome, AsNumber &as, Why *why)
-{
-    return zeroWelcome ? ReadBy(kAnyText, text, as, why) : ReadBy(kUsableText, text, as, why);
 }
 
 namespace {
