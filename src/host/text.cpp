@@ -30,9 +30,10 @@ uint32_t Piece(const char *at, const char *end)
 
 } // namespace
 
-Text TrimBy(TrimService service, const char *text)
+Text TrimBy(TrimService service, Text whole)
 {
-    const char *end = text + std::strlen(text);
+    const char *text = whole.at;
+    const char *end = text + whole.length;
     const char *graphic = text; // the first, or the end
     while (graphic < end && !IsGraphic(*graphic)) {
         ++graphic;
@@ -60,7 +61,7 @@ Text TrimBy(TrimService service, const char *text)
     return {text, static_cast<uint32_t>(end - text)};
 }
 
-Text TrimByHost(const char *text)
+Text TrimByHost(Text text)
 {
     return TrimBy([](char *copy) { return SYSDT_BTrim(copy, nullptr); }, text);
 }

@@ -40,16 +40,20 @@ inline bool IsWhiteSpace(char character)
 // The text without what the host's service trims at its ends. The service works on copies of the characters there that
 // are not graphic; the caller's text is left alone. A service that answers null gives a null piece.
 using TrimService = char *(*)(char *text);
-Text TrimBy(TrimService service, const char *text);
-Text TrimByHost(const char *text);
+Text TrimBy(TrimService service, Text text);
+Text TrimByHost(Text text);
 
 // The text without the blanks around it, however many: by SYSDT_BTrim(), which need not be asked about texts that begin
 // and end with a graphic character.
+inline Text Trim(Text text)
+{
+    const bool bare = text.length == 0 || (IsGraphic(text.at[0]) && IsGraphic(text.at[text.length - 1]));
+    return bare ? text : TrimByHost(text);
+}
+
 inline Text Trim(const char *text)
 {
-    const auto length = static_cast<uint32_t>(std::strlen(text));
-    const bool bare = length == 0 || (IsGraphic(text[0]) && IsGraphic(text[length - 1]));
-    return bare ? Text{text, length} : TrimByHost(text);
+    return Trim(Text{text, static_cast<uint32_t>(std::strlen(text))});
 }
 
 // Whether the host (NCF_IsSpaceInString) finds a blank in the piece.

@@ -84,8 +84,8 @@ consteval Type MakeType(const TypeRule &rule)
     facts.ResultTypeId = rule.in != nullptr ? rule.in->typeId : rule.typeId;
     facts.TypeId = Or(rule.typeId, facts.ResultTypeId);
     facts.SubType = rule.subType;
-    const uint16_t operatedOn = rule.out != nullptr ? rule.out->valueSize : uint16_t{0};
-    facts.ValueLength = Or(rule.valueLength, rule.in != nullptr ? rule.in->length : operatedOn);
+    const uint16_t printed = rule.out != nullptr ? rule.out->valueSize : uint16_t{0};
+    facts.ValueLength = Or(rule.valueLength, rule.in != nullptr ? rule.in->length : printed);
     facts.CheckedLength = rule.checkedLength == TypeRule::kValueLength ? facts.ValueLength : rule.checkedLength;
     facts.TextSize = Or(rule.textSize, rule.out != nullptr ? rule.out->textSize : uint16_t{0});
     facts.ShortestText = rule.text != nullptr ? rule.text->shortest : rule.shortestText;

@@ -1,3 +1,4 @@
+#include "support/refusals.h"
 #include "support/type_case.h"
 
 #include "bgp_host_services.h"
@@ -213,6 +214,88 @@ TEST_F(AsNum, TheDotsChooseTheForm)
 TEST_F(AsNum, Mode3CopiesAsManyBytesAsTheLengthSays)
 {
     EXPECT_EQ(FormatOut(Row("ASNUM"), "6400000000000000", 3, 4).bytes, "64000000");
+}
+
+// clang-format off
+constexpr Refused kReasons[] = {
+    // text             rule                at  length
+    {"",                "empty",             0,  0},
+    {" \t",             "empty",             2,  0},
+    {"100000000000",    "too-long",          0, 12, 11},
+    {"\t000000000001 ", "too-long",          1, 12, 11},
+    {"12 3",            "blank",             2,  1},
+    {"12\t3",           "blank",             2,  1},
+    {" 1 .2",           "blank",             2,  1},
+    {"1.",              "digit",             2,  0},
+    {".1",              "digit",             0,  1},
+    {" 1..2",           "digit",             3,  1},
+    {"as100",           "digit",             0,  1},
+    {"1e5",             "character",         1,  1},
+    {"1\n",             "character",         1,  1},
+    {"1:2",             "character",         1,  1},
+    {"1.2.3.4.5.6",     "too-many-numbers",  9,  1, 5},
+    {" 1.2.3",          "notation",          1,  5, 0, "", "", 0, 2, "number high.low"},
+    {"4294967296",      "too-large",         0, 10, 4294967295, "the AS number"},
+    {"99999999999",     "too-large",         0, 11, 4294967295, "the AS number"},
+    {"0.5",             "too-small",         0,  1, 1, "the high part"},
+    {"65536.1",         "too-large",         0,  5, 65535, "the high part"},
+    {" 1.65536 ",       "too-large",         3,  5, 65535, "the low part"},
+    {"1",               "mode",              0,  0, 0, "", "", 0, 0},
+    {"1",               "mode",              0,  0, 3, "", "", 0, 3},
+    {"1",               "mode",              0,  0, 4, "", "", 0, 4},
+    {"1",               "mode",              0,  0, 7, "", "", 0, 7},
+};
+constexpr Refused kReasonsOfZero[] = {
+    {"0",               "too-small",         0,  1, 1, "the AS number"},
+    {" 00000000000",    "too-small",         1, 11, 1, "the AS number"},
+    {"0.0",             "too-small",         0,  1, 1, "the high part"},
+};
+// clang-format on
+
+TEST_F(AsNum, Reasons)
+{
+    CheckRefusals("ASNUMEXT", kReasons);
+    std::vector<Refused> rows(std::begin(kReasons), std::end(kReasons));
+    rows.insert(rows.end(), std::begin(kReasonsOfZero), std::end(kReasonsOfZero));
+    CheckRefusals("ASNUM", rows);
+    constexpr std::string_view kGood[] = {"1", " 4294967295\t", "1.0", "65535.65535", "00000000001"};
+    constexpr std::string_view kZero[] = {"0", " 00000000000 "};
+    for (const uint8_t mode : kTextModes) {
+        CheckAccepted("ASNUM", kGood, mode);
+        CheckAccepted("ASNUMEXT", kGood, mode);
+        CheckAccepted("ASNUMEXT", kZero, mode);
+    }
+}
+
+TEST_F(AsNum, Facts)
+{
+    for (const uint16_t typeId : {uint16_t{255}, uint16_t{285}}) {
+        const BgpTypeFacts *facts = Bgp_DescribeType(typeId);
+        ASSERT_NE(facts, nullptr);
+        EXPECT_STREQ(facts->Name, typeId == 255 ? "ASNUM" : "ASNUMEXT");
+        EXPECT_STREQ(facts->Reference, "RFC 6793, RFC 5396");
+        EXPECT_EQ(facts->ResultTypeId, typeId);
+        EXPECT_EQ(facts->ValueLength, 8);
+        EXPECT_EQ(facts->CheckedLength, 8);
+        EXPECT_EQ(facts->TextSize, 33);
+        EXPECT_EQ(facts->ShortestText, 1);
+        EXPECT_EQ(facts->LongestText, 11);
+        EXPECT_EQ(facts->TypingMode, 2);
+        EXPECT_EQ(facts->Order, BGP_ORDER_TOTAL);
+        EXPECT_EQ(facts->Network, BGP_NETWORK_ENDIAN);
+        EXPECT_EQ(facts->Lua, BGP_LUA_ALL);
+        EXPECT_EQ(facts->Traits, BGP_TRAIT_COPIES_RAW);
+        ASSERT_EQ(facts->NotationCount, 2u);
+        EXPECT_STREQ(facts->Notations[0].Separators, "");
+        EXPECT_EQ(facts->Notations[0].Smallest[0], typeId == 255 ? 1u : 0u);
+        EXPECT_EQ(facts->Notations[0].Largest[0], 4294967295u);
+        EXPECT_STREQ(facts->Notations[1].Separators, ".");
+        EXPECT_EQ(facts->Notations[1].Smallest[0], 1u);
+        EXPECT_EQ(facts->Notations[1].Largest[0], 65535u);
+        EXPECT_EQ(facts->Notations[1].Smallest[1], 0u);
+        EXPECT_EQ(facts->Notations[1].Largest[1], 65535u);
+        EXPECT_EQ(Bgp_DescribeValue(typeId, nullptr, 0), facts->Layout);
+    }
 }
 
 } // namespace
