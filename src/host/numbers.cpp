@@ -53,7 +53,10 @@ void RefuseNotation(const NumbersRule &rule, Text text, const Numbers &numbers, 
     }
     StandsIn(&why, meant->When);
     const bool small = numbers.at[misfit] < meant->Smallest[misfit];
-    Refuse(&why, NumberAt(text, misfit), small ? kTooSmall : kTooLarge,
+    Refuse(&why, NumberAt(text, misfit),
+           small             ? kTooSmall
+           : rule.base == 16 ? kTooLargeHex
+                             : kTooLarge,
            small ? meant->Smallest[misfit] : meant->Largest[misfit], meant->Names[misfit]);
 }
 

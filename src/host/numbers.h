@@ -37,8 +37,9 @@ constexpr uint32_t DigitValue(char character)
         return decimal;
     }
     if constexpr (Base == 16) {
-        if (character >= 'a' && character <= 'f') {
-            return static_cast<uint32_t>(character - 'a') + 10;
+        const uint32_t letter = decimal - ('a' - '0');
+        if (letter < 6) {
+            return letter + 10;
         }
     }
     return 0xFF;
@@ -79,6 +80,13 @@ inline const char *ScanHexByte(const char *at, const char *end, uint8_t *byte)
     return digits == 0 ? nullptr : at;
 }
 
+// The rule that a character breaks where a digit may stand; `otherwise`, unless it is a digit in upper case.
+template <uint32_t Base>
+constexpr const BgpRule &NoDigit(char character, const BgpRule &otherwise)
+{
+    return Base == 16 && character >= 'A' && character <= 'F' ? kUpperCase : otherwise;
+}
+
 // Reads a whole text of numbers. `separators` lists the characters that may separate them. False when the text holds
 // any other character, when a number is missing, or when there are more than kMostNumbers.
 template <uint32_t Base = 10>
@@ -91,7 +99,7 @@ inline bool ReadNumbers(Text text, const char *separators, Numbers &numbers, Why
         const char *const start = at;
         at = ReadNumber<Base>(at, end, &numbers.at[count]);
         if (at == nullptr) {
-            return RefuseCharacter(why, {start, start < end}, kNoDigit);
+            return RefuseCharacter(why, {start, start < end}, start < end ? NoDigit<Base>(*start, kNoDigit) : kNoDigit);
         }
         if (at == end) {
             numbers.shape = shape;
@@ -101,7 +109,7 @@ inline bool ReadNumbers(Text text, const char *separators, Numbers &numbers, Why
         const char *allowed = separators;
         while (*allowed != separator) {
             if (*allowed++ == '\0') {
-                return RefuseCharacter(why, {at, 1}, kWrongCharacter);
+                return RefuseCharacter(why, {at, 1}, NoDigit<Base>(separator, kWrongCharacter));
             }
         }
         if (separator == '\0') {
@@ -135,14 +143,15 @@ struct NumbersRule {
     const BgpNotation *notations;
     uint32_t count;
     uint32_t shapes[kMostNotations];
+    uint8_t base;
 };
 
 template <uint32_t Count>
 consteval NumbersRule NumbersText(uint16_t shortest, uint16_t longest, const char *separators,
-                                  const BgpNotation (&notations)[Count])
+                                  const BgpNotation (&notations)[Count], uint8_t base = 10)
 {
     static_assert(Count <= kMostNotations);
-    NumbersRule rule{shortest, longest, separators, notations, Count, {}};
+    NumbersRule rule{shortest, longest, separators, notations, Count, {}, base};
     for (uint32_t i = 0; i < Count; ++i) {
         rule.shapes[i] = Shape(notations[i].Separators);
     }
@@ -189,13 +198,18 @@ template <uint32_t... I>
     return found;
 }
 
+// A trimmed text to its numbers, which may still fit no notation.
+[[gnu::always_inline]] inline bool ReadNumbersOf(const NumbersRule &rule, Text text, Numbers &numbers, Why *why)
+{
+    return HasLength(text, rule.shortest, rule.longest, why) &&
+           (rule.base == 16 ? ReadNumbers<16>(text, rule.separators, numbers, why)
+                            : ReadNumbers<10>(text, rule.separators, numbers, why));
+}
+
 // A trimmed text to its numbers; the index of its notation, or kNoFit.
-template <uint32_t Base = 10>
 [[gnu::always_inline]] inline uint32_t ReadNotation(const NumbersRule &rule, Text text, Numbers &numbers, Why *why)
 {
-    const bool read =
-        HasLength(text, rule.shortest, rule.longest, why) && ReadNumbers<Base>(text, rule.separators, numbers, why);
-    return read ? FindNotation(rule, text, numbers, why) : kNoFit;
+    return ReadNumbersOf(rule, text, numbers, why) ? FindNotation(rule, text, numbers, why) : kNoFit;
 }
 
 // What most types of numbers refuse with; a type whose texts break others beside them, or cannot break one, has a list

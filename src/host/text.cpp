@@ -97,19 +97,36 @@ bool HostFindsBlank(Text text)
     return false;
 }
 
-bool RefuseBlank(Why *why, Text text)
+void NoteBlank(const Why &why, Text text)
 {
-    uint32_t first = text.length; // that is not graphic
+    Text odd{text.at, 0}; // the first that is not graphic
     for (uint32_t i = 0; i < text.length; ++i) {
         const Text character{text.at + i, 1};
         if (HasBlank(character)) {
-            return Refuse(why, character, kBlank);
+            Note(why, character, {.rule = &kBlank});
+            return;
         }
-        if (!IsGraphic(text.at[i]) && i < first) {
-            first = i;
+        if (odd.length == 0 && !IsGraphic(text.at[i])) {
+            odd = character;
         }
     }
-    return Refuse(why, {text.at + first, first < text.length}, kBlank);
+    Note(why, odd, {.rule = &kBlank});
+}
+
+void NoteCharacter(const Why &why, Text character, const BgpRule &rule)
+{
+    Note(why, character, {.rule = HasBlank(character) ? &kBlank : &rule});
+}
+
+void NoteLength(const Why &why, Text text, uint32_t least, uint32_t most)
+{
+    if (text.length == 0) {
+        Note(why, text, {.rule = &kEmpty});
+    } else if (text.length < least) {
+        Note(why, text, {.rule = &kTooShort, .limit = least});
+    } else {
+        Note(why, text, {.rule = &kTooLong, .limit = most});
+    }
 }
 
 // ------------------------------------------------------------------------------------------------------------ output

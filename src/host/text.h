@@ -73,20 +73,31 @@ inline bool HasBlank(Text text)
     return false;
 }
 
-// Refuses the first blank of a piece that has one; where the host finds it in several characters together, the first
-// that is not graphic.
-[[gnu::cold]] bool RefuseBlank(Why *why, Text text);
+// The first blank of a piece that has one; where the host finds it in several characters together, the first that is
+// not graphic.
+[[gnu::cold]] void NoteBlank(const Why &why, Text text);
 
 // The same as !HasBlank(), with a reason.
 inline bool HasNoBlank(Text text, Why *why)
 {
-    return !HasBlank(text) || (why != nullptr && RefuseBlank(why, text));
+    if (!HasBlank(text)) {
+        return true;
+    }
+    if (why != nullptr) [[unlikely]] {
+        NoteBlank(*why, text);
+    }
+    return false;
 }
+
+[[gnu::cold]] void NoteCharacter(const Why &why, Text character, const BgpRule &rule);
 
 // Refuses a character by the rule, or because it is a blank: for parsers that want something else at the place.
 inline bool RefuseCharacter(Why *why, Text character, const BgpRule &rule)
 {
-    return Refuse(why, character, why != nullptr && HasBlank(character) ? kBlank : rule);
+    if (why != nullptr) [[unlikely]] {
+        NoteCharacter(*why, character, rule);
+    }
+    return false;
 }
 
 // The characters that part the items of a list. The host is asked once about each kind that a text has in a row.
@@ -112,16 +123,18 @@ inline bool IsLong(Text text, uint32_t least, uint32_t most)
     return text.length >= least && text.length <= most;
 }
 
+[[gnu::cold]] void NoteLength(const Why &why, Text text, uint32_t least, uint32_t most);
+
 // The same, with a reason.
 inline bool HasLength(Text text, uint32_t least, uint32_t most, Why *why)
 {
     if (IsLong(text, least, most)) {
         return true;
     }
-    if (text.length == 0) {
-        return Refuse(why, text, kEmpty);
+    if (why != nullptr) [[unlikely]] {
+        NoteLength(*why, text, least, most);
     }
-    return text.length < least ? Refuse(why, text, kTooShort, least) : Refuse(why, text, kTooLong, most);
+    return false;
 }
 
 // Copies the piece, terminated, for host services that want a terminated text. False when it does not fit in `size`.
