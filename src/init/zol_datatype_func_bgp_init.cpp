@@ -171,31 +171,13 @@ struct Description {
 };
 
 constexpr Description kDescriptions[] = {
-    {255, &bgp::kAsNumLayout},
-    {256, &bgp::kCommunityLayout},
-    {257, &bgp::kExtCommunityLayout},
-    {258, &bgp::kVrfRtLayout},
-    {259, &bgp::kVrfRdLayout},
-    {260, &bgp::kSooLayout},
-    {278, &bgp::kRtpRdLayout},
-    {279, nullptr, bgp::DescribeBolPrefix},
-    {280, &bgp::kBolRdLayout},
-    {281, nullptr, bgp::DescribeBolPrefix},
-    {284, &bgp::kTimeRangeLayout},
-    {285, &bgp::kAsNumLayout},
-    {290, &bgp::kAttrIdBitmapLayout},
-    {292, &bgp::kCvrfNameLayout},
-    {294, nullptr, bgp::DescribeBolPrefix},
-    {295, nullptr, bgp::DescribeBolPrefix},
-    {296, nullptr, bgp::DescribeBolPrefix},
-    {303, &bgp::kVpnIdLayout},
-    {320, &bgp::kVrfRtV6Layout},
-    {325, &bgp::kAsNumListLayout},
-    {326, &bgp::kCommunityListLayout},
-    {328, &bgp::kSidStructureLayout},
-    {329, &bgp::kExtCommunityBwLayout},
-    {1299, nullptr, bgp::DescribeBgpLs},
-    {1300, &bgp::kExtCommunityComprLayout},
+    {255, &bgp::kAsNumLayout},          {256, &bgp::kCommunityLayout},       {257, &bgp::kExtCommunityLayout},
+    {258, &bgp::kVrfRtLayout},          {259, &bgp::kVrfRdLayout},           {260, &bgp::kSooLayout},
+    {278, &bgp::kRtpRdLayout},          {280, &bgp::kBolRdLayout},           {281, nullptr, bgp::DescribeBolPrefix},
+    {284, &bgp::kTimeRangeLayout},      {285, &bgp::kAsNumLayout},           {290, &bgp::kAttrIdBitmapLayout},
+    {292, &bgp::kCvrfNameLayout},       {303, &bgp::kVpnIdLayout},           {320, &bgp::kVrfRtV6Layout},
+    {325, &bgp::kAsNumListLayout},      {326, &bgp::kCommunityListLayout},   {328, &bgp::kSidStructureLayout},
+    {329, &bgp::kExtCommunityBwLayout}, {1299, nullptr, bgp::DescribeBgpLs}, {1300, &bgp::kExtCommunityComprLayout},
 };
 
 } // namespace
@@ -221,7 +203,7 @@ namespace {
 
 // The types in the order of their rows.
 constexpr const bgp::Type *kTypes[] = {
-    &bgp::kLargeCommunity,
+    &bgp::kLargeCommunity, &bgp::kBolPrefix, &bgp::kVpnv4McPrefix, &bgp::kMdtPrefix, &bgp::kL2vpnPrefix,
 };
 
 const bgp::Type *FindType(uint32_t typeId)
