@@ -92,6 +92,12 @@ void RunRow(const TypeCase &type)
 void RunContract(const TypeCase &type)
 {
     Sweep(Found(type), type.contract);
+    for (const auto &[text, value] : type.alsoSwept) {
+        Contract contract = type.contract;
+        contract.text = text;
+        contract.value = Hex(Bytes(value));
+        Sweep(Found(type), contract);
+    }
 }
 
 void RunLayout(const TypeCase &type)
@@ -360,6 +366,13 @@ void RunPrintFailures(const TypeCase &type)
             EXPECT_EQ(out.code, type.printFailure) << value << " in mode " << int{mode};
             EXPECT_EQ(out.typeId, type.failedOut);
             EXPECT_EQ(out.length, type.failedOut);
+            host::SetFaults({.failPrint = 1});
+            const Into into = FormatOutInto(row, value, mode, type.contract.textSize);
+            host::SetFaults({});
+            EXPECT_EQ(into.out.code, type.printFailure);
+            EXPECT_TRUE(into.sameBuffer);
+            EXPECT_TRUE(into.guardsIntact);
+            EXPECT_FALSE(into.released);
         }
     }
 }
@@ -382,7 +395,7 @@ void RunLengthArgument(const TypeCase &type)
         }
     }
     for (const LengthCase &c : type.lengths) {
-        EXPECT_EQ(FormatOut(row, value, modes.front(), c.length).text, c.text) << c.length;
+        EXPECT_EQ(FormatOut(row, c.value.empty() ? value : c.value, modes.front(), c.length).text, c.text) << c.length;
     }
 }
 
@@ -432,6 +445,21 @@ void RunHelp(const TypeCase &type)
             EXPECT_EQ(helped.helpClears, 0u);
         }
     }
+}
+
+void RunFailedHelpCopy(const TypeCase &type)
+{
+    host::SetFaults({.failCopy = 1});
+    host::RecordReleases(true);
+    host::TakeReleases();
+    const Helped helped = Help(Found(type));
+    const std::vector<host::Release> releases = host::TakeReleases();
+    host::RecordReleases(false);
+    EXPECT_EQ(helped.code, type.helpCopyFailure);
+    EXPECT_FALSE(helped.supplied);
+    ASSERT_EQ(releases.size(), 1u);
+    EXPECT_TRUE(releases[0].known);
+    EXPECT_NE(releases[0].memory, nullptr);
 }
 
 int32_t Order(const DataTypeDescriptor &row, const std::string &leftHex, const std::string &rightHex,
@@ -553,6 +581,7 @@ constexpr Part kParts[] = {
      RunLengthArgument},
     {"Check", [](const TypeCase &type) { return type.row.Check != nullptr; }, RunCheck},
     {"Help", [](const TypeCase &type) { return type.row.Help != nullptr; }, RunHelp},
+    {"FailedHelpCopy", [](const TypeCase &type) { return type.helpCopyFailure.has_value(); }, RunFailedHelpCopy},
     {"Compare", [](const TypeCase &type) { return type.row.Compare != nullptr; }, RunCompare},
     {"EveryByteCompared", [](const TypeCase &type) { return type.comparesBytes; }, RunEveryByteCompared},
     {"ComparePointers", [](const TypeCase &type) { return type.comparePointers.has_value(); }, RunComparePointers},

@@ -51,7 +51,8 @@ struct CompareCase {
 
 struct LengthCase {
     uint32_t length;
-    std::string text; // what the contract's value prints under this length
+    std::string text;       // what the value prints under this length
+    std::string value = {}; // hex; otherwise the contract's
 };
 
 struct ValueCode {
@@ -71,6 +72,7 @@ struct TypeCase {
 
     // What Sweep() runs. Left out: texts and values of the first accepted text, id and length of the row.
     Contract contract;
+    std::vector<std::pair<std::string, std::string>> alsoSwept = {}; // further texts and values under this contract
     bool swept = true;                 // false: a type that answers in its own way and has tests of its own for it
     std::vector<FieldRow> layout = {}; // of a zero value
     std::optional<uint16_t> failedOut = kUntouched; // type id and length after a failed print
@@ -104,8 +106,9 @@ struct TypeCase {
     uint32_t zeroCheck = DT_OK; // what Check says of a zero value
     bool checkTestsPointer = true;
     std::vector<ValueCode> checks = {};
-    uint32_t helpWord = 22;                    // which of 11 and 22 SYSDT_InitHelpInfo gets
-    std::optional<uint32_t> helpHostCode = {}; // Help's code when the host refuses; otherwise the host's own
+    uint32_t helpWord = 22;                       // which of 11 and 22 SYSDT_InitHelpInfo gets
+    std::optional<uint32_t> helpHostCode = {};    // Help's code when the host refuses; otherwise the host's own
+    std::optional<uint32_t> helpCopyFailure = {}; // Help's code when its text cannot be copied: it is given back
     std::vector<std::string> ascending = {};
     bool descending = false; // Compare runs backwards
     std::vector<CompareCase> compares = {};
