@@ -69,6 +69,7 @@ TypeCase Case()
         .printFailures = {Key("09000000 0a00 0300")},
         .lengths = {{4, "0/0"}},
         .checkTestsPointer = false,
+        .untypedHelp = {},
         .compares =
             {
                 // it does not compare

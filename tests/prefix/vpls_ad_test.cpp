@@ -137,6 +137,7 @@ TypeCase Case()
         .printFailures = {Key("")},
         .lengths = {{7, "0.1.2.3"}, {4, "0.0.0.0"}, {0, "0.0.0.0"}},
         .checkTestsPointer = false,
+        .untypedHelp = {},
         .compares = Orders(),
         .luaSets =
             {

@@ -141,6 +141,7 @@ TypeCase Type()
     type.printFailure = DT_ERR_INVALID_VALUE;
     type.checkRefusal = DT_ERR_INVALID_VALUE;
     type.helpHostCode = DT_ERR_INVALID_VALUE;
+    type.untypedHelp = DT_ERR_NULL_PTR;
     for (const std::string &left : kAscending) {
         for (const std::string &right : kAscending) {
             type.compares.push_back({left, right, left == right ? 0 : 0x80170d});

@@ -61,7 +61,8 @@ struct ValueCode {
 };
 
 struct SwapCase {
-    std::string value, swapped; // hex, either way
+    std::string value, swapped; // hex
+    bool back = true;           // swapped back it is the value again
 };
 
 struct TypeCase {
@@ -108,6 +109,7 @@ struct TypeCase {
     std::vector<ValueCode> checks = {};
     uint32_t helpWord = 22;                       // which of 11 and 22 SYSDT_InitHelpInfo gets
     std::optional<uint32_t> helpHostCode = {};    // Help's code when the host refuses; otherwise the host's own
+    std::optional<uint32_t> untypedHelp = DT_OK;  // Help's code without a typed text; none: that is the host's to say
     std::optional<uint32_t> helpCopyFailure = {}; // Help's code when its text cannot be copied: it is given back
     std::vector<std::string> ascending = {};
     bool descending = false; // Compare runs backwards
