@@ -163,6 +163,7 @@ TypeCase Case()
         .comparePointers = DT_ERR_NULL_PTR,
         .luaSets =
             {
+                {kValue, "{bolRpdDistinguisher=100, bolRpdPeerAddr=167837953, bolRpdPolicyType=1, bolType=12}"},
                 {Key("0b000100 ffff feffffff fdffffff"),
                  "{bolRpdDistinguisher=4294967294, bolRpdPeerAddr=4294967293, bolRpdPolicyType=255, bolType=65547}"},
             },

@@ -140,6 +140,7 @@ TypeCase Type()
     type.layout = {{nullptr, 0, 4, 1}, {nullptr, 4, 1, 8}, {nullptr, 12, 4, 1}};
     type.printFailure = DT_ERR_INVALID_VALUE;
     type.checkRefusal = DT_ERR_INVALID_VALUE;
+    type.contextlessCheck = DT_ERR_NULL_PTR;
     type.helpHostCode = DT_ERR_INVALID_VALUE;
     type.untypedHelp = DT_ERR_NULL_PTR;
     for (const std::string &left : kAscending) {

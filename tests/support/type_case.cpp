@@ -413,6 +413,7 @@ void RunCheck(const TypeCase &type)
             << length;
         EXPECT_EQ(row.Check(&row, row.TypeId, length, ones.data()), right ? DT_OK : type.checkRefusal) << length;
     }
+    EXPECT_EQ(row.Check(nullptr, 0, wanted, ones.data()), type.contextlessCheck);
     EXPECT_EQ(row.Check(&row, row.TypeId, wanted + 65536, ones.data()), type.checkRefusal);
     for (const uint32_t length : {wanted, wanted - 1}) {
         const uint32_t code = length == wanted ? DT_OK : type.checkRefusal;
@@ -546,10 +547,30 @@ void RunLuaGet(const TypeCase &type)
     }
 }
 
+// Pointers are judged before the length.
+void ExpectLuaPointersFirst(const TypeCase &type, const DataTypeDescriptor &row)
+{
+    lua_State *L = host::NewLua();
+    std::string value(LuaLength(type), '\0');
+    if (row.LuaSet != nullptr) {
+        EXPECT_EQ(row.LuaSet(nullptr, 1, "v", 0, 0, value.data()), DT_ERR_NULL_PTR);
+        EXPECT_EQ(row.LuaSet(L, 1, "v", 0, 0, nullptr), DT_ERR_NULL_PTR);
+    }
+    if (row.LuaGet != nullptr) {
+        EXPECT_EQ(row.LuaGet(nullptr, 1, "v", 0, 0, value.data()), DT_ERR_NULL_PTR);
+        EXPECT_EQ(row.LuaGet(L, 1, "v", 0, 0, nullptr), DT_ERR_NULL_PTR);
+    }
+    host::CloseLua(L);
+}
+
 void RunLuaLengths(const TypeCase &type)
 {
-    const std::string table = type.luaGets.empty() ? "" : type.luaGets.front().table;
-    ExpectShortLuaRefused(Found(type), LuaLength(type), table, type.luaRefusal);
+    const DataTypeDescriptor row = Found(type);
+    const auto taken =
+        std::find_if(type.luaGets.begin(), type.luaGets.end(), [](const LuaCase &c) { return c.code == DT_OK; });
+    ASSERT_TRUE(taken != type.luaGets.end() || row.LuaGet == nullptr) << "no table that is taken";
+    ExpectShortLuaRefused(row, LuaLength(type), row.LuaGet == nullptr ? "" : taken->table, type.luaRefusal);
+    ExpectLuaPointersFirst(type, row);
 }
 
 void RunLuaRoundTrip(const TypeCase &type)

@@ -106,6 +106,7 @@ struct TypeCase {
     uint32_t checkRefusal = DT_ERR_LENGTH;
     uint32_t zeroCheck = DT_OK; // what Check says of a zero value
     bool checkTestsPointer = true;
+    uint32_t contextlessCheck = DT_OK; // Check's code without its row
     std::vector<ValueCode> checks = {};
     uint32_t helpWord = 22;                       // which of 11 and 22 SYSDT_InitHelpInfo gets
     std::optional<uint32_t> helpHostCode = {};    // Help's code when the host refuses; otherwise the host's own
