@@ -193,7 +193,6 @@ constexpr Description kDescriptions[] = {
     {326, &bgp::kCommunityListLayout},
     {328, &bgp::kSidStructureLayout},
     {329, &bgp::kExtCommunityBwLayout},
-    {1299, nullptr, bgp::DescribeBgpLs},
     {1300, &bgp::kExtCommunityComprLayout},
 };
 
@@ -221,6 +220,7 @@ namespace {
 // The types in the order of their rows.
 constexpr const bgp::Type *kTypes[] = {
     &bgp::kLargeCommunity,
+    &bgp::kBgpLsPrefix,
     &bgp::kEvnPrefix,
 };
 
