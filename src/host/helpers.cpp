@@ -11,7 +11,7 @@ uint32_t SYSDT_atoul(const char *text, uint32_t *value)
         return kFailed;
     }
     *value = 0;
-    while (*text == ' ' || (*text >= '\t' && *text <= '\r')) { // white space, as a "%u" scan skips it
+    while (bgp::IsWhiteSpace(*text)) {
         ++text;
     }
     uint64_t number = 0;

@@ -30,19 +30,30 @@ inline bool IsHexDigit(char character)
     return IsDigit(character) || (character >= 'A' && character <= 'F') || (character >= 'a' && character <= 'f');
 }
 
+// The white space of the C locale, vertical kinds included, which a scan by format skips before a number or a word:
+// wider than the blanks that are trimmed, and the same for all hosts.
+inline bool IsWhiteSpace(char character)
+{
+    return character == ' ' || (character >= '\t' && character <= '\r');
+}
+
 // The text without what the host's service trims at its ends. The service works on copies of the characters there that
 // are not graphic; the caller's text is left alone. A service that answers null gives a null piece.
 using TrimService = char *(*)(char *text);
-Text TrimBy(TrimService service, const char *text);
-Text TrimByHost(const char *text);
+Text TrimBy(TrimService service, Text text);
+Text TrimByHost(Text text);
 
 // The text without the blanks around it, however many: by SYSDT_BTrim(), which need not be asked about texts that begin
 // and end with a graphic character.
+inline Text Trim(Text text)
+{
+    const bool bare = text.length == 0 || (IsGraphic(text.at[0]) && IsGraphic(text.at[text.length - 1]));
+    return bare ? text : TrimByHost(text);
+}
+
 inline Text Trim(const char *text)
 {
-    const auto length = static_cast<uint32_t>(std::strlen(text));
-    const bool bare = length == 0 || (IsGraphic(text[0]) && IsGraphic(text[length - 1]));
-    return bare ? Text{text, length} : TrimByHost(text);
+    return Trim(Text{text, static_cast<uint32_t>(std::strlen(text))});
 }
 
 // Whether the host (NCF_IsSpaceInString) finds a blank in the piece.
@@ -62,20 +73,31 @@ inline bool HasBlank(Text text)
     return false;
 }
 
-// Refuses the first blank of a piece that has one; where the host finds it in several characters together, the first
-// that is not graphic.
-[[gnu::cold]] bool RefuseBlank(Why *why, Text text);
+// The first blank of a piece that has one; where the host finds it in several characters together, the first that is
+// not graphic.
+[[gnu::cold]] void NoteBlank(const Why &why, Text text);
 
 // The same as !HasBlank(), with a reason.
 inline bool HasNoBlank(Text text, Why *why)
 {
-    return !HasBlank(text) || (why != nullptr && RefuseBlank(why, text));
+    if (!HasBlank(text)) {
+        return true;
+    }
+    if (why != nullptr) [[unlikely]] {
+        NoteBlank(*why, text);
+    }
+    return false;
 }
+
+[[gnu::cold]] void NoteCharacter(const Why &why, Text character, const BgpRule &rule);
 
 // Refuses a character by the rule, or because it is a blank: for parsers that want something else at the place.
 inline bool RefuseCharacter(Why *why, Text character, const BgpRule &rule)
 {
-    return Refuse(why, character, why != nullptr && HasBlank(character) ? kBlank : rule);
+    if (why != nullptr) [[unlikely]] {
+        NoteCharacter(*why, character, rule);
+    }
+    return false;
 }
 
 // The characters that part the items of a list. The host is asked once about each kind that a text has in a row.
@@ -101,16 +123,18 @@ inline bool IsLong(Text text, uint32_t least, uint32_t most)
     return text.length >= least && text.length <= most;
 }
 
+[[gnu::cold]] void NoteLength(const Why &why, Text text, uint32_t least, uint32_t most);
+
 // The same, with a reason.
 inline bool HasLength(Text text, uint32_t least, uint32_t most, Why *why)
 {
     if (IsLong(text, least, most)) {
         return true;
     }
-    if (text.length == 0) {
-        return Refuse(why, text, kEmpty);
+    if (why != nullptr) [[unlikely]] {
+        NoteLength(*why, text, least, most);
     }
-    return text.length < least ? Refuse(why, text, kTooShort, least) : Refuse(why, text, kTooLong, most);
+    return false;
 }
 
 // Copies the piece, terminated, for host services that want a terminated text. False when it does not fit in `size`.
@@ -134,9 +158,63 @@ struct Argument {
     const char *text;
 };
 
-// Writes format with its arguments into at most `room` bytes, terminator included, cutting what does not fit; returns
-// the characters written. The conversions are those of the types' formats: a number (%u %hu %hhu %llu %d), two-digit
-// hexadecimal (%02x %.2x %02hx), plain hexadecimal (%x), a text (%s), a character (%c).
+// A text that grows at its end; what does not fit is cut. Putting leaves it without a terminator, formatting and
+// printing terminate it.
+struct GrowingText {
+    char *start;
+    char *at;  // where the next character goes
+    char *end; // the last place, kept for the terminator
+};
+
+// An empty text in `size` bytes, of which there is at least one.
+inline GrowingText GrowIn(char *buffer, uint32_t size)
+{
+    return {buffer, buffer, buffer + size - 1};
+}
+
+inline uint32_t Length(const GrowingText &text)
+{
+    return static_cast<uint32_t>(text.at - text.start);
+}
+
+inline void Put(GrowingText &text, char character)
+{
+    if (text.at < text.end) {
+        *text.at++ = character;
+    }
+}
+
+inline void Put(GrowingText &text, Text piece)
+{
+    for (uint32_t i = 0; i < piece.length; ++i) {
+        Put(text, piece.at[i]);
+    }
+}
+
+inline void Put(GrowingText &text, const char *words)
+{
+    for (; *words != '\0'; ++words) {
+        Put(text, *words);
+    }
+}
+
+inline void PutTimes(GrowingText &text, char character, uint32_t count)
+{
+    for (; count > 0 && text.at < text.end; --count) {
+        *text.at++ = character;
+    }
+}
+
+// Appends format with its arguments. The conversions are those of the types' formats: a number (%u %hu %hhu %llu %d),
+// two-digit hexadecimal (%02x %.2x %02hx), plain hexadecimal (%x), a text (%s), a character (%c).
+void Format(GrowingText &text, const char *format, const Argument *arguments);
+
+inline void Format(GrowingText &text, const char *format, std::initializer_list<Argument> arguments)
+{
+    Format(text, format, arguments.begin());
+}
+
+// The same into `room` bytes, terminator included; returns the characters written.
 uint32_t Format(char *to, uint32_t room, const char *format, const Argument *arguments);
 
 // Formats into buffer: at most size - 1 characters and a terminator, through the host's bounded formatter, which has
@@ -146,6 +224,15 @@ int32_t Print(char *buffer, uint32_t size, const char *format, const Argument *a
 inline int32_t Print(char *buffer, uint32_t size, const char *format, std::initializer_list<Argument> arguments)
 {
     return Print(buffer, size, format, arguments.begin());
+}
+
+// Appends what the host's bounded formatter makes of it. False, with the text as it was, when the host refuses, or has
+// filled more than there was room for.
+bool Print(GrowingText &text, const char *format, const Argument *arguments);
+
+inline bool Print(GrowingText &text, const char *format, std::initializer_list<Argument> arguments)
+{
+    return Print(text, format, arguments.begin());
 }
 
 // A ready text through the host's bounded formatter, the one road by which text leaves the plug-in.

@@ -21,7 +21,10 @@ struct Type {
     uint32_t subTypeCount;
 };
 
-// Of any type. The answer is FormatIn's, and the reason's code.
+// By the rules of a FormatIn; null: there is none. The answer is FormatIn's, and the reason's code.
+uint32_t Explain(const FormatInRule *rule, const DataTypeRequest &request, const char *text, BgpReason &reason);
+
+// The same, of any type.
 uint32_t Explain(const Type &type, const DataTypeRequest &request, const char *text, BgpRefusal &refusal);
 
 // The rules that a type's texts can break.
@@ -53,7 +56,6 @@ struct TypeRule {
     uint16_t checkedLength = kValueLength;
     uint16_t textSize = 0;
     uint8_t typingMode = 2;
-    uint8_t base = 10;
     BgpOrder order = BGP_ORDER_TOTAL;
     BgpNetwork network = BGP_NETWORK_ENDIAN;
     BgpLua lua = BGP_LUA_ALL;
@@ -81,7 +83,8 @@ consteval Type MakeType(const TypeRule &rule)
     facts.ResultTypeId = rule.in != nullptr ? rule.in->typeId : rule.typeId;
     facts.TypeId = Or(rule.typeId, facts.ResultTypeId);
     facts.SubType = rule.subType;
-    facts.ValueLength = Or(rule.valueLength, rule.in != nullptr ? rule.in->length : rule.out->valueSize);
+    const uint16_t printed = rule.out != nullptr ? rule.out->valueSize : uint16_t{0};
+    facts.ValueLength = Or(rule.valueLength, rule.in != nullptr ? rule.in->length : printed);
     facts.CheckedLength = rule.checkedLength == TypeRule::kValueLength ? facts.ValueLength : rule.checkedLength;
     facts.TextSize = Or(rule.textSize, rule.out != nullptr ? rule.out->textSize : uint16_t{0});
     facts.ShortestText = rule.text != nullptr ? rule.text->shortest : rule.shortestText;
@@ -90,7 +93,7 @@ consteval Type MakeType(const TypeRule &rule)
     facts.Order = static_cast<uint8_t>(rule.order);
     facts.Network = static_cast<uint8_t>(rule.network);
     facts.Lua = static_cast<uint8_t>(rule.lua);
-    facts.Base = rule.base;
+    facts.Base = rule.text != nullptr ? rule.text->base : uint8_t{10};
     facts.Traits = rule.traits;
     if (rule.out != nullptr) {
         facts.Traits |= rule.out->mode3 == Mode3::kCopy ? BGP_TRAIT_COPIES_RAW : 0u;

@@ -171,7 +171,6 @@ struct Description {
 };
 
 constexpr Description kDescriptions[] = {
-    {255, &bgp::kAsNumLayout},
     {256, &bgp::kCommunityLayout},
     {257, &bgp::kExtCommunityLayout},
     {258, &bgp::kVrfRtLayout},
@@ -181,7 +180,6 @@ constexpr Description kDescriptions[] = {
     {279, nullptr, bgp::DescribeBolPrefix},
     {280, &bgp::kBolRdLayout},
     {284, &bgp::kTimeRangeLayout},
-    {285, &bgp::kAsNumLayout},
     {290, &bgp::kAttrIdBitmapLayout},
     {292, &bgp::kCvrfNameLayout},
     {294, nullptr, bgp::DescribeBolPrefix},
@@ -219,9 +217,11 @@ namespace {
 
 // The types in the order of their rows.
 constexpr const bgp::Type *kTypes[] = {
+    &bgp::kAsNum,
     &bgp::kLargeCommunity,
     &bgp::kBgpLsPrefix,
     &bgp::kEvnPrefix,
+    &bgp::kAsNumExt,
 };
 
 const bgp::Type *FindType(uint32_t typeId)

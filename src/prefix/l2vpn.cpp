@@ -41,17 +41,12 @@ constexpr ReaderRule kReader{.layout = kL2vpnLayout, .pops = 3};
 uint32_t SYSDT_L2VPNPrefix2Str(const void *payload, char *buffer, uint32_t *printed)
 {
     const auto *bytes = static_cast<const uint8_t *>(payload);
-    const int32_t site = bgp::Print(buffer, bgp::kPrintSize, "%u", {bgp::Load<uint16_t>(bytes)});
-    if (site < 0) {
+    bgp::GrowingText text = bgp::GrowIn(buffer, bgp::kPrintLimit);
+    if (!bgp::Print(text, "%u", {bgp::Load<uint16_t>(bytes)}) ||
+        !bgp::Print(text, "/%u", {bgp::Load<uint16_t>(bytes + sizeof(uint16_t))})) {
         return DT_ERR_FAIL;
     }
-    const auto used = static_cast<uint32_t>(site);
-    const int32_t offset =
-        bgp::Print(buffer + used, bgp::kPrintSize - used, "/%u", {bgp::Load<uint16_t>(bytes + sizeof(uint16_t))});
-    if (offset < 0) {
-        return DT_ERR_FAIL;
-    }
-    *printed = used + static_cast<uint32_t>(offset);
+    *printed = bgp::Length(text);
     return DT_OK;
 }
 

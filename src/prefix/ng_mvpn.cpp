@@ -217,28 +217,22 @@ uint32_t ParseIpv6(Text text, uint8_t *value)
 
 // ---------------------------------------------------------------------------------------------------------- text out
 
-// A key under construction. Four addresses of 45 characters and their separators fit.
-struct Line {
-    char text[kTextSize];
-    uint32_t length;
-};
-
 // Dotted only where the notation says so and the number needs it.
-void AppendAs(Line &line, const uint8_t *field)
+void AppendAs(GrowingText &text, const uint8_t *field)
 {
     const auto as = Load<AsNumber>(field);
-    const bool dotted = as.notation != 0 && as.number > UINT16_MAX;
-    const Argument halves[] = {as.number >> 16, as.number & 0xFFFF};
-    const Argument whole[] = {as.number};
-    line.length += dotted ? Format(line.text + line.length, sizeof line.text - line.length, "%u.%u", halves)
-                          : Format(line.text + line.length, sizeof line.text - line.length, "%u", whole);
+    if (as.notation != 0 && as.number > UINT16_MAX) {
+        Format(text, "%u.%u", {as.number >> 16, as.number & 0xFFFF});
+    } else {
+        Format(text, "%u", {as.number});
+    }
 }
 
-void AppendAddress(Line &line, const uint8_t *field, uint32_t family)
+void AppendAddress(GrowingText &text, const uint8_t *field, uint32_t family)
 {
-    char *at = line.text + line.length;
-    AddressTextAs(field, family == kIpv6Family ? kIpv6Family : kIpv4Family, at);
-    line.length += static_cast<uint32_t>(std::strlen(at));
+    char address[kAddressTextSize];
+    AddressTextAs(field, family == kIpv6Family ? kIpv6Family : kIpv4Family, address);
+    Put(text, address);
 }
 
 // The family that the first address names, or IPv6 when all do and IPv4 otherwise.
@@ -258,7 +252,7 @@ uint32_t CommonFamily(const NgKey &key, const uint8_t *value)
     return all;
 }
 
-void Append(Line &line, const NgKey &key, const uint8_t *value)
+void Append(GrowingText &text, const NgKey &key, const uint8_t *value)
 {
     const uint32_t common = key.family == NgFamily::kNone ? kIpv4Family : CommonFamily(key, value);
     if (common > kIpv6Family) {
@@ -266,13 +260,13 @@ void Append(Line &line, const NgKey &key, const uint8_t *value)
     }
     for (uint32_t i = 0; i < key.count; ++i) {
         if (i > 0) {
-            line.text[line.length++] = common == kIpv6Family ? '-' : ':';
+            Put(text, common == kIpv6Family ? '-' : ':');
         }
         const uint8_t *field = value + key.fields[i].at;
         if (key.fields[i].kind == BGP_FIELD_AS) {
-            AppendAs(line, field);
+            AppendAs(text, field);
         } else {
-            AppendAddress(line, field, key.family == NgFamily::kOfFirst ? common : field[kAddressFamilyAt]);
+            AppendAddress(text, field, key.family == NgFamily::kOfFirst ? common : field[kAddressFamilyAt]);
         }
     }
 }
@@ -307,11 +301,11 @@ uint32_t SYSDT_NGPrefix2Str(const void *value, char *buffer, uint32_t *printed)
     if (key == nullptr || key == &bgp::kNgPlain) {
         return DT_ERR_FAIL;
     }
-    bgp::Line line;
-    line.length = 0;
-    bgp::Append(line, *key, bytes);
-    line.text[line.length] = '\0';
-    return bgp::Printed(bgp::PrintText(buffer, bgp::kTextSize - 1, line.text), printed);
+    char typed[bgp::kTextSize];
+    bgp::GrowingText text = bgp::GrowIn(typed, sizeof typed);
+    bgp::Append(text, *key, bytes);
+    *text.at = '\0';
+    return bgp::Printed(bgp::PrintText(buffer, bgp::kPrintLimit, typed), printed);
 }
 
 BGP_FORMAT_IN(SYSDT_NGPrefixFormatIn, bgp::kIn)

@@ -44,7 +44,7 @@ constexpr uint32_t kLargestPolicyType = 1;
 // Only the spelling that printing gives back is taken, judged by its length: no leading zeros, nothing behind it.
 bool IsCanonical(Text text, const uint32_t *numbers)
 {
-    char again[kPrintSize];
+    char again[kPrintLimit];
     const int32_t length =
         Print(again, sizeof again, kTyped, {numbers[0], numbers[1], numbers[2], numbers[3], numbers[4], numbers[5]});
     return length >= 0 && static_cast<uint32_t>(length) == text.length;
@@ -87,7 +87,7 @@ uint32_t SYSDT_RpdPrefix2Str(const void *payload, char *buffer, uint32_t *printe
     const auto peer = bgp::Load<uint32_t>(bytes + bgp::kPeerAt - bgp::kPayloadAt);
     const auto distinguisher = bgp::Load<uint32_t>(bytes + bgp::kDistinguisherAt - bgp::kPayloadAt);
     return bgp::Printed(
-        bgp::Print(buffer, bgp::kPrintSize, "%hhu/%hhu.%hhu.%hhu.%hhu/%u",
+        bgp::Print(buffer, bgp::kPrintLimit, "%hhu/%hhu.%hhu.%hhu.%hhu/%u",
                    {bytes[0], peer >> 24, peer >> 16 & 0xFF, peer >> 8 & 0xFF, peer & 0xFF, distinguisher}),
         printed);
 }

@@ -122,21 +122,6 @@ bool ReadForm(const Form &form, Text text, uint8_t *value)
     return true;
 }
 
-// One byte of one or two hexadecimal digits, of either case.
-const char *ReadHexByte(const char *at, const char *end, uint8_t *byte)
-{
-    while (at < end && IsWhiteSpace(*at)) {
-        ++at;
-    }
-    uint32_t number = 0;
-    uint32_t digits = 0;
-    for (; digits < 2 && at < end && BGP_DATATYPE_IsHex(*at) != 0; ++digits, ++at) {
-        number = number << 4 | DigitValue<16>(static_cast<char>(*at | 0x20)); // lower case
-    }
-    *byte = static_cast<uint8_t>(number);
-    return digits == 0 ? nullptr : at;
-}
-
 // "%02hx%02hx-%02hx%02hx-%02hx%02hx"
 bool ReadEsImport(Text text, uint8_t *value)
 {
@@ -148,7 +133,7 @@ bool ReadEsImport(Text text, uint8_t *value)
         if (dashed && (at == end || *at++ != '-')) {
             return false;
         }
-        at = ReadHexByte(at, end, &six[i]);
+        at = ScanHexByte(at, end, &six[i]);
         if (at == nullptr) {
             return false;
         }

@@ -10,9 +10,9 @@
 #include "prefix/evpn/text.h"
 
 #include "bgp_datatypes/evpn.h"
+#include "host/address_field.h"
 #include "host/operations.h"
 #include "host/type.h"
-#include "prefix/address_field.h"
 #include "prefix/prefix.h"
 #include "prefix/route_keys.h"
 
@@ -22,26 +22,9 @@ namespace bgp {
 
 namespace {
 
-// A text that grows piece by piece.
-struct Page {
-    char *buffer;
-    uint32_t *printed;
-};
-
-// False when the host refuses to print; what had been printed stays.
-bool Append(Page page, const char *format, std::initializer_list<Argument> arguments)
-{
-    const int32_t count = Print(page.buffer + *page.printed, kPrintSize - *page.printed, format, arguments);
-    if (count < 0) {
-        return false;
-    }
-    *page.printed += static_cast<uint32_t>(count);
-    return true;
-}
-
 // An address and its length. An IP prefix tells the length last, as its text is typed. An address of neither family
 // prints nothing, its length neither.
-bool AppendAddress(Page page, const uint8_t *field, bool lengthLast)
+bool AppendAddress(GrowingText &page, const uint8_t *field, bool lengthLast)
 {
     char address[kAddressTextSize];
     if (!AddressText(field, address)) {
@@ -50,21 +33,21 @@ bool AppendAddress(Page page, const uint8_t *field, bool lengthLast)
     const bool ipv6 = field[kAddressFamilyAt] == kIpv6Family;
     const uint8_t length = *(field - 1);
     if (lengthLast) {
-        return Append(page, ipv6 ? ":[%s]:%hhu" : ":%s:%hhu", {address, length});
+        return Print(page, ipv6 ? ":[%s]:%hhu" : ":%s:%hhu", {address, length});
     }
-    return Append(page, ipv6 ? ":%hhu:[%s]" : ":%hhu:%s", {length, address});
+    return Print(page, ipv6 ? ":%hhu:[%s]" : ":%hhu:%s", {length, address});
 }
 
-bool AppendBytes(Page page, const BgpField &field, const uint8_t *at)
+bool AppendBytes(GrowingText &page, const BgpField &field, const uint8_t *at)
 {
     switch (field.Count) {
     case kEsiSize:
-        return Append(page, "%.2x%.2x.%.2x%.2x.%.2x%.2x.%.2x%.2x.%.2x%.2x",
-                      {at[0], at[1], at[2], at[3], at[4], at[5], at[6], at[7], at[8], at[9]});
+        return Print(page, "%.2x%.2x.%.2x%.2x.%.2x%.2x.%.2x%.2x.%.2x%.2x",
+                     {at[0], at[1], at[2], at[3], at[4], at[5], at[6], at[7], at[8], at[9]});
     case kMacSize:
-        return Append(page, ":%.2x%.2x-%.2x%.2x-%.2x%.2x", {at[0], at[1], at[2], at[3], at[4], at[5]});
+        return Print(page, ":%.2x%.2x-%.2x%.2x-%.2x%.2x", {at[0], at[1], at[2], at[3], at[4], at[5]});
     default:
-        return Append(page, ":%u", {*at});
+        return Print(page, ":%u", {*at});
     }
 }
 
@@ -73,7 +56,7 @@ bool IsAddress(const BgpField &field)
     return field.Kind == BGP_FIELD_ADDRESS;
 }
 
-bool AppendField(Page page, const BgpLayout &layout, uint32_t index, const uint8_t *value)
+bool AppendField(GrowingText &page, const BgpLayout &layout, uint32_t index, const uint8_t *value)
 {
     const BgpField &field = layout.Fields[index];
     const uint8_t *at = value + field.Offset;
@@ -81,24 +64,26 @@ bool AppendField(Page page, const BgpLayout &layout, uint32_t index, const uint8
         return AppendAddress(page, at, value[kRouteTypeAt] == kIpPrefixRoute);
     }
     if (field.Kind == BGP_FIELD_NUMBER) {
-        return Append(page, index == kBodyFields ? "%u" : ":%u", {Load<uint32_t>(at)});
+        return Print(page, index == kBodyFields ? "%u" : ":%u", {Load<uint32_t>(at)});
     }
     const bool isLengthOfAddress = index + 1 < layout.FieldCount && IsAddress(layout.Fields[index + 1]);
     return isLengthOfAddress || AppendBytes(page, field, at);
 }
 
+// What had been printed stays when the host refuses to go on.
 uint32_t PrintRoute(const uint8_t *value, uint32_t, char *buffer, uint32_t *printed)
 {
     const EvpnRoute *route = FindEvpnRoute(value[kRouteTypeAt]);
     if (route == nullptr) {
         return DT_ERR_FAIL;
     }
-    for (uint32_t i = kBodyFields; i < route->layout.FieldCount; ++i) {
-        if (!AppendField({buffer, printed}, route->layout, i, value)) {
-            return DT_ERR_FAIL;
-        }
+    GrowingText page = GrowIn(buffer, kPrintLimit);
+    bool whole = true;
+    for (uint32_t i = kBodyFields; whole && i < route->layout.FieldCount; ++i) {
+        whole = AppendField(page, route->layout, i, value);
     }
-    return DT_OK;
+    *printed = Length(page);
+    return whole ? DT_OK : DT_ERR_FAIL;
 }
 
 // --------------------------------------------------------------------------------------------------------------- order
@@ -267,7 +252,7 @@ uint32_t SYSDT_EVNPrefixLuaSet(lua_State *L, int32_t tableIndex, const char *fie
         return code;
     }
     const auto *bytes = static_cast<const uint8_t *>(value);
-    char text[bgp::kPrintSize] = {};
+    char text[bgp::kPrintLimit] = {};
     uint32_t printed = 0;
     SYSDT_EvnPrefix2Str(value, text, &printed); // a value that does not print has the text that there is of it
     SYSDT_SPTI_CreateTable(L, 0, 3);

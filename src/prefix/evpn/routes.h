@@ -12,7 +12,7 @@
 #define BGP_PREFIX_EVPN_ROUTES_H
 
 #include "host/layout.h"
-#include "prefix/address_field.h"
+#include "host/address_field.h"
 
 #include <cstdint>
 #include <string_view>

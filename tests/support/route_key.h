@@ -1,9 +1,9 @@
-// What the tests of the composite's sub-types share: rows of texts and of Lua tables over 89-byte values, the readers
-// of the Lua reader table, and buffers that are given back.
-#ifndef BGP_TESTS_PREFIX_ROUTE_KEY_H
-#define BGP_TESTS_PREFIX_ROUTE_KEY_H
+// What the tests of the composite's sub-types share beside their cases: 89-byte values, the readers of the Lua reader
+// table, and buffers that are given back.
+#ifndef BGP_TESTS_ROUTE_KEY_H
+#define BGP_TESTS_ROUTE_KEY_H
 
-#include "support/harness.h"
+#include "support/type_case.h"
 
 #include "bgp_host_services.h"
 
@@ -54,16 +54,10 @@ inline DataTypeDescriptor SubType(uint32_t number)
 
 // ------------------------------------------------------------------------------------------------------------ texts
 
-struct KeyText {
-    std::string text;
-    std::string value;   // hex
-    std::string printed; // "" = as typed
-};
-
 // Each text in every mode that parses, and printed back from its value.
-inline void ExpectKeys(const DataTypeDescriptor &row, const std::vector<KeyText> &cases)
+inline void ExpectKeys(const DataTypeDescriptor &row, const std::vector<TextCase> &cases)
 {
-    for (const KeyText &c : cases) {
+    for (const TextCase &c : cases) {
         for (const uint8_t mode : kKeyModes) {
             SCOPED_TRACE("\"" + c.text + "\" in mode " + std::to_string(mode));
             const In in = FormatIn(row, c.text, mode);
@@ -73,7 +67,7 @@ inline void ExpectKeys(const DataTypeDescriptor &row, const std::vector<KeyText>
             EXPECT_EQ(in.value, Hex(Bytes(c.value)));
             EXPECT_TRUE(in.textKept);
             const Out out = FormatOut(row, c.value, mode);
-            const std::string &printed = c.printed.empty() ? c.text : c.printed;
+            const std::string &printed = PrintedText(c);
             EXPECT_EQ(out.code, DT_OK);
             EXPECT_EQ(out.typeId, 25);
             EXPECT_EQ(out.length, printed.size() + 1);
@@ -87,13 +81,7 @@ inline void ExpectRefused(const DataTypeDescriptor &row, const std::vector<std::
 {
     for (const std::string &text : texts) {
         for (const uint8_t mode : kKeyModes) {
-            SCOPED_TRACE("\"" + text + "\" in mode " + std::to_string(mode));
-            const In in = FormatIn(row, text, mode);
-            EXPECT_EQ(in.code, DT_ERR_INVALID_PARAM);
-            EXPECT_EQ(in.typeId, kUntouched);
-            EXPECT_EQ(in.length, kUntouched);
-            EXPECT_FALSE(in.bufferSet);
-            EXPECT_TRUE(in.textKept);
+            ExpectRefused(row, text, mode, DT_ERR_INVALID_PARAM);
         }
     }
 }
@@ -194,23 +182,41 @@ inline void ExpectPrintFailures(const DataTypeDescriptor &row, std::string_view 
     host::SetFaults({});
 }
 
-// Allocations of one Help call in mode 1: of the handle's memory, and by SYS_DataTypeMalloc.
-struct HelpMemory {
-    uint32_t byHandle;
-    uint32_t plain;
-};
-inline HelpMemory AllocationsOfHelp(const DataTypeDescriptor &row)
+// A value of another sub-type releases the buffer whosever it is, once the mode is served.
+inline void ExpectOtherSubTypesRelease(const DataTypeDescriptor &row, const std::string &valueHex,
+                                       const std::vector<std::string> &words)
 {
-    const DataTypeRequest request{1, Handle()};
-    const uint32_t words[2] = {1, 2};
-    DataTypeHelpInfo info{0, nullptr};
-    host::TakeCounters();
-    EXPECT_EQ(row.Help(&request, row.TypeId, 0, "", words, &info), DT_OK);
-    const host::Counters counters = host::TakeCounters();
-    if (counters.plainAllocations != 0 && info.EntryCount != 0) {
-        SYS_DataTypeFree(info.Entries[0].Text);
+    for (const std::string &word : words) {
+        SCOPED_TRACE(word);
+        const std::string value = With(valueHex, 0, word);
+        ExpectFailedAndFreed(FormatOutFreeing(row, value));
+        const Into into = FormatOutInto(row, value, 1, kKeyTextSize);
+        EXPECT_EQ(into.out.code, DT_ERR_FAIL);
+        EXPECT_EQ(into.out.typeId, 0);
+        EXPECT_EQ(into.out.length, 0);
+        EXPECT_TRUE(into.released);
+        EXPECT_EQ(into.allocations, 0u);
+        EXPECT_TRUE(into.guardsIntact);
+        EXPECT_FALSE(FormatOutInto(row, value, 4, kKeyTextSize).released);
     }
-    return {counters.allocations - counters.plainAllocations, counters.plainAllocations};
+    EXPECT_TRUE(FormatOutInto(row, valueHex, 1, kKeyTextSize, 0).released); // no sub-type is seen
+    EXPECT_FALSE(FormatOutInto(row, valueHex, 1, kKeyTextSize, 4).released);
+}
+
+// A copy that fails gives the text of a help back.
+inline void ExpectFailedHelpGivenBack(const DataTypeDescriptor &row)
+{
+    host::SetFaults({.failCopy = 1});
+    host::RecordReleases(true);
+    host::TakeReleases();
+    const Helped helped = Help(row);
+    const std::vector<host::Release> releases = host::TakeReleases();
+    host::RecordReleases(false);
+    EXPECT_EQ(helped.code, DT_ERR_INVALID_PARAM);
+    EXPECT_FALSE(helped.supplied);
+    ASSERT_EQ(releases.size(), 1u);
+    EXPECT_TRUE(releases[0].known);
+    EXPECT_NE(releases[0].memory, nullptr);
 }
 
 // -------------------------------------------------------------------------------------------------------- compare
@@ -300,35 +306,11 @@ inline void ExpectReaderPointers(uint32_t subType)
     host::CloseLua(L);
 }
 
-struct GetCase {
-    std::string expression;
-    uint32_t code;
-    std::string value; // hex; what LuaGet leaves of 89 bytes "ee"
-    int32_t growth;
-};
-
-// Each table through a sub-type's own LuaGet.
-inline void ExpectGets(const DataTypeDescriptor &row, const std::vector<GetCase> &cases)
-{
-    for (const GetCase &c : cases) {
-        SCOPED_TRACE(c.expression);
-        const LuaIn in = LuaGet(row, c.expression, kKeyLength);
-        EXPECT_EQ(in.code, c.code);
-        EXPECT_EQ(in.value, c.value);
-        EXPECT_EQ(in.growth, c.growth);
-    }
-}
-
 // A LuaSet that prints `table`, and refuses a length below 89.
-inline void ExpectSets(const DataTypeDescriptor &row, std::string_view valueHex, std::string_view table)
+inline void ExpectSets(const DataTypeDescriptor &row, const std::string &valueHex, const std::string &table)
 {
     SCOPED_TRACE(row.Name);
-    const LuaOut out = LuaSet(row, valueHex, kKeyLength);
-    EXPECT_EQ(out.code, DT_OK);
-    EXPECT_EQ(out.table, table);
-    EXPECT_EQ(out.growth, 0);
-    EXPECT_EQ(LuaSet(row, Padded(valueHex, 90), 90).table, table);
-    EXPECT_EQ(LuaSet(row, valueHex, 65535).table, table);
+    ExpectLuaSet(row, kKeyLength, {{valueHex, table}});
     for (const uint16_t length : {uint16_t{88}, uint16_t{4}, uint16_t{0}}) {
         const LuaOut tooShort = LuaSet(row, valueHex, length);
         EXPECT_EQ(tooShort.code, DT_ERR_INVALID_PARAM);
