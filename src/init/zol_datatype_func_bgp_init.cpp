@@ -2,10 +2,10 @@
 // registration. This source alone sees all types.
 #include "asnum/asnum.h"
 #include "bgp_datatypes/evpn.h"
+#include "bgp_host_services.h"
 #include "bgpls/bgpls.h"
 #include "community/community.h"
 #include "community/ext_community.h"
-#include "bgp_host_services.h"
 #include "prefix/prefix.h"
 #include "rdrt/rdrt.h"
 #include "types/types.h"
@@ -177,14 +177,10 @@ constexpr Description kDescriptions[] = {
     {259, &bgp::kVrfRdLayout},
     {260, &bgp::kSooLayout},
     {278, &bgp::kRtpRdLayout},
-    {279, nullptr, bgp::DescribeBolPrefix},
     {280, &bgp::kBolRdLayout},
     {284, &bgp::kTimeRangeLayout},
     {290, &bgp::kAttrIdBitmapLayout},
     {292, &bgp::kCvrfNameLayout},
-    {294, nullptr, bgp::DescribeBolPrefix},
-    {295, nullptr, bgp::DescribeBolPrefix},
-    {296, nullptr, bgp::DescribeBolPrefix},
     {303, &bgp::kVpnIdLayout},
     {320, &bgp::kVrfRtV6Layout},
     {325, &bgp::kAsNumListLayout},
@@ -217,11 +213,8 @@ namespace {
 
 // The types in the order of their rows.
 constexpr const bgp::Type *kTypes[] = {
-    &bgp::kAsNum,
-    &bgp::kLargeCommunity,
-    &bgp::kBgpLsPrefix,
-    &bgp::kEvnPrefix,
-    &bgp::kAsNumExt,
+    &bgp::kAsNum,     &bgp::kLargeCommunity, &bgp::kBgpLsPrefix, &bgp::kBolPrefix, &bgp::kVpnv4McPrefix,
+    &bgp::kMdtPrefix, &bgp::kL2vpnPrefix,    &bgp::kAsNumExt,    &bgp::kEvnPrefix,
 };
 
 const bgp::Type *FindType(uint32_t typeId)

@@ -48,18 +48,27 @@ constexpr FormatOutRule ClearsNothing(FormatOutRule rule)
     return rule;
 }
 
-} // namespace
-
-const BgpLayout kIpv6PrefixLayout = Layout(kFields, kBolPrefixLength);
-
-namespace {
+constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 
 constexpr FormatInRule kIn = RouteKeyIn(Unexplained<Parse>);
 constexpr FormatOutRule kOut = ClearsNothing(RouteKeyOut(PrintAddress));
-constexpr LuaRule kLua{.layout = kIpv6PrefixLayout, .pops = 0};
-constexpr ReaderRule kReader{.layout = kIpv6PrefixLayout, .pops = 0}; // the array's 17 slots are popped with the field
+constexpr LuaRule kLua{.layout = kLayout, .pops = 0};
+constexpr ReaderRule kReader{.layout = kLayout, .pops = 0}; // the array's 17 slots are popped with the field
 
 } // namespace
+
+constinit const Type kIpv6Prefix = MakeSubType({
+    .name = "IPV6",
+    .description = "an IPv6 address",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .shortestText = 1,
+    .longestText = kIpv6TextSize - 1,
+    .subType = kIpv6SubType,
+    .order = BGP_ORDER_NONE,
+    .lua = BGP_LUA_LOSES, // only the composite reads it
+});
 
 } // namespace bgp
 

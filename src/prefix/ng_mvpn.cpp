@@ -26,6 +26,28 @@ namespace bgp {
 
 namespace {
 
+struct Rows {
+    BgpField fields[5];
+};
+
+// "bolType" and the key's fields.
+constexpr Rows RowsOf(const NgKey &key)
+{
+    Rows rows{{Number("bolType", 0, 4)}};
+    for (uint32_t i = 0; i < key.count; ++i) {
+        const NgField &field = key.fields[i];
+        const auto width = static_cast<uint8_t>(field.kind == BGP_FIELD_AS ? 2 * sizeof(uint32_t) : kAddressFieldSize);
+        rows.fields[i + 1] = {field.name, field.at, width, 1, field.kind, 0, 0};
+    }
+    return rows;
+}
+
+template <const NgKey &Key>
+inline constexpr Rows kRows = RowsOf(Key);
+
+template <const NgKey &Key>
+inline constexpr BgpLayout kLayout{kRows<Key>.fields, Key.count + 1u, kBolPrefixLength};
+
 // ----------------------------------------------------------------------------------------------------------- text in
 
 constexpr uint32_t kMostSections = 4;
@@ -44,7 +66,7 @@ struct Spelling {
     bool ipv6; // colons and hexadecimal letters may stand beside digits and dots
 };
 
-constexpr uint32_t kLongestKey = 159;
+constexpr uint16_t kLongestKey = 159;
 constexpr Spelling kIpv4Spelling{63, ':', false};
 constexpr Spelling kIpv6Spelling{kLongestKey, '-', true};
 
@@ -279,7 +301,34 @@ uint32_t PrintValue(const uint8_t *value, uint32_t, char *buffer, uint32_t *prin
 constexpr FormatInRule kIn = RouteKeyIn(Unexplained<SYSDT_Str2NGPrefix>);
 constexpr FormatOutRule kOut = RouteKeyOut(PrintValue);
 
+template <const NgKey &Key>
+consteval Type MakeNgType(const char *name)
+{
+    return MakeSubType({
+        .name = name,
+        .description = Key.route,
+        .reference = "RFC 6514",
+        .in = &kIn,
+        .out = &kOut,
+        .layout = &kLayout<Key>,
+        .shortestText = 1,
+        .longestText = kLongestKey,
+        .subType = Key.subType,
+        .order = BGP_ORDER_NONE, // Compare and LuaGet are those of the EVPN routes
+        .lua = BGP_LUA_LOSES,
+        .traits = BGP_TRAIT_OTHER_SUBTYPES,
+    });
+}
+
 } // namespace
+
+constinit const Type kNgType2 = MakeNgType<kNg2>("NG_TYPE_2");
+constinit const Type kNgType3 = MakeNgType<kNg3>("NG_TYPE_3");
+constinit const Type kNgType42 = MakeNgType<kNg42>("NG_TYPE_4_2");
+constinit const Type kNgType43 = MakeNgType<kNg43>("NG_TYPE_4-3");
+constinit const Type kNgType5 = MakeNgType<kNg5>("NG_TYPE_5");
+constinit const Type kNgType6 = MakeNgType<kNg6>("NG_TYPE_6");
+constinit const Type kNgType41 = MakeNgType<kNg41>("NG_TYPE_4-1");
 
 } // namespace bgp
 

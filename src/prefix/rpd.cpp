@@ -22,7 +22,7 @@ namespace {
 
 constexpr uint16_t kDistinguisherAt = kPayloadAt + 2;
 constexpr uint16_t kPeerAt = kPayloadAt + 6;
-constexpr uint32_t kCheckedLength = 27;
+constexpr uint16_t kCheckedLength = 27;
 
 constexpr BgpField kFields[] = {
     Number("bolType", 0, 4),
@@ -31,11 +31,7 @@ constexpr BgpField kFields[] = {
     Number("bolRpdDistinguisher", kDistinguisherAt, 4),
 };
 
-} // namespace
-
-const BgpLayout kRpdLayout = Layout(kFields, kBolPrefixLength);
-
-namespace {
+constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 
 constexpr const char *kTyped = "%u/%u.%u.%u.%u/%u";
 constexpr uint32_t kItems = 6;
@@ -53,11 +49,25 @@ bool IsCanonical(Text text, const uint32_t *numbers)
 constexpr FormatInRule kIn = RouteKeyIn(Unexplained<ParseKey<kRpdSubType, SYSDT_Str2RpdPrefix>>);
 constexpr FormatOutRule kOut = OfSubType(RouteKeyOut(PrintKey<SYSDT_RpdPrefix2Str>), kRpdSubType, true);
 constexpr HelpRule kHelp{.text = "X/X.X.X.X/X", .memory = Memory::kPlain};
-constexpr LuaRule kLua{.layout = kRpdLayout, .pops = 0};
-constexpr KeyLuaRule kLuaGet{.layout = kRpdLayout, .subType = kRpdSubType, .pops = 4};
-constexpr ReaderRule kReader{.layout = kRpdLayout, .pops = 4};
+constexpr LuaRule kLua{.layout = kLayout, .pops = 0};
+constexpr KeyLuaRule kLuaGet{.layout = kLayout, .subType = kRpdSubType, .pops = 4};
+constexpr ReaderRule kReader{.layout = kLayout, .pops = 4};
 
 } // namespace
+
+constinit const Type kRpd = MakeSubType({
+    .name = "RPD",
+    .description = "the key of a route-policy distribution route",
+    .reference = "draft-ietf-idr-rpd",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .shortestText = 11,
+    .longestText = 31,
+    .subType = kRpdSubType,
+    .checkedLength = kCheckedLength,
+    .lua = BGP_LUA_TYPED,
+});
 
 } // namespace bgp
 

@@ -202,11 +202,7 @@ uint32_t PrintVrfRtExt(const uint8_t *value, uint32_t mode, char *buffer, uint32
     return DT_OK;
 }
 
-} // namespace
-
-const BgpLayout kVrfRtExtLayout = Layout(kFields, kBolPrefixLength);
-
-namespace {
+constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 
 // LuaGet leaves the sub-type word to the composite.
 constexpr BgpLayout kRtLayout{kFields + 1, 2, kBolPrefixLength};
@@ -220,11 +216,25 @@ constexpr FormatOutRule kOut{.modes = kTextOrRaw,
                              .textSize = kTextSize,
                              .valueSize = kBolPrefixLength,
                              .mode3 = Mode3::kTextAsRaw};
-constexpr LuaRule kLuaSet{.layout = kVrfRtExtLayout, .pops = 0};
+constexpr LuaRule kLuaSet{.layout = kLayout, .pops = 0};
 constexpr LuaRule kLuaGet{.layout = kRtLayout, .pops = 3};
-constexpr ReaderRule kReader{.layout = kVrfRtExtLayout, .pops = 3};
+constexpr ReaderRule kReader{.layout = kLayout, .pops = 3};
 
 } // namespace
+
+constinit const Type kVrfRtExt = MakeSubType({
+    .name = "VRFRTEXT",
+    .description = "a route target as a route key",
+    .reference = "RFC 4360, RFC 5668, RFC 7432",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .shortestText = 1,
+    .longestText = kLongestTyped,
+    .subType = kVrfRtExtSubType,
+    .lua = BGP_LUA_TYPED,
+    .traits = BGP_TRAIT_KEEPS_SUBTYPE,
+});
 
 } // namespace bgp
 
