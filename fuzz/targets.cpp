@@ -3,6 +3,7 @@
 #include "bgp_host_services.h"
 #include "bgp_standalone_host.hpp"
 #include "fuzz/examine.h"
+#include "fuzz/item_list.h"
 #include "fuzz/lua_edits.h"
 
 #include <lua.hpp>

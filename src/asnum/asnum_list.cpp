@@ -95,7 +95,8 @@ char *Unquote(char *text, uint32_t length)
 
 // -------------------------------------------------------------------------------------------------------- operations
 
-constexpr FormatInRule kIn{.typeId = 325, .length = kLength, .modes = kTextOnly, .parse = SYSDT_Str2AsNumEnhance};
+constexpr FormatInRule kIn{
+    .typeId = 325, .length = kLength, .modes = kTextOnly, .read = Unexplained<SYSDT_Str2AsNumEnhance>};
 constexpr FormatOutRule kOut{
     .modes = kTextOnly, .print = PrintList, .textSize = kLongestList + 1, .valueSize = kLength};
 constexpr HelpRule kHelp{.text = "STRING<1-3071>", .hidesHostCode = true};

@@ -165,7 +165,7 @@ const char *TakeSuffix(char *head)
     }
     *mark = '\0';
     for (char *at = mark; at > head;) {
-        if (IsBlank(*--at)) {
+        if (*--at == ' ' || *at == '\t') {
             *at = '\0';
             break;
         }

@@ -9,6 +9,7 @@
 #include "community/community.h"
 
 #include "host/layout.h"
+#include "host/numbers.h"
 #include "host/operations.h"
 
 namespace bgp {
@@ -97,7 +98,7 @@ uint32_t ReadCommunity(uint32_t memoryHandle, Text text, Community &community)
     if (!IsLong(text, 1, kLongestCommunity)) {
         return DT_ERR_FAIL;
     }
-    if (ReadNumbers(text, ":", numbers)) {
+    if (ReadNumbers(text, ":", numbers, nullptr)) {
         return FromNumbers(numbers, community);
     }
     if (!MayBeName(text)) {
@@ -155,8 +156,11 @@ uint32_t PrintCommunity(const uint8_t *value, uint32_t, char *buffer, uint32_t *
 
 // -------------------------------------------------------------------------------------------------------- operations
 
-constexpr FormatInRule kIn{
-    .typeId = 256, .length = kLength, .modes = kTextOnly, .parse = nullptr, .parseByHandle = SYSDT_Str2Community};
+constexpr FormatInRule kIn{.typeId = 256,
+                           .length = kLength,
+                           .modes = kTextOnly,
+                           .read = nullptr,
+                           .readByHandle = UnexplainedByHandle<SYSDT_Str2Community>};
 constexpr FormatOutRule kOut{
     .modes = kTextOnly, .print = PrintCommunity, .textSize = kCommunityTextSize, .valueSize = kLength};
 constexpr HelpRule kHelp{.text = "STRING<3-11>", .passesFirstWord = true}; // the word that this type alone passes

@@ -2,14 +2,15 @@
 #ifndef BGP_COMMUNITY_COMMUNITY_H
 #define BGP_COMMUNITY_COMMUNITY_H
 
-#include "bgp_datatypes.h"
+#include "bgp_datatypes/community.h"
 #include "host/text.h"
+#include "host/type.h"
 
 namespace bgp {
 
 extern const BgpLayout kCommunityLayout;
 extern const BgpLayout kCommunityListLayout; // one entry of CMNTY_ENHANCE
-extern const BgpLayout kLargeCommunityLayout;
+extern const Type kLargeCommunity;
 extern const BgpLayout kExtCommunityBwLayout;
 extern const BgpLayout kExtCommunityComprLayout;
 extern const BgpLayout kAttrIdBitmapLayout;

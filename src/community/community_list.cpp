@@ -75,8 +75,11 @@ uint32_t PrintList(const uint8_t *value, uint32_t, char *buffer, uint32_t *print
 
 // -------------------------------------------------------------------------------------------------------- operations
 
-constexpr FormatInRule kIn{
-    .typeId = 326, .length = kLength, .modes = kAllButFour, .parse = nullptr, .parseByHandle = SYSDT_Str2CmntyEnhance};
+constexpr FormatInRule kIn{.typeId = 326,
+                           .length = kLength,
+                           .modes = kAllButFour,
+                           .read = nullptr,
+                           .readByHandle = UnexplainedByHandle<SYSDT_Str2CmntyEnhance>};
 constexpr FormatOutRule kOut{
     .modes = kTextOnly, .print = PrintList, .textSize = kLongestTyped + 1, .valueSize = kLength};
 constexpr HelpRule kHelp{.text = "STRING<3-392>", .hidesHostCode = true};

@@ -74,7 +74,8 @@ const BgpLayout kExtCommunityLayout = Layout(kFields, kLength);
 
 namespace {
 
-constexpr FormatInRule kIn{.typeId = 257, .length = kLength, .modes = kTextOnly, .parse = SYSDT_Str2ExtCommunity};
+constexpr FormatInRule kIn{
+    .typeId = 257, .length = kLength, .modes = kTextOnly, .read = Unexplained<SYSDT_Str2ExtCommunity>};
 constexpr FormatOutRule kOut{.modes = kTextOnly,
                              .print = PrintExtCommunity,
                              .textSize = kTextSize,

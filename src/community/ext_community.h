@@ -2,7 +2,7 @@
 #ifndef BGP_COMMUNITY_EXT_COMMUNITY_H
 #define BGP_COMMUNITY_EXT_COMMUNITY_H
 
-#include "bgp_datatypes.h"
+#include "bgp_datatypes/community.h"
 
 namespace bgp {
 

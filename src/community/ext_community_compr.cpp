@@ -7,6 +7,7 @@
 //   4-7    reserved  u32    host order, 0 when typed
 #include "community/community.h"
 #include "host/layout.h"
+#include "host/numbers.h"
 #include "host/operations.h"
 
 namespace bgp {
@@ -27,7 +28,7 @@ constexpr BgpField kFields[] = {
 bool Read(Text text, uint8_t *value)
 {
     Numbers numbers;
-    if (!IsLong(text, 1, kLongestTyped) || !ReadNumbers(text, ":", numbers) || numbers.shape != Shape(":") ||
+    if (!IsLong(text, 1, kLongestTyped) || !ReadNumbers(text, ":", numbers, nullptr) || numbers.shape != Shape(":") ||
         numbers.at[0] > UINT16_MAX || numbers.at[1] != 0) {
         return false;
     }
@@ -53,7 +54,8 @@ const BgpLayout kExtCommunityComprLayout = Layout(kFields, kLength);
 
 namespace {
 
-constexpr FormatInRule kIn{.typeId = 1300, .length = kLength, .modes = kTextOnly, .parse = SYSDT_Str2ExtCommunityCompr};
+constexpr FormatInRule kIn{
+    .typeId = 1300, .length = kLength, .modes = kTextOnly, .read = Unexplained<SYSDT_Str2ExtCommunityCompr>};
 constexpr FormatOutRule kOut{.modes = kTextOnly, .print = PrintCompressed, .textSize = kTextSize, .valueSize = kLength};
 constexpr HelpRule kHelp{.text = "STRING<3-7>"};
 constexpr LuaRule kLua{.layout = kExtCommunityComprLayout, .pops = 3}; // the fetched table stays

@@ -7,7 +7,9 @@
 //   12-15  type                  u32    host order, 0 when typed; never printed
 #include "community/community.h"
 #include "host/layout.h"
+#include "host/numbers.h"
 #include "host/operations.h"
+#include "host/type.h"
 
 namespace bgp {
 
@@ -15,31 +17,45 @@ namespace {
 
 constexpr uint16_t kLength = 16;
 constexpr uint32_t kParts = 3;
-constexpr uint32_t kShortestTyped = 5; // "1:2:3"
-constexpr uint32_t kLongestTyped = 32; // three times "4294967295"
+constexpr uint32_t kTypeAt = 12;
 
 constexpr BgpField kFields[] = {
     NumberArray("largeCommunity", 0, 4, kParts),
-    Number("type", 12, 4, 1),
+    Number("type", kTypeAt, 4, 1),
+};
+constexpr BgpLayout kLayout = Layout(kFields, kLength);
+
+// ----------------------------------------------------------------------------------------------------------- text in
+
+constexpr BgpNotation kNotations[] = {
+    {.Form = "administrator:data:data",
+     .Separators = "::",
+     .When = nullptr,
+     .Names = {"the global administrator", "the first part of the local data", "the second part of the local data"},
+     .Smallest = {},
+     .Largest = {UINT32_MAX, UINT32_MAX, UINT32_MAX}},
 };
 
-bool Read(Text text, void *value)
+constexpr NumbersRule kText = NumbersText(5, 32, ":", kNotations); // "1:2:3" to three times "4294967295"
+
+constexpr const BgpRule *kRules[] = {&kEmpty,          &kTooShort,       &kTooLong,    &kBlank,   &kNoDigit,
+                                     &kWrongCharacter, &kTooManyNumbers, &kNoNotation, &kTooLarge};
+
+bool Read(const char *text, void *value, Why *why)
 {
     Numbers numbers;
-    if (!IsLong(text, kShortestTyped, kLongestTyped) || !ReadNumbers(text, ":", numbers) ||
-        numbers.shape != Shape("::")) {
+    if (ReadNotation(kText, Trim(text), numbers, why) == kNoFit) {
         return false;
     }
-    uint32_t words[kParts + 1] = {}; // the type word behind the parts
+    auto *bytes = static_cast<uint8_t *>(value);
     for (uint32_t i = 0; i < kParts; ++i) {
-        if (numbers.at[i] > UINT32_MAX) {
-            return false;
-        }
-        words[i] = static_cast<uint32_t>(numbers.at[i]);
+        Store(bytes + 4 * i, static_cast<uint32_t>(numbers.at[i]));
     }
-    std::memcpy(value, words, sizeof words);
+    Store(bytes + kTypeAt, uint32_t{0});
     return true;
 }
+
+// ---------------------------------------------------------------------------------------------------------- text out
 
 uint32_t PrintLargeCommunity(const uint8_t *value, uint32_t, char *buffer, uint32_t *printed)
 {
@@ -47,32 +63,32 @@ uint32_t PrintLargeCommunity(const uint8_t *value, uint32_t, char *buffer, uint3
     return Printed(Print(buffer, kTextSize - 1, "%u:%u:%u", {part(0), part(1), part(2)}), printed);
 }
 
-} // namespace
-
-const BgpLayout kLargeCommunityLayout = Layout(kFields, kLength);
-
-namespace {
+// -------------------------------------------------------------------------------------------------------- operations
 
 // The mode sets are this type's own: mode 6 is no text mode on the way in, every mode but 4 is one on the way out.
-constexpr FormatInRule kIn{
-    .typeId = 321, .length = kLength, .modes = {Modes(1, 2), Modes(0, 3, 5, 6)}, .parse = SYSDT_Str2LargeCommunity};
+constexpr FormatInRule kIn{.typeId = 321, .length = kLength, .modes = {Modes(1, 2), Modes(0, 3, 5, 6)}, .read = Read};
 constexpr FormatOutRule kOut{
     .modes = kAllButFour, .print = PrintLargeCommunity, .textSize = kTextSize, .valueSize = kLength};
 constexpr HelpRule kHelp{.text = "STRING<5-32>", .modes = Modes(1)};
-constexpr LuaRule kLua{.layout = kLargeCommunityLayout, .pops = 2};
+constexpr LuaRule kLua{.layout = kLayout, .pops = 2};
 
 } // namespace
 
+constinit const Type kLargeCommunity = MakeType({
+    .name = "LARGECOMMUNITY",
+    .description = "one BGP large community",
+    .reference = "RFC 8092",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .text = &kText,
+    .rules = kRules,
+    .lua = BGP_LUA_TYPED, // a script's type is cut to a byte
+});
+
 } // namespace bgp
 
-uint32_t SYSDT_Str2LargeCommunity(const char *text, void *value)
-{
-    if (text == nullptr || value == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
-    return bgp::Read(bgp::Trim(text), value) ? DT_OK : DT_ERR_FAIL;
-}
-
+BGP_STR2(SYSDT_Str2LargeCommunity, bgp::Read)
 BGP_FORMAT_IN(SYSDT_LargeCommunityFormatIn, bgp::kIn)
 BGP_FORMAT_OUT(SYSDT_LargeCommunityFormatOut, bgp::kOut)
 BGP_CHECK_LENGTH(SYSDT_LargeCommunityCheck, bgp::kLength)
@@ -80,4 +96,4 @@ BGP_HELP(SYSDT_LargeCommunityHelp, bgp::kHelp)
 BGP_COMPARE_BYTES(SYSDT_LargeCommunityCompare)
 BGP_LUA_SET(SYSDT_LargeCommunityLuaSet, bgp::kLua)
 BGP_LUA_GET(SYSDT_LargeCommunityLuaGet, bgp::kLua)
-BGP_ENDIAN(SYSDT_LargeCommunityEndian, bgp::kLargeCommunityLayout)
+BGP_ENDIAN(SYSDT_LargeCommunityEndian, bgp::kLayout)

@@ -53,7 +53,7 @@ const BgpLayout kSooLayout = Layout(kFields, kLength);
 
 namespace {
 
-constexpr FormatInRule kIn{.typeId = 260, .length = kLength, .modes = kTextOnly, .parse = SYSDT_Str2Soo};
+constexpr FormatInRule kIn{.typeId = 260, .length = kLength, .modes = kTextOnly, .read = Unexplained<SYSDT_Str2Soo>};
 constexpr FormatOutRule kOut{.modes = kTextOrRaw,
                              .print = PrintSoo,
                              .textSize = kTextSize,

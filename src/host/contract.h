@@ -4,8 +4,9 @@
 #ifndef BGP_HOST_CONTRACT_H
 #define BGP_HOST_CONTRACT_H
 
-#include "bgp_host_services.h"
 #include "host/bytes.h"
+#include "bgp_host_services.h"
+#include "host/refusal.h"
 
 #include <cstdint>
 
@@ -85,19 +86,35 @@ inline uint32_t NoMemory(Result result)
 // The largest stored value: an AS number list.
 inline constexpr uint32_t kLargestValue = 1280;
 
-// A text to a value. The value is zeroed beforehand; 0 on success.
-using Parser = uint32_t (*)(const char *text, void *value);
-// The same for parsers that take scratch memory, by the request's handle.
-using ParserByHandle = uint32_t (*)(uint32_t memoryHandle, const char *text, void *value);
+// A text to a value, which is zeroed beforehand. False when the text is refused, with the reason noted where `why` is
+// not null; the value may have been written then.
+using Reader = bool (*)(const char *text, void *value, Why *why);
+// The same for readers that take scratch memory, by the request's handle.
+using ReaderByHandle = bool (*)(uint32_t memoryHandle, const char *text, void *value, Why *why);
+
+// Until the last reader says why it refuses.
+inline constexpr BgpRule kUnexplained{"unexplained", "the text is refused", 0};
+
+template <auto Parse>
+bool Unexplained(const char *text, void *value, Why *why)
+{
+    return Parse(text, value) == DT_OK || Refuse(why, {text, 0}, kUnexplained);
+}
+
+template <auto Parse>
+bool UnexplainedByHandle(uint32_t memoryHandle, const char *text, void *value, Why *why)
+{
+    return Parse(memoryHandle, text, value) == DT_OK || Refuse(why, {text, 0}, kUnexplained);
+}
 
 struct FormatInRule {
     uint16_t typeId; // reported with the value
     uint16_t length; // bytes of the value
     ModeRule modes;
-    Parser parse;
-    uint32_t refusal = DT_ERR_INVALID_VALUE; // whatever code the parser gave
+    Reader read;
+    uint32_t refusal = DT_ERR_INVALID_VALUE; // of a text that is not read
     Memory memory = Memory::kByHandle;
-    ParserByHandle parseByHandle = nullptr; // instead of parse
+    ReaderByHandle readByHandle = nullptr; // instead of read
 };
 
 // The last step of FormatIn, for the types whose first steps are their own: reports rule.typeId and rule.length and
@@ -116,6 +133,14 @@ inline uint32_t HandOver(const FormatInRule &rule, const DataTypeRequest &reques
     return DT_OK;
 }
 
+[[gnu::always_inline]] inline bool ReadValue(const FormatInRule &rule, const DataTypeRequest &request, const char *text,
+                                             void *value, Why *why)
+{
+    std::memset(value, 0, rule.length);
+    return rule.readByHandle != nullptr ? rule.readByHandle(request.MemoryHandle, text, value, why)
+                                        : rule.read(text, value, why);
+}
+
 // Inlined into each operation on purpose, as is FormatOut: the rule is a constant there, and what it does not ask for
 // is not in the code.
 [[gnu::always_inline]] inline uint32_t FormatIn(const FormatInRule &rule, const DataTypeRequest *request,
@@ -128,14 +153,11 @@ inline uint32_t HandOver(const FormatInRule &rule, const DataTypeRequest &reques
         return code;
     }
     uint8_t value[kLargestValue];
-    std::memset(value, 0, rule.length);
-    const uint32_t code = rule.parseByHandle != nullptr ? rule.parseByHandle(request->MemoryHandle, text, value)
-                                                        : rule.parse(text, value);
-    if (code != DT_OK) {
-        return rule.refusal;
-    }
-    return HandOver(rule, *request, value, result);
+    return ReadValue(rule, *request, text, value, nullptr) ? HandOver(rule, *request, value, result) : rule.refusal;
 }
+
+// FormatIn up to the result, with the reason for a refusal. The answer is FormatIn's.
+uint32_t Explain(const FormatInRule &rule, const DataTypeRequest &request, const char *text, Why &why);
 
 // --------------------------------------------------------------------------------------------------------- FormatOut
 
@@ -171,7 +193,8 @@ struct FormatOutRule {
     uint32_t subType = 0;
 };
 
-inline constexpr uint16_t kTextSize = 257; // the text buffer of most types; printing stops one short of it
+inline constexpr uint16_t kTextSize = 257;             // the text buffer of most types ...
+inline constexpr uint32_t kPrintLimit = kTextSize - 1; // ... of which printing uses so much, terminator included
 
 // The largest value that is read as if zeros followed it: a BGP-LS key.
 inline constexpr uint32_t kLargestExtended = 228;

@@ -6,6 +6,16 @@
 
 #include "host/contract.h"
 
+// A reader under its exported name, for whoever has a text and room for a value: 0, DT_ERR_NULL_PTR or DT_ERR_FAIL.
+#define BGP_STR2(name, reader)                                                                                         \
+    uint32_t name(const char *text, void *value)                                                                       \
+    {                                                                                                                  \
+        if (text == nullptr || value == nullptr) {                                                                     \
+            return DT_ERR_NULL_PTR;                                                                                    \
+        }                                                                                                              \
+        return reader(text, value, nullptr) ? DT_OK : DT_ERR_FAIL;                                                     \
+    }
+
 #define BGP_FORMAT_IN(name, rule)                                                                                      \
     uint32_t name(const DataTypeRequest *request, uint32_t, uint32_t, char *text, uint16_t *outTypeId,                 \
                   uint16_t *outLength, void **outBuffer)                                                               \

@@ -57,14 +57,14 @@ struct PackedListRule {
 };
 
 // Takes the first item off a trimmed text, with the blanks behind it.
-inline Text TakeItem(Text &rest)
+inline Text TakeItem(Text &rest, Blanks &blanks)
 {
     uint32_t length = 0;
-    while (length < rest.length && !IsBlank(rest.at[length])) {
+    while (length < rest.length && !IsBlank(blanks, rest.at[length])) {
         ++length;
     }
     const Text item{rest.at, length};
-    while (length < rest.length && IsBlank(rest.at[length])) {
+    while (length < rest.length && IsBlank(blanks, rest.at[length])) {
         ++length;
     }
     rest = {rest.at + length, rest.length - length};
@@ -73,8 +73,9 @@ inline Text TakeItem(Text &rest)
 
 inline bool CanBeCut(const PackedListRule &rule, Text text)
 {
+    Blanks blanks;
     for (uint32_t items = 0; text.length != 0; ++items) {
-        const Text item = TakeItem(text);
+        const Text item = TakeItem(text, blanks);
         if (items == rule.count || item.length > rule.longestItem) {
             return false;
         }
@@ -101,9 +102,10 @@ inline bool CanBeCut(const PackedListRule &rule, Text text)
     }
     auto *at = static_cast<uint8_t *>(value);
     const uint8_t *const end = at + rule.Length();
+    Blanks blanks;
     for (; rest.length != 0; at += kPackedEntrySize) {
         PackedEntry entry;
-        if (at == end || !rule.read(memoryHandle, TakeItem(rest), entry)) {
+        if (at == end || !rule.read(memoryHandle, TakeItem(rest, blanks), entry)) {
             return DT_ERR_FAIL;
         }
         StoreEntry(at, entry);

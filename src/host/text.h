@@ -4,6 +4,7 @@
 #define BGP_HOST_TEXT_H
 
 #include "bgp_host_services.h"
+#include "host/refusal.h"
 
 #include <cstdint>
 #include <cstring>
@@ -13,15 +14,10 @@ namespace bgp {
 
 // ------------------------------------------------------------------------------------------------------------- input
 
-// A piece of a text: not terminated, never written to.
-struct Text {
-    const char *at;
-    uint32_t length;
-};
-
-inline bool IsBlank(char character)
+// No host takes a graphic ASCII character for a blank. About any other the host is asked.
+inline bool IsGraphic(char character)
 {
-    return character == ' ' || character == '\t';
+    return character >= '!' && character <= '~';
 }
 
 inline bool IsDigit(char character)
@@ -34,33 +30,111 @@ inline bool IsHexDigit(char character)
     return IsDigit(character) || (character >= 'A' && character <= 'F') || (character >= 'a' && character <= 'f');
 }
 
-// The text without the blanks around it, however many.
+// The white space of the C locale, vertical kinds included, which a scan by format skips before a number or a word:
+// wider than the blanks that are trimmed, and the same for all hosts.
+inline bool IsWhiteSpace(char character)
+{
+    return character == ' ' || (character >= '\t' && character <= '\r');
+}
+
+// The text without what the host's service trims at its ends. The service works on copies of the characters there that
+// are not graphic; the caller's text is left alone. A service that answers null gives a null piece.
+using TrimService = char *(*)(char *text);
+Text TrimBy(TrimService service, Text text);
+Text TrimByHost(Text text);
+
+// The text without the blanks around it, however many: by SYSDT_BTrim(), which need not be asked about texts that begin
+// and end with a graphic character.
+inline Text Trim(Text text)
+{
+    const bool bare = text.length == 0 || (IsGraphic(text.at[0]) && IsGraphic(text.at[text.length - 1]));
+    return bare ? text : TrimByHost(text);
+}
+
 inline Text Trim(const char *text)
 {
-    while (IsBlank(*text)) {
-        ++text;
-    }
-    size_t length = std::strlen(text);
-    while (length > 0 && IsBlank(text[length - 1])) {
-        --length;
-    }
-    return {text, static_cast<uint32_t>(length)};
+    return Trim(Text{text, static_cast<uint32_t>(std::strlen(text))});
 }
+
+// Whether the host (NCF_IsSpaceInString) finds a blank in the piece.
+bool HostFindsBlank(Text text);
+
+// The characters at the start of a piece that are graphic, in whole words of eight.
+uint32_t GraphicWords(Text text);
 
 inline bool HasBlank(Text text)
 {
-    for (uint32_t i = 0; i < text.length; ++i) {
-        if (IsBlank(text.at[i])) {
-            return true;
+    constexpr uint32_t kLong = 32; // where a scan by words pays
+    for (uint32_t i = text.length < kLong ? 0 : GraphicWords(text); i < text.length; ++i) {
+        if (!IsGraphic(text.at[i])) {
+            return HostFindsBlank({text.at + i, text.length - i});
         }
     }
     return false;
+}
+
+// The first blank of a piece that has one; where the host finds it in several characters together, the first that is
+// not graphic.
+[[gnu::cold]] void NoteBlank(const Why &why, Text text);
+
+// The same as !HasBlank(), with a reason.
+inline bool HasNoBlank(Text text, Why *why)
+{
+    if (!HasBlank(text)) {
+        return true;
+    }
+    if (why != nullptr) [[unlikely]] {
+        NoteBlank(*why, text);
+    }
+    return false;
+}
+
+[[gnu::cold]] void NoteCharacter(const Why &why, Text character, const BgpRule &rule);
+
+// Refuses a character by the rule, or because it is a blank: for parsers that want something else at the place.
+inline bool RefuseCharacter(Why *why, Text character, const BgpRule &rule)
+{
+    if (why != nullptr) [[unlikely]] {
+        NoteCharacter(*why, character, rule);
+    }
+    return false;
+}
+
+// The characters that part the items of a list. The host is asked once about each kind that a text has in a row.
+struct Blanks {
+    char asked = '!';
+    bool isBlank = false;
+};
+
+inline bool IsBlank(Blanks &blanks, char character)
+{
+    if (IsGraphic(character)) {
+        return false;
+    }
+    if (character != blanks.asked) {
+        blanks = {character, HostFindsBlank({&character, 1})};
+    }
+    return blanks.isBlank;
 }
 
 // Does the length lie in [least, most]?
 inline bool IsLong(Text text, uint32_t least, uint32_t most)
 {
     return text.length >= least && text.length <= most;
+}
+
+[[gnu::cold]] void NoteLength(const Why &why, Text text, uint32_t least, uint32_t most);
+
+// The same, with a reason.
+inline bool HasLength(Text text, uint32_t least, uint32_t most, Why *why)
+{
+    if (IsLong(text, least, most)) {
+        return true;
+    }
+    if (why != nullptr) [[unlikely]] {
+        NoteLength(*why, text, least, most);
+    }
+    return false;
 }
 
 // Copies the piece, terminated, for host services that want a terminated text. False when it does not fit in `size`.
@@ -74,87 +148,6 @@ inline bool Terminate(Text text, char *to, uint32_t size)
     return true;
 }
 
-// A text made of numbers with one separator between each two: "1.2.3.4:5" has the numbers 1 2 3 4 5 and the shape
-// "...:". The shape says which notation was typed.
-inline constexpr uint32_t kMostNumbers = 5;
-
-struct Numbers {
-    uint64_t at[kMostNumbers];
-    uint32_t shape;
-};
-
-// The separators of a shape packed into a word, so that shapes compare in one instruction. At most four separators.
-constexpr uint32_t Shape(const char *separators)
-{
-    uint32_t shape = 0;
-    while (*separators != '\0') {
-        shape = shape << 8 | static_cast<uint8_t>(*separators++);
-    }
-    return shape;
-}
-
-// The value of a digit of the base, 0xFF for any other character. Base 16 takes lower case only.
-template <uint32_t Base>
-constexpr uint32_t DigitValue(char character)
-{
-    const uint32_t decimal = static_cast<uint8_t>(character) - static_cast<uint32_t>('0');
-    if (decimal < 10) {
-        return decimal;
-    }
-    if constexpr (Base == 16) {
-        if (character >= 'a' && character <= 'f') {
-            return static_cast<uint32_t>(character - 'a') + 10;
-        }
-    }
-    return 0xFF;
-}
-
-// Reads one number of one or more digits, of any length; from UINT64_MAX / Base * Base on it saturates. Returns the
-// first character behind it, null when there is no digit.
-template <uint32_t Base = 10>
-inline const char *ReadNumber(const char *at, const char *end, uint64_t *number)
-{
-    constexpr uint64_t kLast = UINT64_MAX / Base; // one more digit may overflow beyond this
-    const char *const start = at;
-    uint64_t value = 0;
-    for (uint32_t digit; at < end && (digit = DigitValue<Base>(*at)) != 0xFF; ++at) {
-        value = value >= kLast ? UINT64_MAX : value * Base + digit;
-    }
-    *number = value;
-    return at == start ? nullptr : at;
-}
-
-// Reads a whole text of numbers. `separators` lists the characters that may separate them. False when the text holds
-// any other character, when a number is missing, or when there are more than kMostNumbers.
-template <uint32_t Base = 10>
-inline bool ReadNumbers(Text text, const char *separators, Numbers &numbers)
-{
-    const char *at = text.at;
-    const char *const end = at + text.length;
-    numbers.shape = 0;
-    for (uint32_t count = 0; count < kMostNumbers; ++count) {
-        at = ReadNumber<Base>(at, end, &numbers.at[count]);
-        if (at == nullptr) {
-            return false;
-        }
-        if (at == end) {
-            return true;
-        }
-        const char separator = *at++;
-        const char *allowed = separators;
-        while (*allowed != separator) {
-            if (*allowed++ == '\0') {
-                return false;
-            }
-        }
-        if (separator == '\0') {
-            return false;
-        }
-        numbers.shape = numbers.shape << 8 | static_cast<uint8_t>(separator);
-    }
-    return false;
-}
-
 // ------------------------------------------------------------------------------------------------------------ output
 
 // One argument of a format: a number or a text.
@@ -165,9 +158,63 @@ struct Argument {
     const char *text;
 };
 
-// Writes format with its arguments into at most `room` bytes, terminator included, cutting what does not fit; returns
-// the characters written. The conversions are those of the types' formats: a number (%u %hu %hhu %llu %d), two-digit
-// hexadecimal (%02x %.2x %02hx), plain hexadecimal (%x), a text (%s), a character (%c).
+// A text that grows at its end; what does not fit is cut. Putting leaves it without a terminator, formatting and
+// printing terminate it.
+struct GrowingText {
+    char *start;
+    char *at;  // where the next character goes
+    char *end; // the last place, kept for the terminator
+};
+
+// An empty text in `size` bytes, of which there is at least one.
+inline GrowingText GrowIn(char *buffer, uint32_t size)
+{
+    return {buffer, buffer, buffer + size - 1};
+}
+
+inline uint32_t Length(const GrowingText &text)
+{
+    return static_cast<uint32_t>(text.at - text.start);
+}
+
+inline void Put(GrowingText &text, char character)
+{
+    if (text.at < text.end) {
+        *text.at++ = character;
+    }
+}
+
+inline void Put(GrowingText &text, Text piece)
+{
+    for (uint32_t i = 0; i < piece.length; ++i) {
+        Put(text, piece.at[i]);
+    }
+}
+
+inline void Put(GrowingText &text, const char *words)
+{
+    for (; *words != '\0'; ++words) {
+        Put(text, *words);
+    }
+}
+
+inline void PutTimes(GrowingText &text, char character, uint32_t count)
+{
+    for (; count > 0 && text.at < text.end; --count) {
+        *text.at++ = character;
+    }
+}
+
+// Appends format with its arguments. The conversions are those of the types' formats: a number (%u %hu %hhu %llu %d),
+// two-digit hexadecimal (%02x %.2x %02hx), plain hexadecimal (%x), a text (%s), a character (%c).
+void Format(GrowingText &text, const char *format, const Argument *arguments);
+
+inline void Format(GrowingText &text, const char *format, std::initializer_list<Argument> arguments)
+{
+    Format(text, format, arguments.begin());
+}
+
+// The same into `room` bytes, terminator included; returns the characters written.
 uint32_t Format(char *to, uint32_t room, const char *format, const Argument *arguments);
 
 // Formats into buffer: at most size - 1 characters and a terminator, through the host's bounded formatter, which has
@@ -177,6 +224,15 @@ int32_t Print(char *buffer, uint32_t size, const char *format, const Argument *a
 inline int32_t Print(char *buffer, uint32_t size, const char *format, std::initializer_list<Argument> arguments)
 {
     return Print(buffer, size, format, arguments.begin());
+}
+
+// Appends what the host's bounded formatter makes of it. False, with the text as it was, when the host refuses, or has
+// filled more than there was room for.
+bool Print(GrowingText &text, const char *format, const Argument *arguments);
+
+inline bool Print(GrowingText &text, const char *format, std::initializer_list<Argument> arguments)
+{
+    return Print(text, format, arguments.begin());
 }
 
 // A ready text through the host's bounded formatter, the one road by which text leaves the plug-in.

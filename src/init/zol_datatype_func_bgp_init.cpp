@@ -1,6 +1,7 @@
 // The two descriptor tables and the walk that hands their rows to the host. The order of the rows is the order of
 // registration. This source alone sees all types.
 #include "asnum/asnum.h"
+#include "bgp_datatypes/evpn.h"
 #include "bgp_host_services.h"
 #include "bgpls/bgpls.h"
 #include "community/community.h"
@@ -8,6 +9,8 @@
 #include "prefix/prefix.h"
 #include "rdrt/rdrt.h"
 #include "types/types.h"
+
+#include <iterator>
 
 namespace {
 
@@ -168,31 +171,22 @@ struct Description {
 };
 
 constexpr Description kDescriptions[] = {
-    {255, &bgp::kAsNumLayout},
     {256, &bgp::kCommunityLayout},
     {257, &bgp::kExtCommunityLayout},
     {258, &bgp::kVrfRtLayout},
     {259, &bgp::kVrfRdLayout},
     {260, &bgp::kSooLayout},
     {278, &bgp::kRtpRdLayout},
-    {279, nullptr, bgp::DescribeBolPrefix},
     {280, &bgp::kBolRdLayout},
-    {281, nullptr, bgp::DescribeBolPrefix},
     {284, &bgp::kTimeRangeLayout},
-    {285, &bgp::kAsNumLayout},
     {290, &bgp::kAttrIdBitmapLayout},
     {292, &bgp::kCvrfNameLayout},
-    {294, nullptr, bgp::DescribeBolPrefix},
-    {295, nullptr, bgp::DescribeBolPrefix},
-    {296, nullptr, bgp::DescribeBolPrefix},
     {303, &bgp::kVpnIdLayout},
     {320, &bgp::kVrfRtV6Layout},
-    {321, &bgp::kLargeCommunityLayout},
     {325, &bgp::kAsNumListLayout},
     {326, &bgp::kCommunityListLayout},
     {328, &bgp::kSidStructureLayout},
     {329, &bgp::kExtCommunityBwLayout},
-    {1299, nullptr, bgp::DescribeBgpLs},
     {1300, &bgp::kExtCommunityComprLayout},
 };
 
@@ -215,12 +209,67 @@ uint32_t Bgp_InitDataType(uint32_t handle)
     return DT_OK;
 }
 
+namespace {
+
+// The types in the order of their rows.
+constexpr const bgp::Type *kTypes[] = {
+    &bgp::kAsNum,     &bgp::kLargeCommunity, &bgp::kBgpLsPrefix, &bgp::kBolPrefix, &bgp::kVpnv4McPrefix,
+    &bgp::kMdtPrefix, &bgp::kL2vpnPrefix,    &bgp::kAsNumExt,    &bgp::kEvnPrefix,
+};
+
+const bgp::Type *FindType(uint32_t typeId)
+{
+    for (const bgp::Type *type : kTypes) {
+        if (type->facts.TypeId == typeId) {
+            return type;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+const BgpTypeFacts *Bgp_DescribeType(uint32_t typeId)
+{
+    const bgp::Type *type = FindType(typeId);
+    return type != nullptr ? &type->facts : nullptr;
+}
+
+const BgpTypeFacts *Bgp_TypeAt(uint32_t index)
+{
+    return index < std::size(kTypes) ? &kTypes[index]->facts : nullptr;
+}
+
+const BgpTypeFacts *Bgp_DescribeSubType(uint32_t typeId, uint32_t subType)
+{
+    const bgp::Type *type = FindType(typeId);
+    return type != nullptr && subType < type->subTypeCount ? &type->subTypes[subType]->facts : nullptr;
+}
+
 const BgpLayout *Bgp_DescribeValue(uint32_t typeId, const void *value, uint32_t length)
 {
+    const bgp::Type *type = FindType(typeId);
+    if (type != nullptr) {
+        return type->describe != nullptr ? type->describe(value, length) : type->facts.Layout;
+    }
     for (const Description &description : kDescriptions) {
         if (description.typeId == typeId) {
             return description.describe != nullptr ? description.describe(value, length) : description.layout;
         }
     }
     return nullptr;
+}
+
+uint32_t Bgp_ExplainRefusal(const DataTypeRequest *request, uint32_t typeId, const char *text, BgpRefusal *refusal)
+{
+    if (refusal == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    *refusal = {};
+    const bgp::Type *type = FindType(typeId);
+    if (request == nullptr || text == nullptr || type == nullptr) {
+        refusal->Reason.Code = type == nullptr ? DT_ERR_TYPE_MISMATCH : DT_ERR_NULL_PTR;
+        return refusal->Reason.Code;
+    }
+    return bgp::Explain(*type, *request, text, *refusal);
 }

@@ -23,7 +23,7 @@ inline constexpr uint32_t kSdwanSubType = 16;
 // ------------------------------------------------------------------------------------------------------ text in, out
 
 // A parser of the fields behind the sub-type word, as the parser of a whole value.
-template <uint32_t SubType, Parser ParsePayload>
+template <uint32_t SubType, uint32_t (*ParsePayload)(const char *, void *)>
 uint32_t ParseKey(const char *text, void *value)
 {
     auto *bytes = static_cast<uint8_t *>(value);
@@ -39,9 +39,6 @@ uint32_t PrintKey(const uint8_t *value, uint32_t, char *buffer, uint32_t *printe
 {
     return PrintPayload(value + kPayloadAt, buffer, printed);
 }
-
-// Printing stops one short of the text buffer.
-inline constexpr uint32_t kPrintSize = kTextSize - 1;
 
 // The IPv4 word at `at`, four decimal octets.
 uint32_t PrintIpv4Word(const void *at, char *buffer, uint32_t *printed);

@@ -4,7 +4,7 @@
 #ifndef BGP_PREFIX_SCAN_H
 #define BGP_PREFIX_SCAN_H
 
-#include "host/text.h"
+#include "host/numbers.h"
 
 #include <cstdint>
 
@@ -16,12 +16,6 @@ struct Scanned {
     uint32_t numbers[kMostScanned]; // in the order of the format
     Text word;                      // what "%s" took
 };
-
-// The white space of the C locale, vertical kinds included: wider than the blanks that are trimmed.
-inline bool IsWhiteSpace(char character)
-{
-    return character == ' ' || (character >= '\t' && character <= '\r');
-}
 
 // Walks a format of "%u" (32 bits), "%hu" (16 bits), "%s" (characters up to white space) and literal characters.
 // Returns how many items were taken before the first that failed.

@@ -11,6 +11,8 @@
 //
 // Texts are counted by separators first and scanned afterwards, up to the last number of the notation: hexadecimal
 // letters and dashes behind it go unnoticed, so that 1:2ab is 1:2. Check, Help and Compare are those of other types.
+#include "bgp_datatypes/helpers.h"
+#include "bgp_datatypes/rdrt.h"
 #include "host/layout.h"
 #include "host/operations.h"
 #include "prefix/route_keys.h"
@@ -120,21 +122,6 @@ bool ReadForm(const Form &form, Text text, uint8_t *value)
     return true;
 }
 
-// One byte of one or two hexadecimal digits, of either case.
-const char *ReadHexByte(const char *at, const char *end, uint8_t *byte)
-{
-    while (at < end && IsWhiteSpace(*at)) {
-        ++at;
-    }
-    uint32_t number = 0;
-    uint32_t digits = 0;
-    for (; digits < 2 && at < end && BGP_DATATYPE_IsHex(*at) != 0; ++digits, ++at) {
-        number = number << 4 | DigitValue<16>(static_cast<char>(*at | 0x20)); // lower case
-    }
-    *byte = static_cast<uint8_t>(number);
-    return digits == 0 ? nullptr : at;
-}
-
 // "%02hx%02hx-%02hx%02hx-%02hx%02hx"
 bool ReadEsImport(Text text, uint8_t *value)
 {
@@ -146,7 +133,7 @@ bool ReadEsImport(Text text, uint8_t *value)
         if (dashed && (at == end || *at++ != '-')) {
             return false;
         }
-        at = ReadHexByte(at, end, &six[i]);
+        at = ScanHexByte(at, end, &six[i]);
         if (at == nullptr) {
             return false;
         }
@@ -215,27 +202,39 @@ uint32_t PrintVrfRtExt(const uint8_t *value, uint32_t mode, char *buffer, uint32
     return DT_OK;
 }
 
-} // namespace
-
-const BgpLayout kVrfRtExtLayout = Layout(kFields, kBolPrefixLength);
-
-namespace {
+constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 
 // LuaGet leaves the sub-type word to the composite.
 constexpr BgpLayout kRtLayout{kFields + 1, 2, kBolPrefixLength};
 
-constexpr FormatInRule kIn{
-    .typeId = kBolPrefixTypeId, .length = kBolPrefixLength, .modes = kTextOnly, .parse = SYSDT_Str2VrfRtExt};
+constexpr FormatInRule kIn{.typeId = kBolPrefixTypeId,
+                           .length = kBolPrefixLength,
+                           .modes = kTextOnly,
+                           .read = Unexplained<SYSDT_Str2VrfRtExt>};
 constexpr FormatOutRule kOut{.modes = kTextOrRaw,
                              .print = PrintVrfRtExt,
                              .textSize = kTextSize,
                              .valueSize = kBolPrefixLength,
                              .mode3 = Mode3::kTextAsRaw};
-constexpr LuaRule kLuaSet{.layout = kVrfRtExtLayout, .pops = 0};
+constexpr LuaRule kLuaSet{.layout = kLayout, .pops = 0};
 constexpr LuaRule kLuaGet{.layout = kRtLayout, .pops = 3};
-constexpr ReaderRule kReader{.layout = kVrfRtExtLayout, .pops = 3};
+constexpr ReaderRule kReader{.layout = kLayout, .pops = 3};
 
 } // namespace
+
+constinit const Type kVrfRtExt = MakeSubType({
+    .name = "VRFRTEXT",
+    .description = "a route target as a route key",
+    .reference = "RFC 4360, RFC 5668, RFC 7432",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .shortestText = 1,
+    .longestText = kLongestTyped,
+    .subType = kVrfRtExtSubType,
+    .lua = BGP_LUA_TYPED,
+    .traits = BGP_TRAIT_KEEPS_SUBTYPE,
+});
 
 } // namespace bgp
 

@@ -54,7 +54,7 @@ const BgpLayout kBolRdLayout = Layout(kFields, kLength);
 
 namespace {
 
-constexpr FormatInRule kIn{.typeId = 280, .length = kLength, .modes = kAllButFour, .parse = ParseBolRd};
+constexpr FormatInRule kIn{.typeId = 280, .length = kLength, .modes = kAllButFour, .read = Unexplained<ParseBolRd>};
 constexpr FormatOutRule kOut{
     .modes = kAllButFour, .print = PrintBolRd, .textSize = kTextSize, .valueSize = kLength, .mode3 = Mode3::kTextAsRaw};
 

@@ -71,7 +71,7 @@ uint32_t ParseNotation(const NotationRule &rule, const char *text, void *value)
     const Text trimmed = Trim(text);
     Numbers numbers;
     uint8_t notation = 0;
-    if (!IsLong(trimmed, kShortestNotation, kLongestNotation) || !ReadNumbers(trimmed, ".:", numbers) ||
+    if (!IsLong(trimmed, kShortestNotation, kLongestNotation) || !ReadNumbers(trimmed, ".:", numbers, nullptr) ||
         !Encode(rule, numbers, bytes, &notation)) {
         return DT_ERR_FAIL;
     }

@@ -16,7 +16,7 @@
 
 #include "host/bytes.h"
 #include "host/contract.h"
-#include "host/text.h"
+#include "host/numbers.h"
 
 #include <cstdint>
 
@@ -68,7 +68,6 @@ uint32_t ParseNotation(const NotationRule &rule, const char *text, void *value);
 // In this mode a value that was never set prints as the empty text, and texts are those that would be typed.
 inline constexpr uint32_t kPlainMode = 2;
 
-inline constexpr uint32_t kPrintLimit = kTextSize - 1; // terminator included
 inline constexpr uint32_t kAny = 0xFFFFFFFF;
 inline constexpr uint32_t kStyles = 2;
 

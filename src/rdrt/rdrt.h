@@ -2,7 +2,7 @@
 #ifndef BGP_RDRT_RDRT_H
 #define BGP_RDRT_RDRT_H
 
-#include "bgp_datatypes.h"
+#include "bgp_datatypes/rdrt.h"
 
 namespace bgp {
 

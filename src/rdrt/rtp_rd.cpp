@@ -64,7 +64,7 @@ bool ReadWildcard(Text text, Numbers &numbers)
     const auto head = static_cast<uint32_t>(colon - text.at) + 1;
     std::memcpy(number, text.at, head);
     number[head] = '0';
-    return star && ReadNumbers({number, head + 1}, ".:", numbers);
+    return star && ReadNumbers({number, head + 1}, ".:", numbers, nullptr);
 }
 
 // ---------------------------------------------------------------------------------------------------------- text out
@@ -84,7 +84,7 @@ const BgpLayout kRtpRdLayout = Layout(kFields, kLength);
 
 namespace {
 
-constexpr FormatInRule kIn{.typeId = 278, .length = kLength, .modes = kTextOnly, .parse = SYSDT_Str2RtpRd};
+constexpr FormatInRule kIn{.typeId = 278, .length = kLength, .modes = kTextOnly, .read = Unexplained<SYSDT_Str2RtpRd>};
 constexpr FormatOutRule kOut{.modes = kTextOnly, .print = PrintRtpRd, .textSize = kTextSize, .valueSize = kLength};
 constexpr HelpRule kHelp{.text = "STRING<3-21>"};
 constexpr LuaRule kLua{.layout = kRtpRdLayout, .pops = 3};
@@ -104,7 +104,7 @@ uint32_t SYSDT_Str2RtpRd(const char *text, void *value)
         return DT_ERR_FAIL;
     }
     bgp::Numbers numbers;
-    const bool wildcard = !bgp::ReadNumbers(trimmed, ".:", numbers);
+    const bool wildcard = !bgp::ReadNumbers(trimmed, ".:", numbers, nullptr);
     if ((wildcard && !bgp::ReadWildcard(trimmed, numbers)) ||
         !bgp::Encode(bgp::kTyped, numbers, bytes, bytes + bgp::kNotationAt)) {
         return DT_ERR_FAIL;

@@ -6,8 +6,8 @@
 //
 // Its results come from SYS_DataTypeMalloc, not from the request's memory handle.
 #include "host/layout.h"
+#include "host/numbers.h"
 #include "host/operations.h"
-#include "host/text.h"
 #include "rdrt/notation.h"
 #include "rdrt/rdrt.h"
 
@@ -37,7 +37,8 @@ static_assert(sizeof(VpnId) == kLength, "stored as it lies in memory");
 bool Read(Text text, VpnId &id)
 {
     Numbers numbers;
-    if (!IsLong(text, 1, kLongestTyped) || !ReadNumbers<16>(text, ":", numbers) || numbers.shape != Shape(":")) {
+    if (!IsLong(text, 1, kLongestTyped) || !ReadNumbers<16>(text, ":", numbers, nullptr) ||
+        numbers.shape != Shape(":")) {
         return false;
     }
     const uint64_t oui = numbers.at[0];
@@ -59,8 +60,11 @@ const BgpLayout kVpnIdLayout = Layout(kFields, kLength);
 
 namespace {
 
-constexpr FormatInRule kIn{
-    .typeId = 303, .length = kLength, .modes = kTextOnly, .parse = SYSDT_Str2VpnId, .memory = Memory::kPlain};
+constexpr FormatInRule kIn{.typeId = 303,
+                           .length = kLength,
+                           .modes = kTextOnly,
+                           .read = Unexplained<SYSDT_Str2VpnId>,
+                           .memory = Memory::kPlain};
 constexpr FormatOutRule kOut{.modes = kTextOrRaw,
                              .print = PrintVpnId,
                              .textSize = kTextSize,

@@ -50,7 +50,7 @@ uint32_t PrintVrfRd(const uint8_t *value, uint32_t mode, char *buffer, uint32_t 
 
 namespace {
 
-constexpr FormatInRule kIn{.typeId = 259, .length = kLength, .modes = kTextOnly, .parse = SYSDT_Str2VrfRd};
+constexpr FormatInRule kIn{.typeId = 259, .length = kLength, .modes = kTextOnly, .read = Unexplained<SYSDT_Str2VrfRd>};
 constexpr FormatOutRule kOut{
     .modes = kTextOrRaw, .print = PrintVrfRd, .textSize = kTextSize, .valueSize = kLength, .mode3 = Mode3::kTextAsRaw};
 constexpr HelpRule kHelp{.text = "STRING<3-21>"};

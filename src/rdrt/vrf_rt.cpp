@@ -48,7 +48,7 @@ const BgpLayout kVrfRtLayout = Layout(kFields, kLength);
 
 namespace {
 
-constexpr FormatInRule kIn{.typeId = 258, .length = kLength, .modes = kTextOnly, .parse = SYSDT_Str2VrfRt};
+constexpr FormatInRule kIn{.typeId = 258, .length = kLength, .modes = kTextOnly, .read = Unexplained<SYSDT_Str2VrfRt>};
 constexpr FormatOutRule kOut{
     .modes = kTextOrRaw, .print = PrintVrfRt, .textSize = kTextSize, .valueSize = kLength, .mode3 = Mode3::kTextAsRaw};
 constexpr HelpRule kHelp{.text = "STRING<3-21>"};

@@ -77,7 +77,8 @@ const BgpLayout kVrfRtV6Layout = Layout(kFields, kLength);
 
 namespace {
 
-constexpr FormatInRule kIn{.typeId = 320, .length = kLength, .modes = kTextOnly, .parse = SYSDT_Str2VrfRtV6};
+constexpr FormatInRule kIn{
+    .typeId = 320, .length = kLength, .modes = kTextOnly, .read = Unexplained<SYSDT_Str2VrfRtV6>};
 constexpr FormatOutRule kOut{.modes = kTextOrRaw,
                              .print = PrintVrfRtV6,
                              .textSize = kTextSize,

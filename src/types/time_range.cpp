@@ -5,8 +5,8 @@
 //
 // It can be typed and scripted; the host prints and compares it as the plain number that it is.
 #include "host/layout.h"
+#include "host/numbers.h"
 #include "host/operations.h"
-#include "host/text.h"
 #include "types/types.h"
 
 namespace bgp {
@@ -63,7 +63,7 @@ uint32_t Parse(const char *text, void *value)
 }
 
 constexpr FormatInRule kIn{
-    .typeId = 284, .length = 4, .modes = kTextOnly, .parse = Parse, .refusal = DT_ERR_INVALID_PARAM};
+    .typeId = 284, .length = 4, .modes = kTextOnly, .read = Unexplained<Parse>, .refusal = DT_ERR_INVALID_PARAM};
 constexpr HelpRule kHelp{.text = "STRING<8-15>"};
 
 } // namespace

@@ -2,7 +2,7 @@
 #ifndef BGP_TYPES_TYPES_H
 #define BGP_TYPES_TYPES_H
 
-#include "bgp_datatypes.h"
+#include "bgp_datatypes/types.h"
 
 namespace bgp {
 

@@ -27,9 +27,9 @@ link() {
 
 @test "every header stands by itself, as C and as C++" {
     count=0
-    for header in "$PREFIX"/include/*; do
-        case $header in *.h) cc -std=c11 $STRICT -fsyntax-only -x c "$header" ;; esac
-        c++ -std=c++20 $STRICT -fsyntax-only -x c++ "$header"
+    for header in $(find "$PREFIX/include" -type f); do
+        case $header in *.h) cc -std=c11 $STRICT "-I$PREFIX/include" -fsyntax-only -x c "$header" ;; esac
+        c++ -std=c++20 $STRICT "-I$PREFIX/include" -fsyntax-only -x c++ "$header"
         count=$((count + 1))
     done
     [ "$count" -ge 5 ]

@@ -1,5 +1,6 @@
 // All operations of all rows at once: several threads go over the texts of examples/values, each in its own order, and
 // must get what one thread alone got. The thread sanitizer (preset tsan) sees what results do not tell.
+#include "fuzz/item_list.h"
 #include "fuzz/subjects.h"
 #include "support/harness.h"
 
