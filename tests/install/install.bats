@@ -86,6 +86,14 @@ link() {
     [ "$(objdump -p host | sed -n 's/ *NEEDED *//p')" = libc.so.6 ]
 }
 
+@test "a host in a module of another program shows nothing of what it is made of" {
+    { cat "$BGP_SOURCES/tests/install/minimal_host.c"; echo 'int Module_Init(void); int Module_Init(void) { return main(0, 0); }'; } > module.c
+    echo '{ global: Module_*; local: *; };' > module.map
+    cc -shared -fPIC module.c -Wl,--version-script=module.map -Wl,-z,defs $(pkg-config --cflags bgp_host_common) \
+        "$LIBDIR/libbgp_datatypes.a" "$LIBDIR/libbgp_host_common.a" -o module.so
+    [ "$(nm -D --defined-only module.so | sed 's/.* //')" = Module_Init ]
+}
+
 @test "a tree that was moved still serves pkg-config" {
     cp -a "$PREFIX" moved
     rm -rf "$PWD/elsewhere" && mv moved elsewhere
