@@ -260,7 +260,7 @@ typedef struct {
 /* A rule that a text can break. */
 typedef struct {
     const char *Name;  /* for programs, does not change: "too-large" */
-    const char *Words; /* for people; "{what}" and "{limit}" stand for those of the refusal */
+    const char *Words; /* for people; "{what}", "{limit}" and "{hex}" stand for the refusal's What and Limit */
     uint8_t FormHolds; /* 1: what stands at the place is well formed, only its size is not right */
 } BgpRule;
 
@@ -299,7 +299,10 @@ BGP_DATATYPES_API const BgpTypeFacts *Bgp_DescribeSubType(uint32_t typeId, uint3
 
 /* --------------------------------------------------------------------------------------------- refusals of a text */
 
-/* Words that may stand at a place: Count rows of Stride bytes, each beginning with a pointer to a word. */
+/*
+ * Words that may stand at a place: Count rows of Stride bytes, each beginning with a pointer to a word. Rows with the
+ * same word stand together; Bgp_ExpectedWord() tells it once.
+ */
 typedef struct {
     const void *First;
     uint32_t Count;
@@ -342,7 +345,7 @@ BGP_DATATYPES_API uint32_t Bgp_ExplainRefusal(const DataTypeRequest *request, ui
  * size bytes, terminator included, cutting what does not fit; returns the characters of the whole sentence.
  */
 BGP_DATATYPES_API uint32_t Bgp_SayReason(const BgpReason *reason, char *buffer, uint32_t size);
-/* The index-th of the words that are expected; null behind the last. */
+/* The index-th of the words that are expected, each told once; null behind the last. */
 BGP_DATATYPES_API const char *Bgp_ExpectedWord(const BgpReason *reason, uint32_t index);
 
 /* ----------------------------------------------------------------------------------------------- registration */

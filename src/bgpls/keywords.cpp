@@ -2,8 +2,8 @@
 // group's content wins.
 #include "bgpls/parser.h"
 
+#include "bgp_host_services.h"
 #include "host/bytes.h"
-#include "host/host_services.h"
 
 namespace bgp {
 

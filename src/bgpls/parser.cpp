@@ -209,17 +209,11 @@ uint32_t BgpLsParseDiscard(uint32_t flag, char *, void *, BgpLsParseContext *con
 
 namespace {
 
-// Keys are long enough for a search to pay.
-bool IsBlankless(Text text)
-{
-    return std::memchr(text.at, ' ', text.length) == nullptr && std::memchr(text.at, '\t', text.length) == nullptr;
-}
-
 // Null when the text cannot be a key or the host gives no memory.
 BgpLsParseContext *SYSDT_CreateLsPrefixParseContext(const char *text, uint8_t *record)
 {
     const Text trimmed = Trim(text);
-    if (!IsLong(trimmed, 1, kLongestKey) || !IsBlankless(trimmed)) {
+    if (!IsLong(trimmed, 1, kLongestKey) || HasBlank(trimmed)) {
         return nullptr;
     }
     auto *context = static_cast<BgpLsParseContext *>(SYS_DataTypeMalloc(sizeof(BgpLsParseContext)));

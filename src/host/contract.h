@@ -5,7 +5,7 @@
 #define BGP_HOST_CONTRACT_H
 
 #include "host/bytes.h"
-#include "host/host_services.h"
+#include "bgp_host_services.h"
 #include "host/refusal.h"
 
 #include <cstdint>

@@ -23,7 +23,7 @@ namespace {
 uint32_t FirstMisfit(const BgpNotation &notation, const Numbers &numbers)
 {
     uint32_t i = 0;
-    while (i < CountNumbers(notation) && numbers.at[i] >= notation.Smallest[i] &&
+    while (HasNumber(numbers.shape, i) && numbers.at[i] >= notation.Smallest[i] &&
            numbers.at[i] <= notation.Largest[i]) {
         ++i;
     }
@@ -38,11 +38,11 @@ void RefuseNotation(const NumbersRule &rule, Text text, const Numbers &numbers, 
     uint32_t misfit = 0;
     for (uint32_t i = 0; i < rule.count; ++i) {
         const BgpNotation &notation = rule.notations[i];
-        if (Shape(notation.Separators) != numbers.shape) {
+        if (rule.shapes[i] != numbers.shape) {
             continue;
         }
         const uint32_t first = FirstMisfit(notation, numbers);
-        if (meant == nullptr || first > misfit) {
+        if (first >= misfit) {
             meant = &notation;
             misfit = first;
         }
@@ -53,7 +53,10 @@ void RefuseNotation(const NumbersRule &rule, Text text, const Numbers &numbers, 
     }
     StandsIn(&why, meant->When);
     const bool small = numbers.at[misfit] < meant->Smallest[misfit];
-    Refuse(&why, NumberAt(text, misfit), small ? kTooSmall : kTooLarge,
+    Refuse(&why, NumberAt(text, misfit),
+           small             ? kTooSmall
+           : rule.base == 16 ? kTooLargeHex
+                             : kTooLarge,
            small ? meant->Smallest[misfit] : meant->Largest[misfit], meant->Names[misfit]);
 }
 

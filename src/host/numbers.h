@@ -7,6 +7,7 @@
 #include "host/text.h"
 
 #include <cstdint>
+#include <utility>
 
 namespace bgp {
 
@@ -36,8 +37,9 @@ constexpr uint32_t DigitValue(char character)
         return decimal;
     }
     if constexpr (Base == 16) {
-        if (character >= 'a' && character <= 'f') {
-            return static_cast<uint32_t>(character - 'a') + 10;
+        const uint32_t letter = decimal - ('a' - '0');
+        if (letter < 6) {
+            return letter + 10;
         }
     }
     return 0xFF;
@@ -52,7 +54,11 @@ inline const char *ReadNumber(const char *at, const char *end, uint64_t *number)
     const char *const start = at;
     uint64_t value = 0;
     for (uint32_t digit; at < end && (digit = DigitValue<Base>(*at)) != 0xFF; ++at) {
-        value = value >= kLast ? UINT64_MAX : value * Base + digit;
+        if (value < kLast) [[likely]] {
+            value = value * Base + digit;
+        } else {
+            value = UINT64_MAX;
+        }
     }
     *number = value;
     return at == start ? nullptr : at;
@@ -74,6 +80,13 @@ inline const char *ScanHexByte(const char *at, const char *end, uint8_t *byte)
     return digits == 0 ? nullptr : at;
 }
 
+// The rule that a character breaks where a digit may stand; `otherwise`, unless it is a digit in upper case.
+template <uint32_t Base>
+constexpr const BgpRule &NoDigit(char character, const BgpRule &otherwise)
+{
+    return Base == 16 && character >= 'A' && character <= 'F' ? kUpperCase : otherwise;
+}
+
 // Reads a whole text of numbers. `separators` lists the characters that may separate them. False when the text holds
 // any other character, when a number is missing, or when there are more than kMostNumbers.
 template <uint32_t Base = 10>
@@ -81,27 +94,28 @@ inline bool ReadNumbers(Text text, const char *separators, Numbers &numbers, Why
 {
     const char *at = text.at;
     const char *const end = at + text.length;
-    numbers.shape = 0;
+    uint32_t shape = 0;
     for (uint32_t count = 0; count < kMostNumbers; ++count) {
         const char *const start = at;
         at = ReadNumber<Base>(at, end, &numbers.at[count]);
         if (at == nullptr) {
-            return RefuseCharacter(why, {start, start < end}, kNoDigit);
+            return RefuseCharacter(why, {start, start < end}, start < end ? NoDigit<Base>(*start, kNoDigit) : kNoDigit);
         }
         if (at == end) {
+            numbers.shape = shape;
             return true;
         }
         const char separator = *at;
         const char *allowed = separators;
         while (*allowed != separator) {
             if (*allowed++ == '\0') {
-                return RefuseCharacter(why, {at, 1}, kWrongCharacter);
+                return RefuseCharacter(why, {at, 1}, NoDigit<Base>(separator, kWrongCharacter));
             }
         }
         if (separator == '\0') {
             return RefuseCharacter(why, {at, 1}, kWrongCharacter);
         }
-        numbers.shape = numbers.shape << 8 | static_cast<uint8_t>(separator);
+        shape = shape << 8 | static_cast<uint8_t>(separator);
         ++at;
     }
     return Refuse(why, {at - 1, 1}, kTooManyNumbers, kMostNumbers);
@@ -112,43 +126,49 @@ Text NumberAt(Text text, uint32_t index);
 
 // ---------------------------------------------------------------------------------------------------------- notations
 
-constexpr uint32_t CountNumbers(const BgpNotation &notation)
+// Does a text of the shape have a number of that index? One more than it has separators.
+constexpr bool HasNumber(uint32_t shape, uint32_t index)
 {
-    uint32_t count = 1;
-    for (const char *separator = notation.Separators; *separator != '\0'; ++separator) {
-        ++count;
-    }
-    return count;
+    return index == 0 || uint64_t{shape} >> (8 * (index - 1)) != 0;
 }
 
-// Has the text the notation's separators, and no number that is too small or too large?
-[[gnu::always_inline]] inline bool Fits(const BgpNotation &notation, const Numbers &numbers)
-{
-    if (Shape(notation.Separators) != numbers.shape) {
-        return false;
-    }
-    for (uint32_t i = 0; i < CountNumbers(notation); ++i) {
-        if (numbers.at[i] < notation.Smallest[i] || numbers.at[i] > notation.Largest[i]) {
-            return false;
-        }
-    }
-    return true;
-}
+inline constexpr uint32_t kMostNotations = 4; // of a type
 
-// The texts of a type: how long they are, and their notations in the order in which they are tried.
+// The texts of a type: how long they are, and their notations in the order in which they are tried. Those that have the
+// same separators stand in the order of their numbers.
 struct NumbersRule {
     uint16_t shortest;
     uint16_t longest;
     const char *separators; // all that occur
     const BgpNotation *notations;
     uint32_t count;
+    uint32_t shapes[kMostNotations];
+    uint8_t base;
 };
 
 template <uint32_t Count>
-constexpr NumbersRule NumbersText(uint16_t shortest, uint16_t longest, const char *separators,
-                                  const BgpNotation (&notations)[Count])
+consteval NumbersRule NumbersText(uint16_t shortest, uint16_t longest, const char *separators,
+                                  const BgpNotation (&notations)[Count], uint8_t base = 10)
 {
-    return {shortest, longest, separators, notations, Count};
+    static_assert(Count <= kMostNotations);
+    NumbersRule rule{shortest, longest, separators, notations, Count, {}, base};
+    for (uint32_t i = 0; i < Count; ++i) {
+        rule.shapes[i] = Shape(notations[i].Separators);
+    }
+    return rule;
+}
+
+// Has the text the separators of the rule's index-th notation, and no number that is too small or too large? Without
+// loops, so that a constant rule leaves nothing but its comparisons.
+template <uint32_t... I>
+[[gnu::always_inline]] inline bool Fits(const NumbersRule &rule, uint32_t index, const Numbers &numbers,
+                                        std::integer_sequence<uint32_t, I...>)
+{
+    const BgpNotation &notation = rule.notations[index];
+    const uint32_t shape = rule.shapes[index];
+    return index < rule.count && shape == numbers.shape &&
+           ((!HasNumber(shape, I) || (numbers.at[I] >= notation.Smallest[I] && numbers.at[I] <= notation.Largest[I])) &&
+            ...);
 }
 
 inline constexpr uint32_t kNoFit = 0xFFFFFFFF;
@@ -157,28 +177,39 @@ inline constexpr uint32_t kNoFit = 0xFFFFFFFF;
 // is the one that was meant.
 [[gnu::cold]] void RefuseNotation(const NumbersRule &rule, Text text, const Numbers &numbers, Why &why);
 
+template <uint32_t... I>
+[[gnu::always_inline]] inline uint32_t FirstThatFits(const NumbersRule &rule, const Numbers &numbers,
+                                                     std::integer_sequence<uint32_t, I...>)
+{
+    constexpr std::make_integer_sequence<uint32_t, kMostNumbers> kEach;
+    uint32_t found = kNoFit;
+    static_cast<void>(((Fits(rule, I, numbers, kEach) && (found = I, true)) || ...));
+    return found;
+}
+
 // The index of the first notation that fits, kNoFit when none does.
 [[gnu::always_inline]] inline uint32_t FindNotation(const NumbersRule &rule, Text text, const Numbers &numbers,
                                                     Why *why)
 {
-    for (uint32_t i = 0; i < rule.count; ++i) {
-        if (Fits(rule.notations[i], numbers)) {
-            return i;
-        }
-    }
-    if (why != nullptr) [[unlikely]] {
+    const uint32_t found = FirstThatFits(rule, numbers, std::make_integer_sequence<uint32_t, kMostNotations>());
+    if (found == kNoFit && why != nullptr) [[unlikely]] {
         RefuseNotation(rule, text, numbers, *why);
     }
-    return kNoFit;
+    return found;
+}
+
+// A trimmed text to its numbers, which may still fit no notation.
+[[gnu::always_inline]] inline bool ReadNumbersOf(const NumbersRule &rule, Text text, Numbers &numbers, Why *why)
+{
+    return HasLength(text, rule.shortest, rule.longest, why) &&
+           (rule.base == 16 ? ReadNumbers<16>(text, rule.separators, numbers, why)
+                            : ReadNumbers<10>(text, rule.separators, numbers, why));
 }
 
 // A trimmed text to its numbers; the index of its notation, or kNoFit.
-template <uint32_t Base = 10>
 [[gnu::always_inline]] inline uint32_t ReadNotation(const NumbersRule &rule, Text text, Numbers &numbers, Why *why)
 {
-    const bool read =
-        HasLength(text, rule.shortest, rule.longest, why) && ReadNumbers<Base>(text, rule.separators, numbers, why);
-    return read ? FindNotation(rule, text, numbers, why) : kNoFit;
+    return ReadNumbersOf(rule, text, numbers, why) ? FindNotation(rule, text, numbers, why) : kNoFit;
 }
 
 // What most types of numbers refuse with; a type whose texts break others beside them, or cannot break one, has a list

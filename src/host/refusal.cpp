@@ -40,13 +40,13 @@ void Put(Sentence &sentence, const char *words)
     Put(sentence, words, std::strlen(words));
 }
 
-void PutNumber(Sentence &sentence, uint64_t number)
+void PutNumber(Sentence &sentence, uint64_t number, uint32_t base)
 {
     char digits[20];
     char *at = digits + sizeof digits;
     do {
-        *--at = static_cast<char>('0' + number % 10);
-        number /= 10;
+        *--at = "0123456789abcdef"[number % base];
+        number /= base;
     } while (number != 0);
     Put(sentence, at, static_cast<size_t>(digits + sizeof digits - at));
 }
@@ -55,13 +55,17 @@ void PutRule(Sentence &sentence, const BgpReason &reason)
 {
     static constexpr char kWhat[] = "{what}";
     static constexpr char kLimit[] = "{limit}";
+    static constexpr char kHex[] = "{hex}";
     for (const char *words = reason.Rule->Words; *words != '\0';) {
         if (std::strncmp(words, kWhat, sizeof kWhat - 1) == 0) {
             Put(sentence, reason.What != nullptr ? reason.What : "the text");
             words += sizeof kWhat - 1;
         } else if (std::strncmp(words, kLimit, sizeof kLimit - 1) == 0) {
-            PutNumber(sentence, reason.Limit);
+            PutNumber(sentence, reason.Limit, 10);
             words += sizeof kLimit - 1;
+        } else if (std::strncmp(words, kHex, sizeof kHex - 1) == 0) {
+            PutNumber(sentence, reason.Limit, 16);
+            words += sizeof kHex - 1;
         } else {
             Put(sentence, words++, 1);
         }
@@ -90,11 +94,16 @@ uint32_t Bgp_SayReason(const BgpReason *reason, char *buffer, uint32_t size)
 
 const char *Bgp_ExpectedWord(const BgpReason *reason, uint32_t index)
 {
-    if (reason == nullptr || index >= reason->Expected.Count) {
-        return nullptr;
+    const char *before = nullptr;
+    for (uint32_t i = 0; reason != nullptr && i < reason->Expected.Count; ++i) {
+        const char *word = nullptr;
+        std::memcpy(&word, static_cast<const char *>(reason->Expected.First) + size_t{i} * reason->Expected.Stride,
+                    sizeof word);
+        const bool repeated = before != nullptr && std::strcmp(word, before) == 0;
+        if (!repeated && index-- == 0) {
+            return word;
+        }
+        before = word;
     }
-    const char *word = nullptr;
-    std::memcpy(&word, static_cast<const char *>(reason->Expected.First) + size_t{index} * reason->Expected.Stride,
-                sizeof word);
-    return word;
+    return nullptr;
 }

@@ -30,9 +30,10 @@ uint32_t Piece(const char *at, const char *end)
 
 } // namespace
 
-Text TrimBy(TrimService service, const char *text)
+Text TrimBy(TrimService service, Text whole)
 {
-    const char *end = text + std::strlen(text);
+    const char *text = whole.at;
+    const char *end = text + whole.length;
     const char *graphic = text; // the first, or the end
     while (graphic < end && !IsGraphic(*graphic)) {
         ++graphic;
@@ -60,9 +61,24 @@ Text TrimBy(TrimService service, const char *text)
     return {text, static_cast<uint32_t>(end - text)};
 }
 
-Text TrimByHost(const char *text)
+Text TrimByHost(Text text)
 {
     return TrimBy([](char *copy) { return SYSDT_BTrim(copy, nullptr); }, text);
+}
+
+uint32_t GraphicWords(Text text)
+{
+    constexpr uint64_t kEach = 0x0101010101010101;
+    uint32_t length = 0;
+    for (uint64_t eight = 0; text.length - length >= sizeof eight; length += sizeof eight) {
+        std::memcpy(&eight, text.at + length, sizeof eight);
+        // Adding 1 carries 0x7F into the high bit, taking '!' away borrows it from what is smaller. What is carried or
+        // borrowed further comes from a character that is not graphic itself.
+        if ((((eight + kEach) | (eight - kEach * '!') | eight) & kEach * 0x80) != 0) {
+            break;
+        }
+    }
+    return length;
 }
 
 bool HostFindsBlank(Text text)
@@ -81,19 +97,36 @@ bool HostFindsBlank(Text text)
     return false;
 }
 
-bool RefuseBlank(Why *why, Text text)
+void NoteBlank(const Why &why, Text text)
 {
-    uint32_t first = text.length; // that is not graphic
+    Text odd{text.at, 0}; // the first that is not graphic
     for (uint32_t i = 0; i < text.length; ++i) {
         const Text character{text.at + i, 1};
         if (HasBlank(character)) {
-            return Refuse(why, character, kBlank);
+            Note(why, character, {.rule = &kBlank});
+            return;
         }
-        if (!IsGraphic(text.at[i]) && i < first) {
-            first = i;
+        if (odd.length == 0 && !IsGraphic(text.at[i])) {
+            odd = character;
         }
     }
-    return Refuse(why, {text.at + first, first < text.length}, kBlank);
+    Note(why, odd, {.rule = &kBlank});
+}
+
+void NoteCharacter(const Why &why, Text character, const BgpRule &rule)
+{
+    Note(why, character, {.rule = HasBlank(character) ? &kBlank : &rule});
+}
+
+void NoteLength(const Why &why, Text text, uint32_t least, uint32_t most)
+{
+    if (text.length == 0) {
+        Note(why, text, {.rule = &kEmpty});
+    } else if (text.length < least) {
+        Note(why, text, {.rule = &kTooShort, .limit = least});
+    } else {
+        Note(why, text, {.rule = &kTooLong, .limit = most});
+    }
 }
 
 // ------------------------------------------------------------------------------------------------------------ output

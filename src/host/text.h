@@ -3,7 +3,7 @@
 #ifndef BGP_HOST_TEXT_H
 #define BGP_HOST_TEXT_H
 
-#include "host/host_services.h"
+#include "bgp_host_services.h"
 #include "host/refusal.h"
 
 #include <cstdint>
@@ -40,24 +40,32 @@ inline bool IsWhiteSpace(char character)
 // The text without what the host's service trims at its ends. The service works on copies of the characters there that
 // are not graphic; the caller's text is left alone. A service that answers null gives a null piece.
 using TrimService = char *(*)(char *text);
-Text TrimBy(TrimService service, const char *text);
-Text TrimByHost(const char *text);
+Text TrimBy(TrimService service, Text text);
+Text TrimByHost(Text text);
 
 // The text without the blanks around it, however many: by SYSDT_BTrim(), which need not be asked about texts that begin
 // and end with a graphic character.
+inline Text Trim(Text text)
+{
+    const bool bare = text.length == 0 || (IsGraphic(text.at[0]) && IsGraphic(text.at[text.length - 1]));
+    return bare ? text : TrimByHost(text);
+}
+
 inline Text Trim(const char *text)
 {
-    const auto length = static_cast<uint32_t>(std::strlen(text));
-    const bool bare = length == 0 || (IsGraphic(text[0]) && IsGraphic(text[length - 1]));
-    return bare ? Text{text, length} : TrimByHost(text);
+    return Trim(Text{text, static_cast<uint32_t>(std::strlen(text))});
 }
 
 // Whether the host (NCF_IsSpaceInString) finds a blank in the piece.
 bool HostFindsBlank(Text text);
 
+// The characters at the start of a piece that are graphic, in whole words of eight.
+uint32_t GraphicWords(Text text);
+
 inline bool HasBlank(Text text)
 {
-    for (uint32_t i = 0; i < text.length; ++i) {
+    constexpr uint32_t kLong = 32; // where a scan by words pays
+    for (uint32_t i = text.length < kLong ? 0 : GraphicWords(text); i < text.length; ++i) {
         if (!IsGraphic(text.at[i])) {
             return HostFindsBlank({text.at + i, text.length - i});
         }
@@ -65,20 +73,31 @@ inline bool HasBlank(Text text)
     return false;
 }
 
-// Refuses the first blank of a piece that has one; where the host finds it in several characters together, the first
-// that is not graphic.
-[[gnu::cold]] bool RefuseBlank(Why *why, Text text);
+// The first blank of a piece that has one; where the host finds it in several characters together, the first that is
+// not graphic.
+[[gnu::cold]] void NoteBlank(const Why &why, Text text);
 
 // The same as !HasBlank(), with a reason.
 inline bool HasNoBlank(Text text, Why *why)
 {
-    return !HasBlank(text) || (why != nullptr && RefuseBlank(why, text));
+    if (!HasBlank(text)) {
+        return true;
+    }
+    if (why != nullptr) [[unlikely]] {
+        NoteBlank(*why, text);
+    }
+    return false;
 }
+
+[[gnu::cold]] void NoteCharacter(const Why &why, Text character, const BgpRule &rule);
 
 // Refuses a character by the rule, or because it is a blank: for parsers that want something else at the place.
 inline bool RefuseCharacter(Why *why, Text character, const BgpRule &rule)
 {
-    return Refuse(why, character, why != nullptr && HasBlank(character) ? kBlank : rule);
+    if (why != nullptr) [[unlikely]] {
+        NoteCharacter(*why, character, rule);
+    }
+    return false;
 }
 
 // The characters that part the items of a list. The host is asked once about each kind that a text has in a row.
@@ -104,16 +123,18 @@ inline bool IsLong(Text text, uint32_t least, uint32_t most)
     return text.length >= least && text.length <= most;
 }
 
+[[gnu::cold]] void NoteLength(const Why &why, Text text, uint32_t least, uint32_t most);
+
 // The same, with a reason.
 inline bool HasLength(Text text, uint32_t least, uint32_t most, Why *why)
 {
     if (IsLong(text, least, most)) {
         return true;
     }
-    if (text.length == 0) {
-        return Refuse(why, text, kEmpty);
+    if (why != nullptr) [[unlikely]] {
+        NoteLength(*why, text, least, most);
     }
-    return text.length < least ? Refuse(why, text, kTooShort, least) : Refuse(why, text, kTooLong, most);
+    return false;
 }
 
 // Copies the piece, terminated, for host services that want a terminated text. False when it does not fit in `size`.

@@ -56,7 +56,6 @@ struct TypeRule {
     uint16_t checkedLength = kValueLength;
     uint16_t textSize = 0;
     uint8_t typingMode = 2;
-    uint8_t base = 10;
     BgpOrder order = BGP_ORDER_TOTAL;
     BgpNetwork network = BGP_NETWORK_ENDIAN;
     BgpLua lua = BGP_LUA_ALL;
@@ -84,8 +83,8 @@ consteval Type MakeType(const TypeRule &rule)
     facts.ResultTypeId = rule.in != nullptr ? rule.in->typeId : rule.typeId;
     facts.TypeId = Or(rule.typeId, facts.ResultTypeId);
     facts.SubType = rule.subType;
-    const uint16_t operatedOn = rule.out != nullptr ? rule.out->valueSize : uint16_t{0};
-    facts.ValueLength = Or(rule.valueLength, rule.in != nullptr ? rule.in->length : operatedOn);
+    const uint16_t printed = rule.out != nullptr ? rule.out->valueSize : uint16_t{0};
+    facts.ValueLength = Or(rule.valueLength, rule.in != nullptr ? rule.in->length : printed);
     facts.CheckedLength = rule.checkedLength == TypeRule::kValueLength ? facts.ValueLength : rule.checkedLength;
     facts.TextSize = Or(rule.textSize, rule.out != nullptr ? rule.out->textSize : uint16_t{0});
     facts.ShortestText = rule.text != nullptr ? rule.text->shortest : rule.shortestText;
@@ -94,7 +93,7 @@ consteval Type MakeType(const TypeRule &rule)
     facts.Order = static_cast<uint8_t>(rule.order);
     facts.Network = static_cast<uint8_t>(rule.network);
     facts.Lua = static_cast<uint8_t>(rule.lua);
-    facts.Base = rule.base;
+    facts.Base = rule.text != nullptr ? rule.text->base : uint8_t{10};
     facts.Traits = rule.traits;
     if (rule.out != nullptr) {
         facts.Traits |= rule.out->mode3 == Mode3::kCopy ? BGP_TRAIT_COPIES_RAW : 0u;

@@ -2,10 +2,10 @@
 // registration. This source alone sees all types.
 #include "asnum/asnum.h"
 #include "bgp_datatypes/evpn.h"
+#include "bgp_host_services.h"
 #include "bgpls/bgpls.h"
 #include "community/community.h"
 #include "community/ext_community.h"
-#include "host/host_services.h"
 #include "prefix/prefix.h"
 #include "rdrt/rdrt.h"
 #include "types/types.h"
@@ -171,13 +171,24 @@ struct Description {
 };
 
 constexpr Description kDescriptions[] = {
-    {255, &bgp::kAsNumLayout},          {256, &bgp::kCommunityLayout},       {257, &bgp::kExtCommunityLayout},
-    {258, &bgp::kVrfRtLayout},          {259, &bgp::kVrfRdLayout},           {260, &bgp::kSooLayout},
-    {278, &bgp::kRtpRdLayout},          {280, &bgp::kBolRdLayout},           {281, nullptr, bgp::DescribeBolPrefix},
-    {284, &bgp::kTimeRangeLayout},      {285, &bgp::kAsNumLayout},           {290, &bgp::kAttrIdBitmapLayout},
-    {292, &bgp::kCvrfNameLayout},       {303, &bgp::kVpnIdLayout},           {320, &bgp::kVrfRtV6Layout},
-    {325, &bgp::kAsNumListLayout},      {326, &bgp::kCommunityListLayout},   {328, &bgp::kSidStructureLayout},
-    {329, &bgp::kExtCommunityBwLayout}, {1299, nullptr, bgp::DescribeBgpLs}, {1300, &bgp::kExtCommunityComprLayout},
+    {256, &bgp::kCommunityLayout},
+    {257, &bgp::kExtCommunityLayout},
+    {258, &bgp::kVrfRtLayout},
+    {259, &bgp::kVrfRdLayout},
+    {260, &bgp::kSooLayout},
+    {278, &bgp::kRtpRdLayout},
+    {280, &bgp::kBolRdLayout},
+    {284, &bgp::kTimeRangeLayout},
+    {290, &bgp::kAttrIdBitmapLayout},
+    {292, &bgp::kCvrfNameLayout},
+    {303, &bgp::kVpnIdLayout},
+    {320, &bgp::kVrfRtV6Layout},
+    {325, &bgp::kAsNumListLayout},
+    {326, &bgp::kCommunityListLayout},
+    {328, &bgp::kSidStructureLayout},
+    {329, &bgp::kExtCommunityBwLayout},
+    {1299, nullptr, bgp::DescribeBgpLs},
+    {1300, &bgp::kExtCommunityComprLayout},
 };
 
 } // namespace
@@ -203,7 +214,8 @@ namespace {
 
 // The types in the order of their rows.
 constexpr const bgp::Type *kTypes[] = {
-    &bgp::kLargeCommunity, &bgp::kBolPrefix, &bgp::kVpnv4McPrefix, &bgp::kMdtPrefix, &bgp::kL2vpnPrefix,
+    &bgp::kAsNum,     &bgp::kLargeCommunity, &bgp::kBolPrefix, &bgp::kVpnv4McPrefix,
+    &bgp::kMdtPrefix, &bgp::kL2vpnPrefix,    &bgp::kAsNumExt,  &bgp::kEvnPrefix,
 };
 
 const bgp::Type *FindType(uint32_t typeId)

@@ -1560,6 +1560,24 @@ TEST_F(BgpLsParser, InnerBlanksAreRefused)
     ExpectRefused("[NODE][BGP][IDENTIFIER0][LOCAL[as1]][UNKNOWNa b]");
 }
 
+// Only blanks and brackets part a key, wherever they stand: at each place of three words of eight characters.
+TEST_F(BgpLsParser, EveryOtherCharacterMayStandInAnIgnoredGroup)
+{
+    const std::string key = "[NODE][BGP][IDENTIFIER0][LOCAL[as1]][UNKNOWN]";
+    const std::string value = Value(kBgpLs, key);
+    for (int character = 1; character < 256; ++character) {
+        const bool parts = std::string_view(" \t[]").find(static_cast<char>(character)) != std::string_view::npos;
+        for (size_t place = 0; place <= 24; ++place) {
+            std::string text = key;
+            text.insert(text.size() - 1, std::string(24, 'x'));
+            text.insert(key.size() - 1 + place, 1, static_cast<char>(character));
+            const In in = FormatIn(kBgpLs, text);
+            EXPECT_EQ(in.code, parts ? DT_ERR_INVALID_VALUE : DT_OK) << character << " at " << place;
+            EXPECT_EQ(in.value, parts ? "" : value) << character << " at " << place;
+        }
+    }
+}
+
 TEST_F(BgpLsParser, EveryCutTextIsRefused)
 {
     for (const Sample &sample : Samples()) {

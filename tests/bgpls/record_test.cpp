@@ -1,6 +1,6 @@
 #include "bgpls/samples.h"
 
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 namespace bgp::test {
 namespace {

@@ -3,9 +3,6 @@
 
 #include "support/harness.h"
 
-#include "bgp_datatypes/helpers.h"
-#include "host_services.h"
-
 namespace bgp::test {
 namespace {
 

@@ -1,13 +1,13 @@
 #include "support/harness.h"
 
-#include "host_services.h"
+#include "bgp_host_services.h"
+#include "support/lua_dump.h"
 
 #include <lua.hpp>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <map>
 #include <memory>
 
 namespace bgp::test {
@@ -350,59 +350,6 @@ struct Lua {
     ~Lua() { host::CloseLua(L); }
 };
 
-std::string Dump(lua_State *L, int index);
-
-std::string DumpText(lua_State *L, int index)
-{
-    size_t length = 0;
-    const char *text = lua_tolstring(L, index, &length);
-    std::string dumped = "\"";
-    for (size_t i = 0; i < length; ++i) {
-        const auto byte = static_cast<uint8_t>(text[i]);
-        char code[8];
-        std::snprintf(code, sizeof code, byte < 0x20 || byte > 0x7e ? "\\x%02x" : "%c", byte);
-        dumped += code;
-    }
-    return dumped + '"';
-}
-
-std::string DumpTable(lua_State *L, int index)
-{
-    std::map<std::string, std::string> record;
-    std::string array;
-    const lua_Unsigned length = lua_rawlen(L, index);
-    for (lua_Unsigned i = 1; i <= length; ++i) {
-        lua_rawgeti(L, index, static_cast<lua_Integer>(i));
-        array += (i == 1 ? "" : ",") + Dump(L, lua_gettop(L));
-        lua_pop(L, 1);
-    }
-    for (lua_pushnil(L); lua_next(L, index) != 0; lua_pop(L, 1)) {
-        if (lua_type(L, -2) == LUA_TSTRING) {
-            record[lua_tostring(L, -2)] = Dump(L, lua_gettop(L));
-        }
-    }
-    std::string fields;
-    for (const auto &[key, value] : record) {
-        fields += (fields.empty() ? "" : ", ") + key + '=' + value;
-    }
-    return '{' + fields + (fields.empty() || array.empty() ? "" : ", ") + array + '}';
-}
-
-std::string Dump(lua_State *L, int index)
-{
-    switch (lua_type(L, index)) {
-    case LUA_TNUMBER:
-        return lua_isinteger(L, index) != 0 ? std::to_string(lua_tointeger(L, index))
-                                            : std::to_string(lua_tonumber(L, index));
-    case LUA_TSTRING:
-        return DumpText(L, index);
-    case LUA_TTABLE:
-        return DumpTable(L, index);
-    default:
-        return luaL_typename(L, index);
-    }
-}
-
 } // namespace
 
 LuaOut LuaSet(const DataTypeDescriptor &row, std::string_view valueHex, uint16_t length)
@@ -417,7 +364,7 @@ LuaOut LuaSet(const DataTypeDescriptor &row, std::string_view valueHex, uint16_t
     out.growth = lua_gettop(lua.L) - before;
     lua_pushstring(lua.L, "v");
     lua_rawget(lua.L, before);
-    out.table = Dump(lua.L, lua_gettop(lua.L));
+    out.table = DumpLua(lua.L, lua_gettop(lua.L));
     return out;
 }
 
