@@ -1,7 +1,7 @@
 #include "values.h"
 
 #include "bgp_host_services.h"
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 
 #include <algorithm>
 #include <cstdlib>

@@ -187,7 +187,6 @@ constexpr Description kDescriptions[] = {
     {326, &bgp::kCommunityListLayout},
     {328, &bgp::kSidStructureLayout},
     {329, &bgp::kExtCommunityBwLayout},
-    {1299, nullptr, bgp::DescribeBgpLs},
     {1300, &bgp::kExtCommunityComprLayout},
 };
 
@@ -214,8 +213,8 @@ namespace {
 
 // The types in the order of their rows.
 constexpr const bgp::Type *kTypes[] = {
-    &bgp::kAsNum,     &bgp::kLargeCommunity, &bgp::kBolPrefix, &bgp::kVpnv4McPrefix,
-    &bgp::kMdtPrefix, &bgp::kL2vpnPrefix,    &bgp::kAsNumExt,  &bgp::kEvnPrefix,
+    &bgp::kAsNum,     &bgp::kLargeCommunity, &bgp::kBgpLsPrefix, &bgp::kBolPrefix, &bgp::kVpnv4McPrefix,
+    &bgp::kMdtPrefix, &bgp::kL2vpnPrefix,    &bgp::kAsNumExt,    &bgp::kEvnPrefix,
 };
 
 const bgp::Type *FindType(uint32_t typeId)

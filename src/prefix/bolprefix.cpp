@@ -133,7 +133,7 @@ namespace {
 
 // In the order of their words.
 constexpr const Type *kSubTypes[BOL_PREFIX_SUBTYPES] = {
-    &kVplsAd, &kEvn,        &kNgType2, &kNgType3, &kNgType42, &kNgType43, &kNgType5,    &kNgType6, &kVrfRtExt,
+    &kVplsAd, &kEvpn,       &kNgType2, &kNgType3, &kNgType42, &kNgType43, &kNgType5,    &kNgType6, &kVrfRtExt,
     &kL2vpn,  &kVpnv4Mcast, &kMdt,     &kRpd,     &kNgType41, &kSrPolicy, &kIpv6Prefix, &kSdwan,
 };
 

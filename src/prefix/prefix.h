@@ -58,7 +58,7 @@ inline const uint8_t *WholeKey(const void *value, uint32_t length, uint8_t (&are
 // The sub-types in the order of their words. A sub-type is listed in kSubTypes of bolprefix.cpp, its operations in the
 // tables above it; its own source makes the Type from the rules that the operations run on.
 extern const Type kVplsAd;     // 0
-extern const Type kEvn;        // 1
+extern const Type kEvpn;       // 1
 extern const Type kNgType2;    // 2
 extern const Type kNgType3;    // 3
 extern const Type kNgType42;   // 4
@@ -77,10 +77,10 @@ extern const Type kSdwan;      // 16
 
 // The registered types: the composite, and four of its sub-types by themselves.
 extern const Type kBolPrefix;
-extern const Type kEvnPrefix;
 extern const Type kVpnv4McPrefix;
 extern const Type kMdtPrefix;
 extern const Type kL2vpnPrefix;
+extern const Type kEvnPrefix;
 
 // The layout that the sub-type word names, and for EVPN the route type behind it. Null when `length` bytes do not reach
 // that far, and for unknown sub-types and route types.

@@ -1,4 +1,5 @@
 #include "bgpls/samples.h"
+#include "support/expect.h"
 
 #include <algorithm>
 #include <cstring>
@@ -17,12 +18,7 @@ std::string Part(const std::string &text, size_t offset, size_t length)
 
 void ExpectRefused(const std::string &text)
 {
-    const In in = FormatIn(kBgpLs, text);
-    EXPECT_EQ(in.code, DT_ERR_INVALID_VALUE) << text;
-    EXPECT_EQ(in.typeId, kUntouched) << text;
-    EXPECT_EQ(in.length, kUntouched) << text;
-    EXPECT_FALSE(in.bufferSet) << text;
-    EXPECT_TRUE(in.textKept) << text;
+    test::ExpectRefused(Row(kBgpLs), text, 1, DT_ERR_INVALID_VALUE);
 }
 
 bool Accepts(const std::string &text)

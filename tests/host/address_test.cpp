@@ -3,6 +3,9 @@
 
 #include "support/harness.h"
 
+#include "bgp_datatypes/helpers.h"
+#include "bgp_host_services.h"
+
 namespace bgp::test {
 namespace {
 

@@ -44,17 +44,11 @@ std::vector<LuaCase> LuaTables()
 
 TypeCase Case()
 {
-    return {
+    return KeyCase({
         .row = {294, 4, 26, "L2VPNPREFIX", &SYSDT_L2VPNPrefixFormatIn, &SYSDT_L2VPNPrefixFormatOut,
                 &SYSDT_VplsAdPrefixCheck, &SYSDT_VplsAdPrefixHelp, &SYSDT_VplsAdPrefixCompare, nullptr,
                 &SYSDT_L2VPNPrefixLuaSet, &SYSDT_L2VPNPrefixLuaGet, nullptr},
-        .contract = {.value = Key("09000000 0a00 0300"),
-                     .outModes = "TTTTUTTU",
-                     .helpModes = "-H----H-",
-                     .helpText = "X.X.X.X",
-                     .textSize = kKeyTextSize,
-                     .clearsFirst = true},
-        .failedOut = 0,
+        .contract = {.value = Key("09000000 0a00 0300"), .helpText = "X.X.X.X"},
         .prints =
             {
                 // a shorter value reads as if zeros followed
@@ -73,10 +67,9 @@ TypeCase Case()
                 {"10/3", Padded("090000000a000300", 120)},
             },
         .printFailures = {Key("09000000 0a00 0300")},
-        .readsWhole = false,
         .lengths = {{4, "0/0"}},
-        .checkLength = kKeyLength,
         .checkTestsPointer = false,
+        .untypedHelp = {},
         .compares =
             {
                 // it does not compare
@@ -85,7 +78,6 @@ TypeCase Case()
                 {Key(""), Key("09000000 0a00 0300"), static_cast<int32_t>(DT_ERR_FAIL)},
                 {Key("00000000 02"), Key("00000000 01"), 1},
             },
-        .luaLength = kKeyLength,
         .luaSets =
             {
                 {Key("09000000 0a00 0300"), "{bolLabelOffSet=3, bolSiteId=10, bolType=9}"},
@@ -93,32 +85,12 @@ TypeCase Case()
                 {Key("08000100 0201 0403"), "{bolLabelOffSet=772, bolSiteId=258, bolType=65544}"},
             },
         .luaGets = LuaTables(),
-    };
+    });
 }
 
-TypeCase Entry()
-{
-    TypeCase type = Case();
-    type.row = {0,
-                0,
-                0,
-                "L2VPN",
-                nullptr,
-                &SYSDT_L2VPNPrefixFormatOut,
-                &SYSDT_VplsAdPrefixCheck,
-                &SYSDT_VplsAdPrefixHelp,
-                &SYSDT_VplsAdPrefixCompare,
-                nullptr,
-                &SYSDT_L2VPNPrefixLuaSet,
-                &SYSDT_L2VPNPrefixLuaGet,
-                nullptr};
-    type.entry = &g_astBOL_PREFIX_ProcTable[9];
-    type.subType = 9;
-    type.reader = &SYSDT_L2VPNPrefixNewLuaGet;
-    return type;
-}
-
-[[maybe_unused]] const bool kStated = StateTests<L2Vpn>("L2Vpn", Case()) && StateTests("L2VpnEntry", Entry());
+[[maybe_unused]] const bool kStated =
+    StateTests<L2Vpn>("L2Vpn", Case()) &&
+    StateTests("L2VpnEntry", EntryCase(Case(), 9, "L2VPN", &SYSDT_L2VPNPrefixNewLuaGet));
 
 TEST_F(L2Vpn, TypingSucceedsAndDoesNothing)
 {

@@ -108,26 +108,17 @@ std::vector<LuaCase> LuaTables()
 
 TypeCase Case()
 {
-    return {
+    return KeyCase({
         .row = {296, 12, 26, "MDTPREFIX", &SYSDT_MdtPrefixFormatIn, &SYSDT_MdtPrefixFormatOut, &SYSDT_MdtPrefixCheck,
                 &SYSDT_MdtPrefixHelp, &SYSDT_MdtPrefixCompare, nullptr, &SYSDT_MdtPrefixLuaSet, &SYSDT_MdtPrefixLuaGet,
                 &SYSDT_MdtLuaEndian},
         .contract = {.text = "10.1.1.0/24",
                      .value = Key("0b000000 0001010a 00000000 18000000"),
-                     .inModes = "PPPPUPPU",
-                     .outModes = "TTTTUTTU",
-                     .helpModes = "-H----H-",
                      .helpText = "X.X.X.X/M or X.X.X.X",
-                     .resultTypeId = kKeyType,
-                     .resultLength = kKeyLength,
-                     .textSize = kKeyTextSize,
                      .plainMemory = true,
-                     .helpPlainMemory = true,
-                     .clearsFirst = true},
-        .failedOut = 0,
+                     .helpPlainMemory = true},
         .accepted = kAccepted,
         .refused = kRefused,
-        .refusal = DT_ERR_INVALID_PARAM,
         .prints =
             {
                 // whatever the sub-type word is; a shorter value reads as if zeros followed
@@ -139,11 +130,10 @@ TypeCase Case()
                 {"10.1.1.0", Padded("0b0000000001010a", 90)},
             },
         .printFailures = {Key("0b000000")},
-        .readsWhole = false,
         .lengths = {{0, "0.0.0.0"}},
-        .checkLength = kKeyLength,
         .checkTestsPointer = false,
         .checks = {{"000000000000000000000000", DT_ERR_LENGTH}},
+        .helpCopyFailure = DT_ERR_INVALID_PARAM,
         .compares =
             {
                 {kValue, kValue, 0},
@@ -158,7 +148,6 @@ TypeCase Case()
             },
         .comparesBytes = true,
         .swaps = {{"0102030405060708090a0b0c", "04030201050607080c0b0a09"}},
-        .luaLength = kKeyLength,
         .luaSets =
             {
                 {Key("0b000000 0302010a 010101e1 18000000"),
@@ -167,41 +156,11 @@ TypeCase Case()
                  "{bolMdtGrpAddr=4294967294, bolMdtMaskLen=4294967293, bolMdtPrefix=4294967295, bolType=65546}"},
             },
         .luaGets = LuaTables(),
-        .luaRoundTrip = false,
-    };
+    });
 }
 
-// The sub-type cannot be typed: it has the rest of the type's operations.
-TypeCase Entry()
-{
-    TypeCase type = Case();
-    type.row = {0,
-                0,
-                0,
-                "MDT",
-                nullptr,
-                &SYSDT_MdtPrefixFormatOut,
-                &SYSDT_MdtPrefixCheck,
-                &SYSDT_MdtPrefixHelp,
-                &SYSDT_MdtPrefixCompare,
-                nullptr,
-                &SYSDT_MdtPrefixLuaSet,
-                &SYSDT_MdtPrefixLuaGet,
-                nullptr};
-    type.entry = &g_astBOL_PREFIX_ProcTable[11];
-    type.subType = 11;
-    type.reader = &SYSDT_MdtPrefixNewLuaGet;
-    type.accepted = {};
-    type.refused = {};
-    type.contract.inModes = "";
-    for (const TextCase &c : kAccepted) {
-        type.prints.push_back({PrintedText(c), c.value});
-    }
-    type.swaps = {};
-    return type;
-}
-
-[[maybe_unused]] const bool kStated = StateTests<Mdt>("Mdt", Case()) && StateTests("MdtEntry", Entry());
+[[maybe_unused]] const bool kStated =
+    StateTests<Mdt>("Mdt", Case()) && StateTests("MdtEntry", EntryCase(Case(), 11, "MDT", &SYSDT_MdtPrefixNewLuaGet));
 
 TEST_F(Mdt, EveryMaskLength)
 {
@@ -237,20 +196,6 @@ TEST_F(Mdt, ThePrinterStandsAlone)
     EXPECT_EQ(printed.length, 8u);
     host::SetFaults({.failPrint = 1});
     EXPECT_EQ(Print(SYSDT_MdtPrefix2Str, "0001010a010101e118000000").code, DT_ERR_FAIL);
-}
-
-TEST_F(Mdt, AFailedPrintKeepsTheCallersBuffer)
-{
-    for (const DataTypeDescriptor &row : {SubType(11), Row("MDTPREFIX")}) {
-        host::SetFaults({.failPrint = 1});
-        EXPECT_FALSE(FormatOutInto(row, Key("0b000000"), 1, kKeyTextSize).released);
-        host::SetFaults({});
-    }
-}
-
-TEST_F(Mdt, AFailedCopyGivesTheHelpTextBack)
-{
-    ExpectFailedHelpGivenBack(SubType(11));
 }
 
 TEST_F(Mdt, LuaGetWantsMoreThanItsRegisteredLength)

@@ -136,27 +136,16 @@ std::vector<LuaCase> LuaTables()
 
 TypeCase Case()
 {
-    return {
+    return KeyCase({
         .row = {0, 0, 0, "RPD", &SYSDT_RpdPrefixFormatIn, &SYSDT_RpdPrefixFormatOut, &SYSDT_RpdPrefixCheck,
                 &SYSDT_RpdPrefixHelp, &SYSDT_RpdPrefixCompare, nullptr, &SYSDT_RpdPrefixLuaSet, &SYSDT_RpdPrefixLuaGet,
                 nullptr},
         .entry = &g_astBOL_PREFIX_ProcTable[12],
         .subType = 12,
         .reader = &SYSDT_RpdPrefixNewLuaGet,
-        .contract = {.value = kValue,
-                     .inModes = "PPPPUPPU",
-                     .outModes = "TTTTUTTU",
-                     .helpModes = "-H----H-",
-                     .helpText = "X/X.X.X.X/X",
-                     .resultTypeId = kKeyType,
-                     .resultLength = kKeyLength,
-                     .textSize = kKeyTextSize,
-                     .helpPlainMemory = true,
-                     .clearsFirst = true},
+        .contract = {.value = kValue, .helpText = "X/X.X.X.X/X", .helpPlainMemory = true},
         .accepted = kAccepted,
         .refused = kRefused,
-        .refusal = DT_ERR_INVALID_PARAM,
-        .readsWhole = false,
         .checkLength = 27,
         .compares =
             {
@@ -172,15 +161,14 @@ TypeCase Case()
             },
         .comparesBytes = true,
         .comparePointers = DT_ERR_NULL_PTR,
-        .luaLength = kKeyLength,
         .luaSets =
             {
+                {kValue, "{bolRpdDistinguisher=100, bolRpdPeerAddr=167837953, bolRpdPolicyType=1, bolType=12}"},
                 {Key("0b000100 ffff feffffff fdffffff"),
                  "{bolRpdDistinguisher=4294967294, bolRpdPeerAddr=4294967293, bolRpdPolicyType=255, bolType=65547}"},
             },
         .luaGets = LuaTables(),
-        .luaRoundTrip = false,
-    };
+    });
 }
 
 [[maybe_unused]] const bool kStated = StateTests<Rpd>("Rpd", Case());

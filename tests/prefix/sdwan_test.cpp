@@ -164,26 +164,16 @@ const std::string kHead = "10000000" + kNumbers + "0101010a" + kDb8_1;
 
 TypeCase Case()
 {
-    return {
+    return KeyCase({
         .row = {0, 0, 0, "SD-WAN", &SYSDT_SdwanPrefixFormatIn, &SYSDT_SdwanPrefixFormatOut, &SYSDT_SdwanPrefixCheck,
                 &SYSDT_SdwanPrefixHelp, &SYSDT_SdwanPrefixCompare, nullptr, &SYSDT_SdwanPrefixLuaSet, nullptr, nullptr},
         .entry = &g_astBOL_PREFIX_ProcTable[16],
         .subType = 16,
         .reader = &SYSDT_SdwanPrefixNewLuaGet,
-        .contract = {.value = kFour,
-                     .inModes = "PPPPUPPU",
-                     .outModes = "TTTTUTTU",
-                     .helpModes = "-H----H-",
-                     .helpText = "X-X-X-X.X.X.X",
-                     .resultTypeId = kKeyType,
-                     .resultLength = kKeyLength,
-                     .textSize = kKeyTextSize,
-                     .helpPlainMemory = true,
-                     .clearsFirst = true},
-        .failedOut = 0,
+        .contract = {.value = kFour, .helpText = "X-X-X-X.X.X.X", .helpPlainMemory = true},
+        .alsoSwept = {{"1-100-200-2001:db8::1", kSix}},
         .accepted = kAccepted,
         .refused = kRefused,
-        .refusal = DT_ERR_INVALID_PARAM,
         .prints =
             {
                 // a shorter value reads as if zeros followed
@@ -201,8 +191,8 @@ TypeCase Case()
                 {"1-100-200-10.1.1.1", With(kFour, 6, "ffff")},
             },
         .printFailures = {kFour, kSix},
-        .readsWhole = false,
-        .checkLength = kKeyLength,
+        // a value that is cut off loses its family
+        .lengths = {{36, "1-100-200-0.0.0.0", kSix}, {37, "1-100-200-2001:db8::1", kSix}},
         .compares =
             {
                 {With(kFour, 6, "01"), kFour, 1}, // the bytes behind the route type count
@@ -210,7 +200,6 @@ TypeCase Case()
             },
         .comparesBytes = true,
         .comparePointers = DT_ERR_NULL_PTR,
-        .luaLength = kKeyLength,
         .luaSets =
             {
                 {kFour,
@@ -221,7 +210,7 @@ TypeCase Case()
                  "bolSdwanPortLocalID=4294967294, bolSdwanPrefixType=7, bolSdwanSiteID=4294967293, bolSdwanType=65535, "
                  "bolType=65551}"},
             },
-    };
+    });
 }
 
 [[maybe_unused]] const bool kStated = StateTests<Sdwan>("Sdwan", Case());
@@ -229,14 +218,6 @@ TypeCase Case()
 TEST_F(Sdwan, TheCompositeReadsAndPrintsThemToo)
 {
     ExpectKeys(Row("BOLPREFIX"), kAccepted);
-}
-
-TEST_F(Sdwan, Ipv6KeysObeyTheContract)
-{
-    Contract contract = Case().contract;
-    contract.text = "1-100-200-2001:db8::1";
-    contract.value = kSix;
-    Sweep(SdwanRow(), contract);
 }
 
 TEST_F(Sdwan, EveryRouteTypeStandsInItsTwoBytes)
@@ -323,16 +304,6 @@ TEST_F(Sdwan, AFailedPrintReleasesOnlyItsOwnBuffer)
 {
     ExpectPrintFailures(SdwanRow(), kFour, 1);
     ExpectPrintFailures(SdwanRow(), kSix, 1);
-}
-
-TEST_F(Sdwan, AValueThatIsCutOffLosesItsFamily)
-{
-    for (const LengthCase &c : std::vector<LengthCase>{
-             {36, "1-100-200-0.0.0.0"}, // the family is cut off
-             {37, "1-100-200-2001:db8::1"},
-         }) {
-        EXPECT_EQ(FormatOut(SdwanRow(), kSix, 1, c.length).text, c.text) << c.length;
-    }
 }
 
 TEST_F(Sdwan, AnotherSubTypeReleasesTheBufferWhoseverItIs)

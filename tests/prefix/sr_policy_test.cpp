@@ -159,27 +159,17 @@ const std::string kHead = "0e000000 01000000 02000000 0100000a" + kDb8_1;
 
 TypeCase Case()
 {
-    return {
+    return KeyCase({
         .row = {0, 0, 0, "SRPOLICY", &SYSDT_SrPolicyPrefixFormatIn, &SYSDT_SrPolicyPrefixFormatOut,
                 &SYSDT_SrPolicyPrefixCheck, &SYSDT_SrPolicyPrefixHelp, &SYSDT_SrPolicyPrefixCompare, nullptr,
                 &SYSDT_SrPolicyPrefixLuaSet, nullptr, nullptr},
         .entry = &g_astBOL_PREFIX_ProcTable[14],
         .subType = 14,
         .reader = &SYSDT_SrPolicyPrefixNewLuaGet,
-        .contract = {.value = kFour,
-                     .inModes = "PPPPUPPU",
-                     .outModes = "TTTTUTTU",
-                     .helpModes = "-H----H-",
-                     .helpText = "[X][X][X.X.X.X]",
-                     .resultTypeId = kKeyType,
-                     .resultLength = kKeyLength,
-                     .textSize = kKeyTextSize,
-                     .helpPlainMemory = true,
-                     .clearsFirst = true},
-        .failedOut = 0,
+        .contract = {.value = kFour, .helpText = "[X][X][X.X.X.X]", .helpPlainMemory = true},
+        .alsoSwept = {{"[1][2][2001:db8::1]", kSix}},
         .accepted = kAccepted,
         .refused = kRefused,
-        .refusal = DT_ERR_INVALID_PARAM,
         .prints =
             {
                 // a shorter value reads as if zeros followed
@@ -195,17 +185,16 @@ TypeCase Case()
                 {"[1][2][2001:db8::1]", Key(kHead + "ff")},
             },
         .printFailures = {kFour, kSix},
-        .readsWhole = false,
-        .checkLength = kKeyLength,
+        // a value that is cut off loses its family
+        .lengths = {{32, "[1][2][0.0.0.0]", kSix}, {33, "[1][2][2001:db8::1]", kSix}},
         .compares =
             {
                 {With(kFour, 33, "01"), kFour, 1}, // the padding counts
-                // in memory the least significant byte comes first
+                                                   // in memory the least significant byte comes first
                 {Key("0e000000 01000000"), Key("0e000000 00010000"), 1},
             },
         .comparesBytes = true,
         .comparePointers = DT_ERR_NULL_PTR,
-        .luaLength = kKeyLength,
         .luaSets =
             {
                 {kFour, "{bolSrPolicyDistinguisher=1, bolSrPolicyEndpointv4=167772161, "
@@ -216,7 +205,7 @@ TypeCase Case()
                  "bolSrPolicyEndpointv6={1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,255}, bolSrPolicyPolicyColor=4294967294, "
                  "bolSrPolicyPolicyType=7, bolType=65551}"},
             },
-    };
+    });
 }
 
 [[maybe_unused]] const bool kStated = StateTests<SrPolicy>("SrPolicy", Case());
@@ -224,14 +213,6 @@ TypeCase Case()
 TEST_F(SrPolicy, TheCompositeReadsAndPrintsThemToo)
 {
     ExpectKeys(Row("BOLPREFIX"), kAccepted);
-}
-
-TEST_F(SrPolicy, Ipv6KeysObeyTheContract)
-{
-    Contract contract = Case().contract;
-    contract.text = "[1][2][2001:db8::1]";
-    contract.value = kSix;
-    Sweep(Sr(), contract);
 }
 
 TEST_F(SrPolicy, OctetsAboveTheirRangeSpillOver)
@@ -342,16 +323,6 @@ TEST_F(SrPolicy, AFailedPrintReleasesOnlyItsOwnBuffer)
 {
     ExpectPrintFailures(Sr(), kFour, 1);
     ExpectPrintFailures(Sr(), kSix, 1);
-}
-
-TEST_F(SrPolicy, AValueThatIsCutOffLosesItsFamily)
-{
-    for (const LengthCase &c : std::vector<LengthCase>{
-             {32, "[1][2][0.0.0.0]"}, // the family is cut off
-             {33, "[1][2][2001:db8::1]"},
-         }) {
-        EXPECT_EQ(FormatOut(Sr(), kSix, 1, c.length).text, c.text) << c.length;
-    }
 }
 
 TEST_F(SrPolicy, AnotherSubTypeReleasesTheBufferWhoseverItIs)

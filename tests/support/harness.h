@@ -7,7 +7,7 @@
 #define BGP_TESTS_HARNESS_H
 
 #include "bgp_datatypes.h"
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 
 #include <gtest/gtest.h>
 

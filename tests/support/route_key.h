@@ -10,6 +10,7 @@
 #include <lua.hpp>
 
 #include <algorithm>
+#include <cstdio>
 #include <fstream>
 #include <memory>
 #include <string>
@@ -50,6 +51,57 @@ inline std::string With(std::string value, size_t offset, std::string_view hex)
 inline DataTypeDescriptor SubType(uint32_t number)
 {
     return Row(g_astBOL_PREFIX_ProcTable[number]);
+}
+
+// ------------------------------------------------------------------------------------------------------------ cases
+
+// What all keys share, beside the row, value, help text, texts and tables that `type` states.
+inline TypeCase KeyCase(TypeCase type)
+{
+    type.contract.inModes = type.accepted.empty() ? "" : "PPPPUPPU";
+    type.contract.outModes = "TTTTUTTU";
+    type.contract.helpModes = "-H----H-";
+    type.contract.resultTypeId = kKeyType;
+    type.contract.resultLength = kKeyLength;
+    type.contract.textSize = kKeyTextSize;
+    type.contract.clearsFirst = true;
+    type.refusal = DT_ERR_INVALID_PARAM;
+    type.readsWhole = false;
+    type.failedOut = 0;
+    type.checkLength = type.checkLength.value_or(kKeyLength);
+    type.luaLength = kKeyLength;
+    type.luaRoundTrip = false;
+    return type;
+}
+
+// A sub-type whose operations are those of a type, but for the typing.
+inline TypeCase EntryCase(TypeCase type, uint32_t subType, const char *name, BolPrefixLuaReader reader)
+{
+    type.row = {0,
+                0,
+                0,
+                "",
+                nullptr,
+                type.row.FormatOut,
+                type.row.Check,
+                type.row.Help,
+                type.row.Compare,
+                nullptr,
+                type.row.LuaSet,
+                type.row.LuaGet,
+                nullptr};
+    std::snprintf(type.row.Name, sizeof type.row.Name, "%s", name);
+    type.entry = &g_astBOL_PREFIX_ProcTable[subType];
+    type.subType = subType;
+    type.reader = reader;
+    for (const TextCase &c : type.accepted) {
+        type.prints.push_back({PrintedText(c), c.value});
+    }
+    type.accepted = {};
+    type.refused = {};
+    type.contract.inModes = "";
+    type.swaps = {};
+    return type;
 }
 
 // ------------------------------------------------------------------------------------------------------------ texts
@@ -201,22 +253,6 @@ inline void ExpectOtherSubTypesRelease(const DataTypeDescriptor &row, const std:
     }
     EXPECT_TRUE(FormatOutInto(row, valueHex, 1, kKeyTextSize, 0).released); // no sub-type is seen
     EXPECT_FALSE(FormatOutInto(row, valueHex, 1, kKeyTextSize, 4).released);
-}
-
-// A copy that fails gives the text of a help back.
-inline void ExpectFailedHelpGivenBack(const DataTypeDescriptor &row)
-{
-    host::SetFaults({.failCopy = 1});
-    host::RecordReleases(true);
-    host::TakeReleases();
-    const Helped helped = Help(row);
-    const std::vector<host::Release> releases = host::TakeReleases();
-    host::RecordReleases(false);
-    EXPECT_EQ(helped.code, DT_ERR_INVALID_PARAM);
-    EXPECT_FALSE(helped.supplied);
-    ASSERT_EQ(releases.size(), 1u);
-    EXPECT_TRUE(releases[0].known);
-    EXPECT_NE(releases[0].memory, nullptr);
 }
 
 // -------------------------------------------------------------------------------------------------------- compare

@@ -92,6 +92,12 @@ void RunRow(const TypeCase &type)
 void RunContract(const TypeCase &type)
 {
     Sweep(Found(type), type.contract);
+    for (const auto &[text, value] : type.alsoSwept) {
+        Contract contract = type.contract;
+        contract.text = text;
+        contract.value = Hex(Bytes(value));
+        Sweep(Found(type), contract);
+    }
 }
 
 void RunLayout(const TypeCase &type)
@@ -360,6 +366,13 @@ void RunPrintFailures(const TypeCase &type)
             EXPECT_EQ(out.code, type.printFailure) << value << " in mode " << int{mode};
             EXPECT_EQ(out.typeId, type.failedOut);
             EXPECT_EQ(out.length, type.failedOut);
+            host::SetFaults({.failPrint = 1});
+            const Into into = FormatOutInto(row, value, mode, type.contract.textSize);
+            host::SetFaults({});
+            EXPECT_EQ(into.out.code, type.printFailure);
+            EXPECT_TRUE(into.sameBuffer);
+            EXPECT_TRUE(into.guardsIntact);
+            EXPECT_FALSE(into.released);
         }
     }
 }
@@ -382,7 +395,7 @@ void RunLengthArgument(const TypeCase &type)
         }
     }
     for (const LengthCase &c : type.lengths) {
-        EXPECT_EQ(FormatOut(row, value, modes.front(), c.length).text, c.text) << c.length;
+        EXPECT_EQ(FormatOut(row, c.value.empty() ? value : c.value, modes.front(), c.length).text, c.text) << c.length;
     }
 }
 
@@ -400,6 +413,7 @@ void RunCheck(const TypeCase &type)
             << length;
         EXPECT_EQ(row.Check(&row, row.TypeId, length, ones.data()), right ? DT_OK : type.checkRefusal) << length;
     }
+    EXPECT_EQ(row.Check(nullptr, 0, wanted, ones.data()), type.contextlessCheck);
     EXPECT_EQ(row.Check(&row, row.TypeId, wanted + 65536, ones.data()), type.checkRefusal);
     for (const uint32_t length : {wanted, wanted - 1}) {
         const uint32_t code = length == wanted ? DT_OK : type.checkRefusal;
@@ -419,6 +433,9 @@ void RunHelp(const TypeCase &type)
         EXPECT_EQ(Help(row, mode, 11, 22).text, type.contract.helpText);
         EXPECT_EQ(Help(row, mode, 11, 22).helpWord, type.helpWord);
         EXPECT_EQ(Help(row, mode, 4294967295u, 4294967295u).helpWord, 4294967295u);
+        if (type.untypedHelp.has_value()) {
+            EXPECT_EQ(Help(row, mode, 11, 22, nullptr).code, type.untypedHelp);
+        }
         EXPECT_EQ(Help(row, mode, 0, 22).helpInits, 0u);
         EXPECT_EQ(Help(row, mode, 11, 0).helpInits, 0u);
         EXPECT_EQ(Help(row, mode, 0, 0).helpInits, 0u);
@@ -432,6 +449,21 @@ void RunHelp(const TypeCase &type)
             EXPECT_EQ(helped.helpClears, 0u);
         }
     }
+}
+
+void RunFailedHelpCopy(const TypeCase &type)
+{
+    host::SetFaults({.failCopy = 1});
+    host::RecordReleases(true);
+    host::TakeReleases();
+    const Helped helped = Help(Found(type));
+    const std::vector<host::Release> releases = host::TakeReleases();
+    host::RecordReleases(false);
+    EXPECT_EQ(helped.code, type.helpCopyFailure);
+    EXPECT_FALSE(helped.supplied);
+    ASSERT_EQ(releases.size(), 1u);
+    EXPECT_TRUE(releases[0].known);
+    EXPECT_NE(releases[0].memory, nullptr);
 }
 
 int32_t Order(const DataTypeDescriptor &row, const std::string &leftHex, const std::string &rightHex,
@@ -490,7 +522,9 @@ void RunEndian(const TypeCase &type)
 {
     for (const SwapCase &c : type.swaps) {
         EXPECT_EQ(Endian(type.row.Name, c.value), Hex(Bytes(c.swapped)));
-        EXPECT_EQ(Endian(type.row.Name, c.swapped), Hex(Bytes(c.value)));
+        if (c.back) {
+            EXPECT_EQ(Endian(type.row.Name, c.swapped), Hex(Bytes(c.value)));
+        }
     }
 }
 
@@ -513,10 +547,30 @@ void RunLuaGet(const TypeCase &type)
     }
 }
 
+// Pointers are judged before the length.
+void ExpectLuaPointersFirst(const TypeCase &type, const DataTypeDescriptor &row)
+{
+    lua_State *L = host::NewLua();
+    std::string value(LuaLength(type), '\0');
+    if (row.LuaSet != nullptr) {
+        EXPECT_EQ(row.LuaSet(nullptr, 1, "v", 0, 0, value.data()), DT_ERR_NULL_PTR);
+        EXPECT_EQ(row.LuaSet(L, 1, "v", 0, 0, nullptr), DT_ERR_NULL_PTR);
+    }
+    if (row.LuaGet != nullptr) {
+        EXPECT_EQ(row.LuaGet(nullptr, 1, "v", 0, 0, value.data()), DT_ERR_NULL_PTR);
+        EXPECT_EQ(row.LuaGet(L, 1, "v", 0, 0, nullptr), DT_ERR_NULL_PTR);
+    }
+    host::CloseLua(L);
+}
+
 void RunLuaLengths(const TypeCase &type)
 {
-    const std::string table = type.luaGets.empty() ? "" : type.luaGets.front().table;
-    ExpectShortLuaRefused(Found(type), LuaLength(type), table, type.luaRefusal);
+    const DataTypeDescriptor row = Found(type);
+    const auto taken =
+        std::find_if(type.luaGets.begin(), type.luaGets.end(), [](const LuaCase &c) { return c.code == DT_OK; });
+    ASSERT_TRUE(taken != type.luaGets.end() || row.LuaGet == nullptr) << "no table that is taken";
+    ExpectShortLuaRefused(row, LuaLength(type), row.LuaGet == nullptr ? "" : taken->table, type.luaRefusal);
+    ExpectLuaPointersFirst(type, row);
 }
 
 void RunLuaRoundTrip(const TypeCase &type)
@@ -553,6 +607,7 @@ constexpr Part kParts[] = {
      RunLengthArgument},
     {"Check", [](const TypeCase &type) { return type.row.Check != nullptr; }, RunCheck},
     {"Help", [](const TypeCase &type) { return type.row.Help != nullptr; }, RunHelp},
+    {"FailedHelpCopy", [](const TypeCase &type) { return type.helpCopyFailure.has_value(); }, RunFailedHelpCopy},
     {"Compare", [](const TypeCase &type) { return type.row.Compare != nullptr; }, RunCompare},
     {"EveryByteCompared", [](const TypeCase &type) { return type.comparesBytes; }, RunEveryByteCompared},
     {"ComparePointers", [](const TypeCase &type) { return type.comparePointers.has_value(); }, RunComparePointers},

@@ -51,7 +51,8 @@ struct CompareCase {
 
 struct LengthCase {
     uint32_t length;
-    std::string text; // what the contract's value prints under this length
+    std::string text;       // what the value prints under this length
+    std::string value = {}; // hex; otherwise the contract's
 };
 
 struct ValueCode {
@@ -60,7 +61,8 @@ struct ValueCode {
 };
 
 struct SwapCase {
-    std::string value, swapped; // hex, either way
+    std::string value, swapped; // hex
+    bool back = true;           // swapped back it is the value again
 };
 
 struct TypeCase {
@@ -71,6 +73,7 @@ struct TypeCase {
 
     // What Sweep() runs. Left out: texts and values of the first accepted text, id and length of the row.
     Contract contract;
+    std::vector<std::pair<std::string, std::string>> alsoSwept = {}; // further texts and values under this contract
     bool swept = true;                 // false: a type that answers in its own way and has tests of its own for it
     std::vector<FieldRow> layout = {}; // of a zero value
     std::optional<uint16_t> failedOut = kUntouched; // type id and length after a failed print
@@ -103,9 +106,12 @@ struct TypeCase {
     uint32_t checkRefusal = DT_ERR_LENGTH;
     uint32_t zeroCheck = DT_OK; // what Check says of a zero value
     bool checkTestsPointer = true;
+    uint32_t contextlessCheck = DT_OK; // Check's code without its row
     std::vector<ValueCode> checks = {};
-    uint32_t helpWord = 22;                    // which of 11 and 22 SYSDT_InitHelpInfo gets
-    std::optional<uint32_t> helpHostCode = {}; // Help's code when the host refuses; otherwise the host's own
+    uint32_t helpWord = 22;                       // which of 11 and 22 SYSDT_InitHelpInfo gets
+    std::optional<uint32_t> helpHostCode = {};    // Help's code when the host refuses; otherwise the host's own
+    std::optional<uint32_t> untypedHelp = DT_OK;  // Help's code without a typed text; none: that is the host's to say
+    std::optional<uint32_t> helpCopyFailure = {}; // Help's code when its text cannot be copied: it is given back
     std::vector<std::string> ascending = {};
     bool descending = false; // Compare runs backwards
     std::vector<CompareCase> compares = {};

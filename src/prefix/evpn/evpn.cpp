@@ -189,7 +189,7 @@ constexpr HelpRule kHelp{
 
 } // namespace
 
-constinit const Type kEvn = MakeType({
+constinit const Type kEvpn = MakeSubType({
     .name = "EVN",
     .description = "the key of an EVPN route",
     .reference = "RFC 7432, RFC 9136, RFC 9251",
@@ -200,8 +200,7 @@ constinit const Type kEvn = MakeType({
     .longestText = kLongestRoute,
     .subType = kEvnSubType,
     .order = BGP_ORDER_NONE, // routes that differ in what is left out are equal, those of two types are neither
-    .network = BGP_NETWORK_LAYOUT,
-    .lua = BGP_LUA_LOSES, // of a checked ESI type; and the composite reads the route type over the body
+    .lua = BGP_LUA_LOSES,    // of a checked ESI type; and the composite reads the route type over the body
     .describe = DescribeEvpnRoute,
 });
 

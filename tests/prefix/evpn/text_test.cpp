@@ -1,6 +1,6 @@
 // EVPN route keys, text to value. Value: sub-type word (01 00 00 00), route type, then the route's fields in host
 // order. RFC 7432 (types 1-4), RFC 9136 (type 5), RFC 9251 (types 6-8).
-#include "support/harness.h"
+#include "support/expect.h"
 #include "support/refusals.h"
 
 #include <cstring>
@@ -17,21 +17,15 @@ const std::string kGroup6 = "ff0e0000000000000000000000000001"; // ff0e::1
 const std::string kEsi = "0123.4567.89ab.cdef.0011";
 const std::string kEsiHex = "0123456789abcdef0011";
 
-struct Accepted {
-    std::string text;
-    std::string value; // hex from the route type on, zeros behind it
-    std::string printed;
-};
-
 std::string Whole(const std::string &fromRouteType)
 {
     return Padded("01000000" + fromRouteType, 89);
 }
 
-// Through both types and back again.
-void ExpectTaken(const std::vector<Accepted> &rows)
+// Through both types and back again; values are hex from the route type on.
+void ExpectTaken(const std::vector<TextCase> &rows)
 {
-    for (const Accepted &row : rows) {
+    for (const TextCase &row : rows) {
         for (const char *type : {"EVNPREFIX", "BOLPREFIX"}) {
             SCOPED_TRACE(std::string(type) + " \"" + row.text + '"');
             const In in = FormatIn(type, row.text);
@@ -40,7 +34,7 @@ void ExpectTaken(const std::vector<Accepted> &rows)
             EXPECT_EQ(in.length, 89);
             EXPECT_EQ(in.value, Whole(row.value));
             EXPECT_TRUE(in.textKept);
-            EXPECT_EQ(FormatOut(type, Whole(row.value)).text, row.printed);
+            EXPECT_EQ(FormatOut(type, Whole(row.value)).text, PrintedText(row));
         }
     }
 }
@@ -48,15 +42,9 @@ void ExpectTaken(const std::vector<Accepted> &rows)
 void ExpectRefused(const std::vector<std::string> &texts)
 {
     for (const std::string &text : texts) {
-        SCOPED_TRACE('"' + text + '"');
-        const In in = FormatIn("EVNPREFIX", text);
-        EXPECT_EQ(in.code, DT_ERR_INVALID_PARAM);
-        EXPECT_EQ(in.typeId, kUntouched);
-        EXPECT_EQ(in.length, kUntouched);
-        EXPECT_FALSE(in.bufferSet);
-        EXPECT_TRUE(in.textKept);
+        test::ExpectRefused(Row("EVNPREFIX"), text, 1, DT_ERR_INVALID_PARAM);
         uint8_t value[89] = {};
-        EXPECT_EQ(SYSDT_Str2EvnPrefix(text.c_str(), value, 1), DT_ERR_FAIL);
+        EXPECT_EQ(SYSDT_Str2EvnPrefix(text.c_str(), value, 1), DT_ERR_FAIL) << text;
         EXPECT_EQ(value[0], 0); // the sub-type word is never the parser's
     }
 }
@@ -66,17 +54,17 @@ void ExpectRefused(const std::vector<std::string> &texts)
 TEST_F(EvpnText, Type1EthernetAutoDiscovery)
 {
     ExpectTaken({
-        {"0000.0000.0000.0000.0000:7", "01 00000000000000000000 07000000", "0000.0000.0000.0000.0000:7"},
-        {kEsi + ":0", "01" + kEsiHex + "00000000", kEsi + ":0"},
-        {kEsi + ":4294967295", "01" + kEsiHex + "ffffffff", kEsi + ":4294967295"},
-        {kEsi + ":16909060", "01" + kEsiHex + "04030201", kEsi + ":16909060"},
+        {"0000.0000.0000.0000.0000:7", "01 00000000000000000000 07000000"},
+        {kEsi + ":0", "01" + kEsiHex + "00000000"},
+        {kEsi + ":4294967295", "01" + kEsiHex + "ffffffff"},
+        {kEsi + ":16909060", "01" + kEsiHex + "04030201"},
         {"0123.4567.89AB.CDEF.0011:1", "01" + kEsiHex + "01000000", kEsi + ":1"},
         {kEsi + ":00000000000000000000001", "01" + kEsiHex + "01000000", kEsi + ":1"}, // no limit but the whole text's
-        {"ff00.0000.0000.0000.0001:1", "01 ff000000000000000001 01000000", "ff00.0000.0000.0000.0001:1"},
-        {"0200.0000.0000.0000.0001:1", "01 02000000000000000001 01000000", "0200.0000.0000.0000.0001:1"},
-        {"0600.0000.0000.0000.0001:1", "01 06000000000000000001 01000000", "0600.0000.0000.0000.0001:1"},
-        {"0000.0000.0000.0000.0001:1", "01 00000000000000000001 01000000", "0000.0000.0000.0000.0001:1"},
-        {"ffff.ffff.ffff.ffff.fffe:1", "01 fffffffffffffffffffe 01000000", "ffff.ffff.ffff.ffff.fffe:1"},
+        {"ff00.0000.0000.0000.0001:1", "01 ff000000000000000001 01000000"},
+        {"0200.0000.0000.0000.0001:1", "01 02000000000000000001 01000000"},
+        {"0600.0000.0000.0000.0001:1", "01 06000000000000000001 01000000"},
+        {"0000.0000.0000.0000.0001:1", "01 00000000000000000001 01000000"},
+        {"ffff.ffff.ffff.ffff.fffe:1", "01 fffffffffffffffffffe 01000000"},
         // Twenty zeros are the all-zero ESI wherever the four dots stand.
         {"....00000000000000000000:7", "01 00000000000000000000 07000000", "0000.0000.0000.0000.0000:7"},
         {"00000000000000000000....:7", "01 00000000000000000000 07000000", "0000.0000.0000.0000.0000:7"},
@@ -114,22 +102,18 @@ TEST_F(EvpnText, Type2MacAdvertisement)
 {
     const std::string mac = "00e0fc123456";
     ExpectTaken({
-        {"1:48:00e0-fc12-3456:32:10.2.3.4", "02 01000000 30" + mac + "20 0403020a", "1:48:00e0-fc12-3456:32:10.2.3.4"},
+        {"1:48:00e0-fc12-3456:32:10.2.3.4", "02 01000000 30" + mac + "20 0403020a"},
         {"0:0:0-0-0:0:0.0.0.0", "02", "0:0:0000-0000-0000:0:0.0.0.0"},
-        {"4294967295:255:ffff-ffff-ffff:255:255.255.255.255", "02 ffffffff ff ffffffffffff ff ffffffff",
-         "4294967295:255:ffff-ffff-ffff:255:255.255.255.255"},
+        {"4294967295:255:ffff-ffff-ffff:255:255.255.255.255", "02 ffffffff ff ffffffffffff ff ffffffff"},
         {"1:48:e0-c-3:32:10.2.3.4", "02 01000000 30 00e0000c0003 20 0403020a", "1:48:00e0-000c-0003:32:10.2.3.4"},
         {"0000000001:048:00E0-FC12-3456:032:10.2.3.4", "02 01000000 30" + mac + "20 0403020a",
          "1:48:00e0-fc12-3456:32:10.2.3.4"},
-        {"1:48:00e0-fc12-3456:128:[2001:db8::1]", "02 01000000 30" + mac + "80 00000000" + kSome6 + "01",
-         "1:48:00e0-fc12-3456:128:[2001:db8::1]"},
-        {"1:48:00e0-fc12-3456:0:[::]", "02 01000000 30" + mac + "00 00000000" + kNo6 + "01",
-         "1:48:00e0-fc12-3456:0:[::]"},
+        {"1:48:00e0-fc12-3456:128:[2001:db8::1]", "02 01000000 30" + mac + "80 00000000" + kSome6 + "01"},
+        {"1:48:00e0-fc12-3456:0:[::]", "02 01000000 30" + mac + "00 00000000" + kNo6 + "01"},
         {"1:255:00e0-fc12-3456:64:[2001:0DB8:0:0:0:0:0:1]", "02 01000000 ff" + mac + "40 00000000" + kSome6 + "01",
          "1:255:00e0-fc12-3456:64:[2001:db8::1]"},
         {"1:48:00e0-fc12-3456:128:[::ffff:10.2.3.4]",
-         "02 01000000 30" + mac + "80 00000000 00000000000000000000ffff0a020304 01",
-         "1:48:00e0-fc12-3456:128:[::ffff:10.2.3.4]"},
+         "02 01000000 30" + mac + "80 00000000 00000000000000000000ffff0a020304 01"},
     });
     ExpectRefused({
         ":48:00e0-fc12-3456:32:10.2.3.4",
@@ -182,15 +166,14 @@ TEST_F(EvpnText, Type2MacAdvertisement)
 TEST_F(EvpnText, Type3InclusiveMulticast)
 {
     ExpectTaken({
-        {"10:32:1.1.1.1", "03 0a000000 20 01010101", "10:32:1.1.1.1"},
-        {"10:32:10.2.3.4", "03 0a000000 20 0403020a", "10:32:10.2.3.4"},
-        {"0:0:0.0.0.0", "03", "0:0:0.0.0.0"},
-        {"4294967295:255:255.255.255.255", "03 ffffffff ff ffffffff", "4294967295:255:255.255.255.255"},
+        {"10:32:1.1.1.1", "03 0a000000 20 01010101"},
+        {"10:32:10.2.3.4", "03 0a000000 20 0403020a"},
+        {"0:0:0.0.0.0", "03"},
+        {"4294967295:255:255.255.255.255", "03 ffffffff ff ffffffff"},
         {"0000000010:032:10.2.3.4", "03 0a000000 20 0403020a", "10:32:10.2.3.4"},
-        {"10:128:[2001::1]", "03 0a000000 80 00000000 20010000000000000000000000000001 01", "10:128:[2001::1]"},
-        {"10:0:[::]", "03 0a000000 00 00000000" + kNo6 + "01", "10:0:[::]"},
-        {"10:128:[::ffff:10.2.3.4]", "03 0a000000 80 00000000 00000000000000000000ffff0a020304 01",
-         "10:128:[::ffff:10.2.3.4]"},
+        {"10:128:[2001::1]", "03 0a000000 80 00000000 20010000000000000000000000000001 01"},
+        {"10:0:[::]", "03 0a000000 00 00000000" + kNo6 + "01"},
+        {"10:128:[::ffff:10.2.3.4]", "03 0a000000 80 00000000 00000000000000000000ffff0a020304 01"},
     });
     ExpectRefused({
         ":32:10.2.3.4",
@@ -228,13 +211,13 @@ TEST_F(EvpnText, Type3InclusiveMulticast)
 TEST_F(EvpnText, Type4EthernetSegment)
 {
     ExpectTaken({
-        {kEsi + ":32:10.2.3.4", "04" + kEsiHex + "20 0403020a", kEsi + ":32:10.2.3.4"},
-        {kEsi + ":0:0.0.0.0", "04" + kEsiHex, kEsi + ":0:0.0.0.0"},
-        {kEsi + ":255:255.255.255.255", "04" + kEsiHex + "ff ffffffff", kEsi + ":255:255.255.255.255"},
+        {kEsi + ":32:10.2.3.4", "04" + kEsiHex + "20 0403020a"},
+        {kEsi + ":0:0.0.0.0", "04" + kEsiHex},
+        {kEsi + ":255:255.255.255.255", "04" + kEsiHex + "ff ffffffff"},
         {"ff00.0000.0000.0000.0001:032:10.2.3.4", "04 ff000000000000000001 20 0403020a",
          "ff00.0000.0000.0000.0001:32:10.2.3.4"},
-        {kEsi + ":128:[2001:db8::1]", "04" + kEsiHex + "80 00000000" + kSome6 + "01", kEsi + ":128:[2001:db8::1]"},
-        {kEsi + ":0:[::]", "04" + kEsiHex + "00 00000000" + kNo6 + "01", kEsi + ":0:[::]"},
+        {kEsi + ":128:[2001:db8::1]", "04" + kEsiHex + "80 00000000" + kSome6 + "01"},
+        {kEsi + ":0:[::]", "04" + kEsiHex + "00 00000000" + kNo6 + "01"},
         // Alone, an ESI is a segment without originator; it prints one all the same.
         {"0100.0000.0000.0000.0001", "04 01000000000000000001", "0100.0000.0000.0000.0001:0:0.0.0.0"},
         {"FF00.0000.0000.0000.0001", "04 ff000000000000000001", "ff00.0000.0000.0000.0001:0:0.0.0.0"},
@@ -279,16 +262,15 @@ TEST_F(EvpnText, Type4EthernetSegment)
 TEST_F(EvpnText, Type5IpPrefix)
 {
     ExpectTaken({
-        {"10:1.1.1.0:24", "05 0a000000 18 00010101", "10:1.1.1.0:24"},
-        {"0:0.0.0.0:0", "05", "0:0.0.0.0:0"},
-        {"4294967295:255.255.255.255:255", "05 ffffffff ff ffffffff", "4294967295:255.255.255.255:255"},
+        {"10:1.1.1.0:24", "05 0a000000 18 00010101"},
+        {"0:0.0.0.0:0", "05"},
+        {"4294967295:255.255.255.255:255", "05 ffffffff ff ffffffff"},
         {"0000000010:10.2.3.4:0000000000000032", "05 0a000000 20 0403020a", "10:10.2.3.4:32"},
-        {"10:[2001::]:64", "05 0a000000 40 00000000 20010000000000000000000000000000 01", "10:[2001::]:64"},
-        {"10:[::]:0", "05 0a000000 00 00000000" + kNo6 + "01", "10:[::]:0"},
-        {"10:[2001:db8::1]:255", "05 0a000000 ff 00000000" + kSome6 + "01", "10:[2001:db8::1]:255"},
+        {"10:[2001::]:64", "05 0a000000 40 00000000 20010000000000000000000000000000 01"},
+        {"10:[::]:0", "05 0a000000 00 00000000" + kNo6 + "01"},
+        {"10:[2001:db8::1]:255", "05 0a000000 ff 00000000" + kSome6 + "01"},
         {"10:[2001:db8::1]:000128", "05 0a000000 80 00000000" + kSome6 + "01", "10:[2001:db8::1]:128"},
-        {"10:[::ffff:10.2.3.4]:128", "05 0a000000 80 00000000 00000000000000000000ffff0a020304 01",
-         "10:[::ffff:10.2.3.4]:128"},
+        {"10:[::ffff:10.2.3.4]:128", "05 0a000000 80 00000000 00000000000000000000ffff0a020304 01"},
         // The character behind the bracket is not looked at.
         {"10:[2001:db8::1]a64", "05 0a000000 40 00000000" + kSome6 + "01", "10:[2001:db8::1]:64"},
         {"10:[2001:db8::1].64", "05 0a000000 40 00000000" + kSome6 + "01", "10:[2001:db8::1]:64"},
@@ -340,17 +322,14 @@ TEST_F(EvpnText, Type6SelectiveMulticast)
     const std::string group = "20 010101ef" + kNo6 + "00";
     const std::string tag = "06 0a000000";
     ExpectTaken({
-        {"10:32:10.2.3.4:32:239.1.1.1:32:1.2.3.4", tag + source + group + "20 04030201",
-         "10:32:10.2.3.4:32:239.1.1.1:32:1.2.3.4"},
-        {"10:0:0.0.0.0:32:239.1.1.1:32:1.2.3.4", tag + "00 00000000" + kNo6 + "00" + group + "20 04030201",
-         "10:0:0.0.0.0:32:239.1.1.1:32:1.2.3.4"}, // any source
+        {"10:32:10.2.3.4:32:239.1.1.1:32:1.2.3.4", tag + source + group + "20 04030201"},
+        {"10:0:0.0.0.0:32:239.1.1.1:32:1.2.3.4",
+         tag + "00 00000000" + kNo6 + "00" + group + "20 04030201"}, // any source
         {"0:128:0.0.0.0:1:0.0.0.0:128:255.255.255.255",
-         "06 00000000 80 00000000" + kNo6 + "00 01 00000000" + kNo6 + "00 80 ffffffff",
-         "0:128:0.0.0.0:1:0.0.0.0:128:255.255.255.255"},
+         "06 00000000 80 00000000" + kNo6 + "00 01 00000000" + kNo6 + "00 80 ffffffff"},
         {"4294967295:032:10.2.3.4:032:239.1.1.1:001:1.2.3.4", "06 ffffffff" + source + group + "01 04030201",
          "4294967295:32:10.2.3.4:32:239.1.1.1:1:1.2.3.4"},
-        {"10:32:10.2.3.4:32:239.1.1.1:128:[2001:db8::1]", tag + source + group + "80 00000000" + kSome6 + "01",
-         "10:32:10.2.3.4:32:239.1.1.1:128:[2001:db8::1]"},
+        {"10:32:10.2.3.4:32:239.1.1.1:128:[2001:db8::1]", tag + source + group + "80 00000000" + kSome6 + "01"},
         // Behind the bracket of the last field nothing is looked at, so that six colons outside brackets can be had.
         {"10:32:10.2.3.4:32:239.1.1.1:128:[2001:db8::1]abc", tag + source + group + "80 00000000" + kSome6 + "01",
          "10:32:10.2.3.4:32:239.1.1.1:128:[2001:db8::1]"},
@@ -402,13 +381,10 @@ TEST_F(EvpnText, Type7MulticastJoin)
     const std::string source = "20 0403020a" + kNo6 + "00";
     const std::string group = "20 010101ef" + kNo6 + "00";
     ExpectTaken({
-        {esi + ":10:32:10.2.3.4:32:239.1.1.1:32:1.2.3.4", head + source + group + "20 04030201",
-         esi + ":10:32:10.2.3.4:32:239.1.1.1:32:1.2.3.4"},
+        {esi + ":10:32:10.2.3.4:32:239.1.1.1:32:1.2.3.4", head + source + group + "20 04030201"},
         {"0001.0203.0405.0607.0809:4294967295:0:0.0.0.0:1:239.1.1.1:128:1.2.3.4",
-         "07 00010203040506070809 ffffffff 00 00000000" + kNo6 + "00 01 010101ef" + kNo6 + "00 80 04030201",
-         "0001.0203.0405.0607.0809:4294967295:0:0.0.0.0:1:239.1.1.1:128:1.2.3.4"},
-        {esi + ":10:32:10.2.3.4:32:239.1.1.1:128:[2001:db8::1]", head + source + group + "80 00000000" + kSome6 + "01",
-         esi + ":10:32:10.2.3.4:32:239.1.1.1:128:[2001:db8::1]"},
+         "07 00010203040506070809 ffffffff 00 00000000" + kNo6 + "00 01 010101ef" + kNo6 + "00 80 04030201"},
+        {esi + ":10:32:10.2.3.4:32:239.1.1.1:128:[2001:db8::1]", head + source + group + "80 00000000" + kSome6 + "01"},
         // Seven colons: a join, whatever the number behind the bracket was meant to be.
         {esi + ":10:32:10.2.3.4:32:239.1.1.1:128:[2001:db8::1]a7",
          head + source + group + "80 00000000" + kSome6 + "01", esi + ":10:32:10.2.3.4:32:239.1.1.1:128:[2001:db8::1]"},
@@ -450,15 +426,14 @@ TEST_F(EvpnText, Type8MulticastLeave)
     const std::string value = "08 01000000000000000001 0a000000 20 0403020a" + kNo6 + "00 20 010101ef" + kNo6 +
                               "00 20 04030201" + kNo6 + "00";
     ExpectTaken({
-        {fields + ":7", value + "07000000", fields + ":7"},
-        {fields + ":0", value + "00000000", fields + ":0"},
-        {fields + ":4294967295", value + "ffffffff", fields + ":4294967295"},
+        {fields + ":7", value + "07000000"},
+        {fields + ":0", value + "00000000"},
+        {fields + ":4294967295", value + "ffffffff"},
         {fields + ":0000000007", value + "07000000", fields + ":7"},
-        {fields + ":16909060", value + "04030201", fields + ":16909060"},
+        {fields + ":16909060", value + "04030201"},
         {"0001.0203.0405.0607.0809:0:0:0.0.0.0:128:239.1.1.1:1:1.2.3.4:1",
          "08 00010203040506070809 00000000 00 00000000" + kNo6 + "00 80 010101ef" + kNo6 + "00 01 04030201" + kNo6 +
-             "00 01000000",
-         "0001.0203.0405.0607.0809:0:0:0.0.0.0:128:239.1.1.1:1:1.2.3.4:1"},
+             "00 01000000"},
     });
     ExpectRefused({
         fields + ":",
