@@ -2,7 +2,7 @@
 // ones (a small ring is learned by the branch predictor and flatters), and closes with the ratios.
 #include "bench.h"
 #include "bgp_host_services.h"
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 
 #include <benchmark/benchmark.h>
 

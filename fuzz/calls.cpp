@@ -1,7 +1,7 @@
 #include "fuzz/calls.h"
 
 #include "bgp_host_services.h"
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 
 #include <lua.hpp>
 

@@ -1,6 +1,6 @@
 #include "fuzz/lua_edits.h"
 
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 
 #include <lua.hpp>
 

@@ -1,7 +1,7 @@
 #include "fuzz/targets.h"
 
 #include "bgp_host_services.h"
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 #include "fuzz/examine.h"
 #include "fuzz/item_list.h"
 #include "fuzz/lua_edits.h"

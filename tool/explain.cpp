@@ -1,7 +1,7 @@
 #include "explain.h"
 
 #include "bgp_host_services.h"
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 #include "explainers.h"
 #include "values.h"
 

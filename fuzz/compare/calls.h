@@ -2,7 +2,7 @@
 #ifndef BGP_FUZZ_COMPARE_CALLS_H
 #define BGP_FUZZ_COMPARE_CALLS_H
 
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 #include "fuzz/compare/draw.h"
 
 #include <functional>

@@ -1,6 +1,6 @@
 #include "fuzz/compare/material.h"
 
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 #include "fuzz/text_changes.h"
 #include "bgp_host_services.h"
 

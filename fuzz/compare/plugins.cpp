@@ -1,6 +1,6 @@
 #include "fuzz/compare/plugins.h"
 
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 
 #include <dlfcn.h>
 #include <link.h>

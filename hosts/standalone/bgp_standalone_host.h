@@ -1,166 +1,188 @@
-// bgp_standalone_host.h - a host for data-type plug-ins, in a process of its own.
-//
-// A router's management plane loads the plug-in and supplies the services of bgp_host_services.h. This library supplies
-// the same services without a router - for the command-line tool, for tests and for programs that embed the data types
-// - and this header is what the embedding program says to it:
-//
-//     std::string error;
-//     if (!bgp::standalone::LoadPlugIn("libbgp_datatypes.so.1", &error)) { ... error ... }
-//     const DataTypeDescriptor *type = bgp::standalone::FindRow("ASNUM");
-//     DataTypeRequest request{1, bgp::standalone::OpenHandle()};
-//     type->FormatIn(&request, type->TypeId, 0, text, &typeId, &length, &value); // value lives in the handle
-//     bgp::standalone::CloseHandle(request.MemoryHandle);
-//
-// Every function may be called from any thread. The part about faults and counters is for tests; it is always built in,
-// and costs nothing measurable while unused.
+/*
+ * bgp_standalone_host.h - a host for data-type plug-ins, in a process of its own. C, and C++ as it is.
+ *
+ * A router's management plane loads the plug-in and supplies the services of bgp_host_services.h. This library supplies
+ * the same services without a router: for programs that embed the data types, for the command-line tool and for tests.
+ * This header is what the embedding program says to it; README.md has a whole program. bgp_standalone_host.hpp says the
+ * same in C++, with strings and vectors.
+ *
+ * A program that defines a service itself replaces the library's. Link it with -rdynamic then: a plug-in that is
+ * loaded, not linked, finds the program's symbols only when they are exported.
+ *
+ * Every function may be called from any thread. Texts are NUL-terminated. A program whose memory ends while the host
+ * takes a note (a name, a diagnostic's copy) ends with it; the services themselves report missing memory. The part
+ * about faults and counters is for tests; it is always built in, and costs nothing measurable while unused.
+ */
 #ifndef BGP_STANDALONE_HOST_H
 #define BGP_STANDALONE_HOST_H
 
 #include "bgp_datatypes.h"
+#include "bgp_host_services.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <functional>
-#include <string>
-#include <string_view>
-#include <vector>
+#include <stdbool.h>
 
 #if defined(__GNUC__)
-#define BGP_STANDALONE_API __attribute__((visibility("default")))
+#define BGP_STANDALONE_API __attribute__((__visibility__("default")))
 #else
 #define BGP_STANDALONE_API
 #endif
 
-namespace bgp::standalone {
+#ifdef __cplusplus
+#define BGP_STANDALONE_DEFAULT(value) = value /* C++ names some members and leaves the others at this */
+extern "C" {
+#else
+#define BGP_STANDALONE_DEFAULT(value)
+#endif
 
-// ---------------------------------------------------------------------------------------------------- diagnostics
+/* ------------------------------------------------------------------------------------------------------- memory */
 
-// One ZOL_Assert() call of the plug-in.
-struct Diagnostic {
-    std::string source;
-    uint32_t line;
-    std::string message;
-};
+/*
+ * A memory handle is an arena: results of operations collect in it and go together. Up to 4096 may be open at a time.
+ * Reset and Close need that no other thread still allocates on that handle or uses its blocks.
+ */
 
-using AssertHook = std::function<void(const Diagnostic &)>;
+/* A new handle, for DataTypeRequest.MemoryHandle; 0, which no service accepts, when all are taken. */
+BGP_STANDALONE_API uint32_t BgpHost_OpenHandle(void);
+/* Drops all blocks and keeps the handle; memory is kept for the next round. Unknown handles are ignored. */
+BGP_STANDALONE_API void BgpHost_ResetHandle(uint32_t handle);
+/* Drops all blocks and the handle, whose number is not soon used again. Unknown handles are ignored. */
+BGP_STANDALONE_API void BgpHost_CloseHandle(uint32_t handle);
+/* Live blocks: given out and not marked free. 0 for an unknown handle. Entries of help records are not counted. */
+BGP_STANDALONE_API size_t BgpHost_HandleBlocks(uint32_t handle);
+/* Live SYS_DataTypeMalloc() blocks that the calling thread took. */
+BGP_STANDALONE_API size_t BgpHost_ScratchBlocks(void);
 
-// Hands every later diagnostic to hook, on the thread that reports it; an empty hook goes back to keeping them in a
-// list. A hook that throws loses the diagnostic: nothing may pass back into the plug-in.
-BGP_STANDALONE_API void SetAssertHook(AssertHook hook);
-// The kept diagnostics, oldest first; the list is empty afterwards.
-BGP_STANDALONE_API std::vector<Diagnostic> TakeDiagnostics();
+/* -------------------------------------------------------------------------------------- the plug-in and its rows */
 
-// ------------------------------------------------------------------------------------- the plug-in and its rows
+/* The handle that a plug-in's init function receives and passes back with every row. */
+#define BGP_HOST_REGISTRATION_HANDLE 1u
 
-// The handle that a plug-in's init function receives and passes back with every row.
-inline constexpr uint32_t RegistrationHandle = 1;
+/*
+ * Loads a plug-in and calls its Bgp_InitDataType(). path is as for dlopen(), except that a name without a slash is
+ * first looked for beside this library (beside the program, where that is linked with the static one). The
+ * registrations of an earlier plug-in are forgotten and it is unloaded, unless the new file cannot be loaded: then
+ * everything stays as it was. DT_OK, or DT_ERR_FAIL with the reason in reasonSize characters at reason (null for none),
+ * cut where it is longer, when the file, its entry point or its initialisation fails.
+ */
+BGP_STANDALONE_API uint32_t BgpHost_LoadPlugIn(const char *path, char *reason, size_t reasonSize);
+/* Forgets the registrations of the loaded plug-in and unloads it; no thread may be inside of it. Without one, nothing.
+ */
+BGP_STANDALONE_API void BgpHost_UnloadPlugIn(void);
+/*
+ * A symbol of the loaded plug-in; without one, of the process (a statically linked plug-in, in a program that exports
+ * its symbols). Null when absent.
+ */
+BGP_STANDALONE_API void *BgpHost_PlugInSymbol(const char *name);
+/* For a plug-in that is linked: forgets all registrations, calls init (Bgp_InitDataType) and returns its answer. */
+BGP_STANDALONE_API uint32_t BgpHost_InitLinkedPlugIn(uint32_t (*init)(uint32_t handle));
 
-// Loads a plug-in (path as for dlopen) and calls its Bgp_InitDataType(). The registrations of an earlier plug-in are
-// forgotten and it is unloaded, unless the new file cannot be loaded: then everything stays as it was. False with the
-// reason in *error (may be null) when the file, its entry point or its initialisation fails.
-BGP_STANDALONE_API bool LoadPlugIn(const char *path, std::string *error);
-// Forgets the registrations of the loaded plug-in and unloads it; no thread may be inside of it. Without one, nothing.
-BGP_STANDALONE_API void UnloadPlugIn();
-// A symbol of the loaded plug-in; without one, of the process (a statically linked plug-in, in a program that exports
-// its symbols). Null when absent.
-BGP_STANDALONE_API void *PlugInSymbol(const char *name);
-// For a statically linked plug-in: forgets all registrations, calls init and returns its answer.
-BGP_STANDALONE_API uint32_t InitLinkedPlugIn(uint32_t (*init)(uint32_t handle));
+/* The first accepted row of that name or type id; null when there is none. Rows belong to the plug-in. */
+BGP_STANDALONE_API const DataTypeDescriptor *BgpHost_FindRow(const char *name);
+BGP_STANDALONE_API const DataTypeDescriptor *BgpHost_FindRowById(uint32_t typeId);
+/* The accepted row at a place, from 0, in the order of registration; null behind the last. */
+BGP_STANDALONE_API const DataTypeDescriptor *BgpHost_RowAt(size_t place);
 
-// One SYS_Drm_RegisterDataType() call and what was answered.
-struct Registration {
+/* One SYS_Drm_RegisterDataType() call and what was answered. */
+typedef struct BgpHostRegistration {
     uint32_t handle;
     const DataTypeDescriptor *row;
     uint32_t answer;
-};
+} BgpHostRegistration;
 
-// Every registration call in order, the refused ones included.
-BGP_STANDALONE_API std::vector<Registration> Registrations();
-// Forgets the calls and the rows. What RefuseRow() asked for stays.
-BGP_STANDALONE_API void ForgetRegistrations();
-// The accepted rows, in order. They belong to the plug-in.
-BGP_STANDALONE_API std::vector<const DataTypeDescriptor *> Rows();
-// The first accepted row of that name or type id; null when there is none.
-BGP_STANDALONE_API const DataTypeDescriptor *FindRow(std::string_view name);
-BGP_STANDALONE_API const DataTypeDescriptor *FindRow(uint32_t typeId);
+/* Copies the call at a place, from 0, the refused ones included. False behind the last. */
+BGP_STANDALONE_API bool BgpHost_RegistrationAt(size_t place, BgpHostRegistration *call);
+/* Forgets the calls and the rows. What BgpHost_RefuseRow() asked for stays. */
+BGP_STANDALONE_API void BgpHost_ForgetRegistrations(void);
+/* From now on SYS_Drm_RegisterDataType() answers code for rows of that type id; code 0 accepts them again. */
+BGP_STANDALONE_API void BgpHost_RefuseRow(uint32_t typeId, uint32_t code);
 
-// ------------------------------------------------------------------------------------------------------- memory
+/* -------------------------------------------------------------------------------------------------- diagnostics */
 
-// A memory handle is an arena: results of operations collect in it and go together. Up to 4096 may be open at a time.
-// Reset and Close need that no other thread still allocates on that handle or uses its blocks.
+/* Takes one ZOL_Assert() call of the plug-in. The texts are gone afterwards. */
+typedef void BgpHostDiagnosticTaker(void *context, const char *source, uint32_t line, const char *message);
 
-// A new handle; 0, which no service accepts, when all are taken.
-BGP_STANDALONE_API uint32_t OpenHandle();
-// Drops all blocks and keeps the handle; memory is kept for the next round. Unknown handles are ignored.
-BGP_STANDALONE_API void ResetHandle(uint32_t handle);
-// Drops all blocks and the handle, whose number is not soon used again. Unknown handles are ignored.
-BGP_STANDALONE_API void CloseHandle(uint32_t handle);
-// Live blocks: given out and not marked free. 0 for an unknown handle. Entries of help records are not counted.
-BGP_STANDALONE_API size_t HandleBlocks(uint32_t handle);
-// Live SYS_DataTypeMalloc() blocks that the calling thread took.
-BGP_STANDALONE_API size_t ScratchBlocks();
+/*
+ * Hands every later diagnostic to hook, on the thread that reports it; a null hook goes back to keeping them in a list.
+ * What a hook throws is lost with the diagnostic: nothing may pass back into the plug-in.
+ */
+BGP_STANDALONE_API void BgpHost_SetAssertHook(BgpHostDiagnosticTaker *hook, void *context);
+/* Hands the kept diagnostics to take, oldest first; the list is empty afterwards. */
+BGP_STANDALONE_API void BgpHost_TakeDiagnostics(BgpHostDiagnosticTaker *take, void *context);
 
-// One SYS_DataTypeFree() call. known is false for a pointer that is no live block of this host (foreign, or freed
-// before); such a call frees nothing.
-struct Release {
-    const void *memory;
-    bool known;
-};
+/* ------------------------------------------------------------------------------------------------- object names */
 
-// The calling thread's SYS_DataTypeFree() calls since the last look, oldest first. Kept only while recording, which is
-// off at first and is switched for the calling thread alone. A null pointer counts as known.
-BGP_STANDALONE_API std::vector<Release> TakeReleases();
-BGP_STANDALONE_API void RecordReleases(bool on);
+/*
+ * Names object index of a name-index type; an empty name takes the name away. A name stands for one index and an index
+ * for one name: the latest setting wins.
+ */
+BGP_STANDALONE_API void BgpHost_SetObjectName(uint32_t typeId, uint32_t index, const char *name);
+BGP_STANDALONE_API void BgpHost_ForgetObjectNames(void);
 
-// Checked blocks: each is a piece of its own between two guards of 16 bytes, filled with 0xA5 when given out and with
-// 0x5A when freed. For the whole process, for blocks given out from now on; off at first. Under AddressSanitizer every
-// block is a piece of its own in any case, and the sanitizer itself guards its ends.
-BGP_STANDALONE_API void SetCheckedBlocks(bool on);
-// Whether all guards are whole, and all freed blocks of handles still filled. Damage that was noticed when a block went
-// away counts too, until it has been reported once. *report (may be null) gets one line for each damaged block.
-BGP_STANDALONE_API bool BlocksIntact(std::string *report);
+/* ---------------------------------------------------------------------------------------------------------- Lua */
 
-// ------------------------------------------------------------------------------------------- faults and counters
+/* A new interpreter with the standard libraries; null when memory is out. One thread at a time may use it. */
+BGP_STANDALONE_API lua_State *BgpHost_NewLua(void);
+BGP_STANDALONE_API void BgpHost_CloseLua(lua_State *L);
 
-// What shall go wrong, on the calling thread. 0 is never, 1 the next call from now on, and so forth.
-struct Faults {
-    uint32_t failAllocation = 0;   // the n-th allocation; both allocators count together
-    bool failAllAfter = false;     // and every later one
-    uint32_t failPrint = 0;        // the n-th snprintf_truncated_s, snprintf_s or sprintf_s returns -1, writing nothing
-    uint32_t failCopy = 0;         // the n-th memcpy_s, memset_s, strcpy_s or strncpy_s fails, writing nothing
-    uint32_t failScan = 0;         // the n-th sscanf_s returns 0, writing nothing
-    uint32_t failAddressPrint = 0; // the n-th inet_ntop6 returns null, writing nothing
-    uint32_t helpInitCode = 0;     // when non-zero, every SYSDT_InitHelpInfo returns this and prepares nothing
-};
+/* ------------------------------------------------------------------------------------------- faults and counters */
 
-// Replaces the calling thread's faults and zeroes its counters. SetFaults({}) ends all faults.
-BGP_STANDALONE_API void SetFaults(const Faults &faults);
+/* What shall go wrong, on the calling thread. 0 is never, 1 the next call from now on, and so forth. */
+typedef struct BgpHostFaults {
+    uint32_t failAllocation BGP_STANDALONE_DEFAULT(0);   /* the n-th allocation; both allocators count together */
+    bool failAllAfter BGP_STANDALONE_DEFAULT(false);     /* and every later one */
+    uint32_t failPrint BGP_STANDALONE_DEFAULT(0);        /* the n-th snprintf_truncated_s, snprintf_s or sprintf_s
+                                                            returns -1, writing nothing */
+    uint32_t failCopy BGP_STANDALONE_DEFAULT(0);         /* the n-th memcpy_s, memset_s, strcpy_s or strncpy_s fails,
+                                                            writing nothing */
+    uint32_t failScan BGP_STANDALONE_DEFAULT(0);         /* the n-th sscanf_s returns 0, writing nothing */
+    uint32_t failAddressPrint BGP_STANDALONE_DEFAULT(0); /* the n-th inet_ntop6 returns null, writing nothing */
+    uint32_t helpInitCode BGP_STANDALONE_DEFAULT(0);     /* when non-zero, every SYSDT_InitHelpInfo returns this and
+                                                            prepares nothing */
+} BgpHostFaults;
 
-// Calls of the calling thread, failed ones included. allocations counts both allocators, plainAllocations those by
-// SYS_DataTypeMalloc alone. lastHelpWord is what the latest SYSDT_InitHelpInfo was given.
-struct Counters {
+/* Replaces the calling thread's faults and zeroes its counters. All zero, or a null pointer, ends all faults. */
+BGP_STANDALONE_API void BgpHost_SetFaults(const BgpHostFaults *faults);
+
+/*
+ * Calls of the calling thread, failed ones included. allocations counts both allocators, plainAllocations those by
+ * SYS_DataTypeMalloc alone. lastHelpWord is what the latest SYSDT_InitHelpInfo was given.
+ */
+typedef struct BgpHostCounters {
     uint32_t allocations, plainAllocations, frees, prints, copies, scans, addressPrints, helpInits, helpClears;
     uint32_t lastHelpWord;
-};
+} BgpHostCounters;
 
-// The counts since the last call, or since SetFaults().
-BGP_STANDALONE_API Counters TakeCounters();
-// From now on SYS_Drm_RegisterDataType() answers code for rows of that type id; code 0 accepts them again.
-BGP_STANDALONE_API void RefuseRow(uint32_t typeId, uint32_t code);
+/* The counts since the last call, or since BgpHost_SetFaults(). */
+BGP_STANDALONE_API BgpHostCounters BgpHost_TakeCounters(void);
 
-// ------------------------------------------------------------------------------------------------- object names
+/*
+ * Takes one SYS_DataTypeFree() call. known is false for a pointer that is no live block of this host (foreign, or freed
+ * before); such a call frees nothing. A null pointer counts as known.
+ */
+typedef void BgpHostReleaseTaker(void *context, const void *memory, bool known);
 
-// Names object index of a name-index type; an empty name takes the name away. A name stands for one index and an index
-// for one name: the latest setting wins.
-BGP_STANDALONE_API void SetObjectName(uint32_t typeId, uint32_t index, std::string_view name);
-BGP_STANDALONE_API void ForgetObjectNames();
+/*
+ * Hands the calling thread's SYS_DataTypeFree() calls since the last look to take, oldest first. They are kept only
+ * while recording, which is off at first and is switched for the calling thread alone.
+ */
+BGP_STANDALONE_API void BgpHost_TakeReleases(BgpHostReleaseTaker *take, void *context);
+BGP_STANDALONE_API void BgpHost_RecordReleases(bool on);
 
-// ---------------------------------------------------------------------------------------------------------- Lua
+/*
+ * Checked blocks: each is a piece of its own between two guards of 16 bytes, filled with 0xA5 when given out and with
+ * 0x5A when freed. For the whole process, for blocks given out from now on; off at first. Under AddressSanitizer every
+ * block is a piece of its own in any case, and the sanitizer itself guards its ends.
+ */
+BGP_STANDALONE_API void BgpHost_SetCheckedBlocks(bool on);
+/*
+ * Whether all guards are whole, and all freed blocks of handles still filled. Damage that was noticed when a block went
+ * away counts too, until it has been reported once. Each damaged block is told as a line to take, which may be null.
+ */
+typedef void BgpHostLineTaker(void *context, const char *line);
+BGP_STANDALONE_API bool BgpHost_BlocksIntact(BgpHostLineTaker *take, void *context);
 
-// A new interpreter with the standard libraries; null when memory is out. One thread at a time may use it.
-BGP_STANDALONE_API lua_State *NewLua();
-BGP_STANDALONE_API void CloseLua(lua_State *L);
-
-} // namespace bgp::standalone
+#ifdef __cplusplus
+}
+#endif
 
 #endif

@@ -3,23 +3,22 @@
 
 #include <utility>
 
-namespace bgp::standalone {
+namespace bgp::standalone::detail {
 
-namespace detail {
 constinit thread_local ThreadState threadState{};
+
 }
 
-void SetFaults(const Faults &faults)
+using bgp::standalone::detail::threadState;
+
+void BgpHost_SetFaults(const BgpHostFaults *faults)
 {
-    detail::ThreadState &state = detail::threadState;
-    state.left = faults;
-    state.allocationsEnded = false;
-    state.counters = {};
+    threadState.left = faults == nullptr ? BgpHostFaults{} : *faults;
+    threadState.allocationsEnded = false;
+    threadState.counters = {};
 }
 
-Counters TakeCounters()
+BgpHostCounters BgpHost_TakeCounters()
 {
-    return std::exchange(detail::threadState.counters, {});
+    return std::exchange(threadState.counters, {});
 }
-
-} // namespace bgp::standalone

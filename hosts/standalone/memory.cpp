@@ -22,6 +22,7 @@
 #include <string>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 #if defined(__SANITIZE_ADDRESS__)
 #define BGP_STANDALONE_ASAN 1
@@ -34,34 +35,35 @@
 #include <sanitizer/asan_interface.h>
 #endif
 
-namespace bgp::standalone {
+using namespace bgp::standalone;
+
 namespace {
 
 #if defined(BGP_STANDALONE_ASAN)
-constexpr bool UnderAsan = true;
+constexpr bool kUnderAsan = true;
 #else
-constexpr bool UnderAsan = false;
+constexpr bool kUnderAsan = false;
 #endif
 
-constexpr size_t Alignment = alignof(std::max_align_t);
-constexpr uint32_t LargestBlock = 1u << 30;
-constexpr uint32_t SlotBits = 12;
-constexpr uint32_t SlotCount = 1u << SlotBits;
-constexpr uint32_t SmallestChunk = 16u << 10;
-constexpr uint32_t GrowthEnd = 1u << 20; // chunks double up to this size
-constexpr size_t GuardSize = 16;         // keeps the alignment of what it precedes
-constexpr uint8_t GuardByte = 0xFD, FreshByte = 0xA5, FreedByte = 0x5A;
+constexpr size_t kAlignment = alignof(std::max_align_t);
+constexpr uint32_t kLargestBlock = 1u << 30;
+constexpr uint32_t kSlotBits = 12;
+constexpr uint32_t kSlotCount = 1u << kSlotBits;
+constexpr uint32_t kSmallestChunk = 16u << 10;
+constexpr uint32_t kGrowthEnd = 1u << 20; // chunks double up to this size
+constexpr size_t kGuardSize = 16;         // keeps the alignment of what it precedes
+constexpr uint8_t kGuardByte = 0xFD, kFreshByte = 0xA5, kFreedByte = 0x5A;
 
 constexpr size_t RoundUp(size_t size)
 {
-    return (size + Alignment - 1) / Alignment * Alignment;
+    return (size + kAlignment - 1) / kAlignment * kAlignment;
 }
 
 std::atomic<bool> checkedBlocks{false};
 
 bool PiecesWanted()
 {
-    return UnderAsan || checkedBlocks.load(std::memory_order_relaxed);
+    return kUnderAsan || checkedBlocks.load(std::memory_order_relaxed);
 }
 
 // ------------------------------------------------------------------------------------------------ guarded memory
@@ -77,51 +79,60 @@ struct Guarded {
 Guarded TakeGuarded(uint32_t size)
 {
     const bool checked = checkedBlocks.load(std::memory_order_relaxed);
-    const bool guards = checked && !UnderAsan;
-    const size_t around = guards ? GuardSize : 0;
+    const bool guards = checked && !kUnderAsan;
+    const size_t around = guards ? kGuardSize : 0;
     const size_t whole = around + size + around;
     auto *base = static_cast<uint8_t *>(std::malloc(whole == 0 ? 1 : whole));
-    if (base == nullptr)
+    if (base == nullptr) {
         return {};
-    if (guards)
-        std::memset(base, GuardByte, whole);
-    if (checked)
-        std::memset(base + around, FreshByte, size);
+    }
+    if (guards) {
+        std::memset(base, kGuardByte, whole);
+    }
+    if (checked) {
+        std::memset(base + around, kFreshByte, size);
+    }
     return {base + around, size, guards};
 }
 
 void DropGuarded(const Guarded &memory)
 {
-    if (memory.user != nullptr)
-        std::free(memory.guards ? memory.user - GuardSize : memory.user);
+    if (memory.user != nullptr) {
+        std::free(memory.guards ? memory.user - kGuardSize : memory.user);
+    }
 }
 
 size_t CountOther(const uint8_t *bytes, size_t count, uint8_t expected)
 {
     size_t other = 0;
-    for (size_t at = 0; at < count; ++at)
+    for (size_t at = 0; at < count; ++at) {
         other += bytes[at] != expected;
+    }
     return other;
 }
 
-// One line on what is wrong with the guards; empty when nothing is.
-std::string DescribeGuards(const Guarded &memory, uint32_t handle)
+using Lines = std::vector<std::string>;
+
+// One line on what is wrong with the guards, if anything is. Handle 0 stands for scratch memory.
+void DescribeGuards(const Guarded &memory, uint32_t handle, Lines &lines)
 {
-    if (!memory.guards)
-        return {};
-    const size_t before = CountOther(memory.user - GuardSize, GuardSize, GuardByte);
-    const size_t behind = CountOther(memory.user + memory.size, GuardSize, GuardByte);
-    if (before == 0 && behind == 0)
-        return {};
-    return (handle == 0 ? "scratch block" : "block of handle " + std::to_string(handle)) + ", " +
-           std::to_string(memory.size) + " bytes: " + std::to_string(before) + " guard bytes before and " +
-           std::to_string(behind) + " behind it overwritten\n";
+    if (!memory.guards) {
+        return;
+    }
+    const size_t before = CountOther(memory.user - kGuardSize, kGuardSize, kGuardByte);
+    const size_t behind = CountOther(memory.user + memory.size, kGuardSize, kGuardByte);
+    if (before == 0 && behind == 0) {
+        return;
+    }
+    lines.push_back((handle == 0 ? "scratch block" : "block of handle " + std::to_string(handle)) + ", " +
+                    std::to_string(memory.size) + " bytes: " + std::to_string(before) + " guard bytes before and " +
+                    std::to_string(behind) + " behind it overwritten");
 }
 
 // Damage of blocks that are gone, until it is reported.
 struct Damage {
     std::mutex mutex;
-    std::string report;
+    Lines lines;
 };
 
 // These tables are never destroyed: a plug-in may still be called while the process ends.
@@ -131,12 +142,13 @@ Damage &PastDamage()
     return *damage;
 }
 
-void Remember(std::string line)
+void Remember(const Lines &lines)
 {
-    if (line.empty())
+    if (lines.empty()) {
         return;
+    }
     const std::lock_guard lock(PastDamage().mutex);
-    PastDamage().report += line;
+    PastDamage().lines.insert(PastDamage().lines.end(), lines.begin(), lines.end());
 }
 
 // -------------------------------------------------------------------------------------------------------- arenas
@@ -146,7 +158,7 @@ struct BlockHeader {
     std::atomic<uint32_t> tag; // chunk stamp and offset mixed: only a live block of this round has it; 0 = free
     bool counted;
 };
-constexpr size_t HeaderSize = RoundUp(sizeof(BlockHeader));
+constexpr size_t kHeaderSize = RoundUp(sizeof(BlockHeader));
 
 struct Chunk {
     std::atomic<uint64_t> state{0}; // high word: counted blocks; low word: bytes in use
@@ -164,7 +176,7 @@ struct Piece {
     uint32_t handle = 0;
     bool counted = false;
     bool freed = false;
-    bool filled = false; // freed while blocks were checked, so its bytes are all FreedByte
+    bool filled = false; // freed while blocks were checked, so its bytes are all kFreedByte
     Piece *next = nullptr;
 };
 
@@ -178,7 +190,7 @@ struct Arena {
     uint32_t generation = 0;       // under the lock of the slots
 };
 
-constinit std::array<Arena, SlotCount> arenas{};
+constinit std::array<Arena, kSlotCount> arenas{};
 
 struct Slots {
     std::mutex mutex;
@@ -210,7 +222,7 @@ PieceTable &Pieces()
 
 Arena *FindArena(uint32_t handle)
 {
-    Arena &arena = arenas[handle % SlotCount];
+    Arena &arena = arenas[handle % kSlotCount];
     return handle != 0 && arena.handle.load(std::memory_order_acquire) == handle ? &arena : nullptr;
 }
 
@@ -227,24 +239,26 @@ void *CutFrom(Chunk &chunk, size_t need, bool counted)
     uint32_t offset;
     do {
         offset = static_cast<uint32_t>(state);
-        if (need > chunk.capacity - offset)
+        if (need > chunk.capacity - offset) {
             return nullptr;
+        }
     } while (!chunk.state.compare_exchange_weak(state, state + need + (counted ? uint64_t{1} << 32 : 0),
                                                 std::memory_order_relaxed));
     uint8_t *block = chunk.Bytes() + offset;
     new (block) BlockHeader{chunk.Tag(offset), counted};
-    return block + HeaderSize;
+    return block + kHeaderSize;
 }
 
 // Under the arena's lock. Null when memory is out.
 Chunk *AddChunk(Arena &arena, size_t need)
 {
     Chunk *older = arena.current.load(std::memory_order_relaxed);
-    size_t capacity = older == nullptr ? SmallestChunk : size_t{older->capacity} * 2;
-    capacity = std::max(std::min<size_t>(capacity, GrowthEnd), need);
+    size_t capacity = older == nullptr ? kSmallestChunk : size_t{older->capacity} * 2;
+    capacity = std::max(std::min<size_t>(capacity, kGrowthEnd), need);
     void *memory = std::malloc(RoundUp(sizeof(Chunk)) + capacity);
-    if (memory == nullptr)
+    if (memory == nullptr) {
         return nullptr;
+    }
     auto *chunk = new (memory) Chunk;
     chunk->capacity = static_cast<uint32_t>(capacity);
     chunk->stamp = NextStamp();
@@ -263,9 +277,11 @@ Chunk *AddChunk(Arena &arena, size_t need)
 void *AllocateSlowly(Arena &arena, size_t need, bool counted)
 {
     const std::lock_guard lock(arena.mutex);
-    if (Chunk *chunk = arena.current.load(std::memory_order_relaxed)) // another thread may have added one
-        if (void *block = CutFrom(*chunk, need, counted))
+    if (Chunk *chunk = arena.current.load(std::memory_order_relaxed)) { // another thread may have added one
+        if (void *block = CutFrom(*chunk, need, counted)) {
             return block;
+        }
+    }
     Chunk *chunk = AddChunk(arena, need);
     return chunk == nullptr ? nullptr : CutFrom(*chunk, need, counted);
 }
@@ -296,14 +312,18 @@ void *AllocatePiece(Arena &arena, uint32_t handle, uint32_t size, bool counted)
 void *Allocate(uint32_t handle, size_t size, bool counted)
 {
     Arena *arena = FindArena(handle);
-    if (arena == nullptr || size > LargestBlock)
+    if (arena == nullptr || size > kLargestBlock) {
         return nullptr;
-    if (PiecesWanted())
+    }
+    if (PiecesWanted()) {
         return AllocatePiece(*arena, handle, static_cast<uint32_t>(size), counted);
-    const size_t need = HeaderSize + RoundUp(size == 0 ? 1 : size);
-    if (Chunk *chunk = arena->current.load(std::memory_order_acquire))
-        if (void *block = CutFrom(*chunk, need, counted))
+    }
+    const size_t need = kHeaderSize + RoundUp(size == 0 ? 1 : size);
+    if (Chunk *chunk = arena->current.load(std::memory_order_acquire)) {
+        if (void *block = CutFrom(*chunk, need, counted)) {
             return block;
+        }
+    }
     return AllocateSlowly(*arena, need, counted);
 }
 
@@ -313,19 +333,22 @@ bool MarkCut(void *memory)
     const std::shared_lock lock(Chunks().mutex);
     const auto address = reinterpret_cast<uintptr_t>(memory);
     auto at = Chunks().byAddress.upper_bound(address);
-    if (at == Chunks().byAddress.begin())
+    if (at == Chunks().byAddress.begin()) {
         return false;
+    }
     const auto &[base, owner] = *--at;
     auto [chunk, arena] = owner;
     const uintptr_t distance = address - base;
-    if (distance < HeaderSize || distance >= static_cast<uint32_t>(chunk->state.load(std::memory_order_relaxed)) ||
-        distance % Alignment != 0)
+    if (distance < kHeaderSize || distance >= static_cast<uint32_t>(chunk->state.load(std::memory_order_relaxed)) ||
+        distance % kAlignment != 0) {
         return false;
-    auto *header = std::launder(reinterpret_cast<BlockHeader *>(chunk->Bytes() + (distance - HeaderSize)));
-    uint32_t live = chunk->Tag(distance - HeaderSize);
+    }
+    auto *header = std::launder(reinterpret_cast<BlockHeader *>(chunk->Bytes() + (distance - kHeaderSize)));
+    uint32_t live = chunk->Tag(distance - kHeaderSize);
     const bool counted = header->counted;
-    if (!header->tag.compare_exchange_strong(live, 0, std::memory_order_relaxed))
+    if (!header->tag.compare_exchange_strong(live, 0, std::memory_order_relaxed)) {
         return false;
+    }
     arena->freed.fetch_add(counted, std::memory_order_relaxed);
     return true;
 }
@@ -335,36 +358,40 @@ bool MarkPiece(void *memory)
 {
     const std::lock_guard lock(Pieces().mutex);
     const auto at = Pieces().byAddress.find(memory);
-    if (at == Pieces().byAddress.end() || at->second->freed)
+    if (at == Pieces().byAddress.end() || at->second->freed) {
         return false;
+    }
     Piece &piece = *at->second;
     piece.freed = true;
     piece.filled = piece.memory.guards;
-    if (checkedBlocks.load(std::memory_order_relaxed) || piece.filled)
-        std::memset(memory, FreedByte, piece.memory.size);
+    if (checkedBlocks.load(std::memory_order_relaxed) || piece.filled) {
+        std::memset(memory, kFreedByte, piece.memory.size);
+    }
 #if defined(BGP_STANDALONE_ASAN)
     ASAN_POISON_MEMORY_REGION(memory, piece.memory.size);
 #endif
-    arenas[piece.handle % SlotCount].pieces.fetch_sub(piece.counted, std::memory_order_relaxed);
+    arenas[piece.handle % kSlotCount].pieces.fetch_sub(piece.counted, std::memory_order_relaxed);
     return true;
 }
 
-std::string DescribePiece(const Piece &piece)
+void DescribePiece(const Piece &piece, Lines &lines)
 {
-    std::string line = DescribeGuards(piece.memory, piece.handle);
-    if (piece.filled) {
-        if (const size_t late = CountOther(piece.memory.user, piece.memory.size, FreedByte); late != 0)
-            line += "block of handle " + std::to_string(piece.handle) + ", " + std::to_string(piece.memory.size) +
-                    " bytes: " + std::to_string(late) + " bytes written after it was freed\n";
+    DescribeGuards(piece.memory, piece.handle, lines);
+    if (!piece.filled) {
+        return;
     }
-    return line;
+    if (const size_t late = CountOther(piece.memory.user, piece.memory.size, kFreedByte); late != 0) {
+        lines.push_back("block of handle " + std::to_string(piece.handle) + ", " + std::to_string(piece.memory.size) +
+                        " bytes: " + std::to_string(late) + " bytes written after it was freed");
+    }
 }
 
 void DropPieces(Arena &arena)
 {
+    Lines damage;
     const std::lock_guard lock(Pieces().mutex);
     for (Piece *piece = std::exchange(arena.firstPiece, nullptr); piece != nullptr;) {
-        Remember(DescribePiece(*piece));
+        DescribePiece(*piece, damage);
         Pieces().byAddress.erase(piece->memory.user);
 #if defined(BGP_STANDALONE_ASAN)
         ASAN_UNPOISON_MEMORY_REGION(piece->memory.user, piece->memory.size);
@@ -373,12 +400,14 @@ void DropPieces(Arena &arena)
         delete std::exchange(piece, piece->next);
     }
     arena.pieces.store(0, std::memory_order_relaxed);
+    Remember(damage);
 }
 
 void DropChunks(Chunk *chunk)
 {
-    if (chunk == nullptr)
+    if (chunk == nullptr) {
         return;
+    }
     const std::unique_lock lock(Chunks().mutex);
     while (chunk != nullptr) {
         Chunks().byAddress.erase(reinterpret_cast<uintptr_t>(chunk->Bytes()));
@@ -425,7 +454,7 @@ ScratchShelves &Shelves()
 
 ScratchShelf &ShelfOf(const void *memory)
 {
-    const uintptr_t address = reinterpret_cast<uintptr_t>(memory) / Alignment;
+    const uintptr_t address = reinterpret_cast<uintptr_t>(memory) / kAlignment;
     return Shelves()[(address ^ (address >> 6) ^ (address >> 12)) % Shelves().size()];
 }
 
@@ -433,8 +462,9 @@ uint32_t ThreadIdentity()
 {
     static constinit std::atomic<uint32_t> identities{0};
     uint32_t &identity = detail::threadState.identity;
-    if (identity == 0)
+    if (identity == 0) {
         identity = identities.fetch_add(1, std::memory_order_relaxed) + 1;
+    }
     return identity;
 }
 
@@ -446,21 +476,31 @@ bool FreeScratch(void *memory)
         ScratchShelf &shelf = ShelfOf(memory);
         const std::lock_guard lock(shelf.mutex);
         for (size_t at = shelf.blocks.size(); at-- > 0 && found.user == nullptr;) { // the latest is the likeliest
-            if (shelf.blocks[at].memory.user != memory)
+            if (shelf.blocks[at].memory.user != memory) {
                 continue;
+            }
             found = shelf.blocks[at].memory;
             shelf.blocks[at] = shelf.blocks.back();
             shelf.blocks.pop_back();
         }
     }
-    if (found.user == nullptr)
+    if (found.user == nullptr) {
         return false;
-    Remember(DescribeGuards(found, 0));
-    if (checkedBlocks.load(std::memory_order_relaxed))
-        std::memset(found.user, FreedByte, found.size);
+    }
+    Lines damage;
+    DescribeGuards(found, 0, damage);
+    Remember(damage);
+    if (checkedBlocks.load(std::memory_order_relaxed)) {
+        std::memset(found.user, kFreedByte, found.size);
+    }
     DropGuarded(found);
     return true;
 }
+
+struct Release {
+    const void *memory;
+    bool known;
+};
 
 std::vector<Release> &ThreadReleases()
 {
@@ -472,32 +512,35 @@ std::vector<Release> &ThreadReleases()
 
 // ------------------------------------------------------------------------------------------------- the public face
 
-uint32_t OpenHandle()
+uint32_t BgpHost_OpenHandle()
 {
     const std::lock_guard lock(slots.mutex);
-    for (uint32_t tried = 0; tried < SlotCount; ++tried) {
+    for (uint32_t tried = 0; tried < kSlotCount; ++tried) {
         const uint32_t slot = slots.next;
-        slots.next = (slots.next + 1) % SlotCount;
+        slots.next = (slots.next + 1) % kSlotCount;
         Arena &arena = arenas[slot];
-        if (arena.handle.load(std::memory_order_relaxed) != 0)
+        if (arena.handle.load(std::memory_order_relaxed) != 0) {
             continue;
-        arena.generation = (arena.generation + 1) % (1u << (32 - SlotBits));
-        if (arena.generation == 0)
+        }
+        arena.generation = (arena.generation + 1) % (1u << (32 - kSlotBits));
+        if (arena.generation == 0) {
             arena.generation = 1;
-        const uint32_t handle = arena.generation << SlotBits | slot;
+        }
+        const uint32_t handle = arena.generation << kSlotBits | slot;
         arena.handle.store(handle, std::memory_order_release);
         return handle;
     }
     return 0;
 }
 
-void ResetHandle(uint32_t handle)
+void BgpHost_ResetHandle(uint32_t handle)
 {
-    if (Arena *arena = FindArena(handle))
+    if (Arena *arena = FindArena(handle)) {
         Empty(*arena, true);
+    }
 }
 
-void CloseHandle(uint32_t handle)
+void BgpHost_CloseHandle(uint32_t handle)
 {
     const std::lock_guard lock(slots.mutex); // the slot is free for others only once it is empty
     if (Arena *arena = FindArena(handle)) {
@@ -506,82 +549,92 @@ void CloseHandle(uint32_t handle)
     }
 }
 
-size_t HandleBlocks(uint32_t handle)
+size_t BgpHost_HandleBlocks(uint32_t handle)
 {
     Arena *arena = FindArena(handle);
-    if (arena == nullptr)
+    if (arena == nullptr) {
         return 0;
+    }
     const std::lock_guard lock(arena->mutex);
     size_t cut = 0;
-    for (Chunk *chunk = arena->current.load(std::memory_order_relaxed); chunk != nullptr; chunk = chunk->older)
+    for (Chunk *chunk = arena->current.load(std::memory_order_relaxed); chunk != nullptr; chunk = chunk->older) {
         cut += static_cast<size_t>(chunk->state.load(std::memory_order_relaxed) >> 32);
+    }
     return cut - arena->freed.load(std::memory_order_relaxed) + arena->pieces.load(std::memory_order_relaxed);
 }
 
-size_t ScratchBlocks()
+size_t BgpHost_ScratchBlocks()
 {
     const uint32_t self = ThreadIdentity();
     size_t count = 0;
     for (ScratchShelf &shelf : Shelves()) {
         const std::lock_guard lock(shelf.mutex);
-        for (const Scratch &block : shelf.blocks)
+        for (const Scratch &block : shelf.blocks) {
             count += block.owner == self;
+        }
     }
     return count;
 }
 
-std::vector<Release> TakeReleases()
+void BgpHost_TakeReleases(BgpHostReleaseTaker *take, void *context)
 {
-    return std::exchange(ThreadReleases(), {});
+    for (const Release &release : std::exchange(ThreadReleases(), {})) {
+        take(context, release.memory, release.known);
+    }
 }
 
-void RecordReleases(bool on)
+void BgpHost_RecordReleases(bool on)
 {
     detail::threadState.recordReleases = on;
 }
 
-void SetCheckedBlocks(bool on)
+void BgpHost_SetCheckedBlocks(bool on)
 {
     checkedBlocks.store(on, std::memory_order_relaxed);
 }
 
-bool BlocksIntact(std::string *report)
+bool BgpHost_BlocksIntact(BgpHostLineTaker *take, void *context)
 {
-    std::string lines;
+    Lines lines;
     {
         const std::lock_guard lock(PastDamage().mutex);
-        lines.swap(PastDamage().report);
+        lines.swap(PastDamage().lines);
     }
     {
         const std::lock_guard lock(Pieces().mutex);
-        for (const auto &[address, piece] : Pieces().byAddress)
-            lines += DescribePiece(*piece);
+        for (const auto &[address, piece] : Pieces().byAddress) {
+            DescribePiece(*piece, lines);
+        }
     }
     for (ScratchShelf &shelf : Shelves()) {
         const std::lock_guard lock(shelf.mutex);
-        for (const Scratch &block : shelf.blocks)
-            lines += DescribeGuards(block.memory, 0);
+        for (const Scratch &block : shelf.blocks) {
+            DescribeGuards(block.memory, 0, lines);
+        }
     }
-    const bool intact = lines.empty();
-    if (report != nullptr)
-        *report = std::move(lines);
-    return intact;
+    for (const std::string &line : lines) {
+        if (take != nullptr) {
+            take(context, line.c_str());
+        }
+    }
+    return lines.empty();
 }
 
-void *detail::AllocateForHost(uint32_t handle, size_t size)
+namespace bgp::standalone::detail {
+
+void *AllocateForHost(uint32_t handle, size_t size)
 {
     return Allocate(handle, size, false);
 }
 
-void detail::ReleaseForHost(void *memory)
+void ReleaseForHost(void *memory)
 {
-    if (memory != nullptr && !MarkPiece(memory))
+    if (memory != nullptr && !MarkPiece(memory)) {
         MarkCut(memory);
+    }
 }
 
-} // namespace bgp::standalone
-
-using namespace bgp::standalone;
+} // namespace bgp::standalone::detail
 
 BGP_REPLACEABLE void *SYS_DataTypeMallocByHandle(uint32_t memoryHandle, uint32_t size)
 {
@@ -591,11 +644,13 @@ BGP_REPLACEABLE void *SYS_DataTypeMallocByHandle(uint32_t memoryHandle, uint32_t
 BGP_REPLACEABLE void *SYS_DataTypeMalloc(uint32_t size)
 {
     ++detail::threadState.counters.plainAllocations;
-    if (detail::AllocationFails() || size > LargestBlock)
+    if (detail::AllocationFails() || size > kLargestBlock) {
         return nullptr;
+    }
     const Guarded memory = TakeGuarded(size);
-    if (memory.user == nullptr)
+    if (memory.user == nullptr) {
         return nullptr;
+    }
     try {
         ScratchShelf &shelf = ShelfOf(memory.user);
         const std::lock_guard lock(shelf.mutex);
@@ -612,8 +667,9 @@ BGP_REPLACEABLE void SYS_DataTypeFree(void *memory)
     ++detail::threadState.counters.frees;
     try {
         const bool known = memory == nullptr || FreeScratch(memory) || MarkPiece(memory) || MarkCut(memory);
-        if (detail::threadState.recordReleases)
+        if (detail::threadState.recordReleases) {
             ThreadReleases().push_back({memory, known});
+        }
     } catch (...) { // no memory for a note about the call: the call itself is done
     }
 }

@@ -7,7 +7,6 @@
 #include <shared_mutex>
 #include <utility>
 
-namespace bgp::standalone {
 namespace {
 
 struct NameTable {
@@ -24,7 +23,7 @@ NameTable &Table()
 
 } // namespace
 
-void SetObjectName(uint32_t typeId, uint32_t index, std::string_view name)
+void BgpHost_SetObjectName(uint32_t typeId, uint32_t index, const char *name)
 {
     NameTable &table = Table();
     const std::unique_lock lock(table.mutex);
@@ -32,15 +31,17 @@ void SetObjectName(uint32_t typeId, uint32_t index, std::string_view name)
         table.indexes.erase({typeId, old->second});
         table.names.erase(old);
     }
-    if (name.empty())
+    if (name == nullptr || *name == '\0') {
         return;
+    }
     const auto [at, added] = table.indexes.try_emplace({typeId, std::string(name)}, index);
-    if (!added)
+    if (!added) {
         table.names.erase({typeId, std::exchange(at->second, index)});
+    }
     table.names[{typeId, index}] = name;
 }
 
-void ForgetObjectNames()
+void BgpHost_ForgetObjectNames()
 {
     NameTable &table = Table();
     const std::unique_lock lock(table.mutex);
@@ -48,7 +49,9 @@ void ForgetObjectNames()
     table.indexes.clear();
 }
 
-std::optional<uint32_t> detail::FindObject(uint32_t typeId, std::string_view name)
+namespace bgp::standalone::detail {
+
+std::optional<uint32_t> FindObject(uint32_t typeId, std::string_view name)
 {
     NameTable &table = Table();
     const std::shared_lock lock(table.mutex);
@@ -56,7 +59,7 @@ std::optional<uint32_t> detail::FindObject(uint32_t typeId, std::string_view nam
     return at == table.indexes.end() ? std::nullopt : std::optional(at->second);
 }
 
-std::optional<std::string> detail::NameOfObject(uint32_t typeId, uint32_t index)
+std::optional<std::string> NameOfObject(uint32_t typeId, uint32_t index)
 {
     NameTable &table = Table();
     const std::shared_lock lock(table.mutex);
@@ -64,4 +67,4 @@ std::optional<std::string> detail::NameOfObject(uint32_t typeId, uint32_t index)
     return at == table.names.end() ? std::nullopt : std::optional(at->second);
 }
 
-} // namespace bgp::standalone
+} // namespace bgp::standalone::detail

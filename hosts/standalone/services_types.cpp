@@ -16,15 +16,16 @@ using namespace bgp::standalone;
 
 namespace {
 
-constexpr uint32_t IndexLength = 4;
-constexpr uint32_t StringLength = 32; // of a string type whose length is not given
-constexpr uint32_t LongestValue = 0xFFFE;
+constexpr uint32_t kIndexLength = 4;
+constexpr uint32_t kStringLength = 32; // of a string type whose length is not given
+constexpr uint32_t kLongestValue = 0xFFFE;
 
 // The mode rule of the framework: 1, 2 and 6 are text, 3 is raw, 4 and above 6 are not known, the rest is refused.
 uint32_t ModeRefusal(uint8_t mode, bool rawServed)
 {
-    if (mode > 6 || mode == 4)
+    if (mode > 6 || mode == 4) {
         return DT_ERR_MODE_UNSUPPORTED;
+    }
     const bool served = mode == 1 || mode == 2 || mode == 6 || (mode == 3 && rawServed);
     return served ? DT_OK : DT_ERR_FAIL;
 }
@@ -32,8 +33,9 @@ uint32_t ModeRefusal(uint8_t mode, bool rawServed)
 std::string_view Trimmed(std::string_view text)
 {
     const size_t first = text.find_first_not_of(" \t");
-    if (first == text.npos)
+    if (first == text.npos) {
         return {};
+    }
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
@@ -52,8 +54,9 @@ uint32_t StoreValue(const DataTypeRequest &request, uint32_t typeId, const void 
     *outTypeId = static_cast<uint16_t>(typeId);
     void *value = SYS_DataTypeMallocByHandle(request.MemoryHandle, length);
     *outLength = static_cast<uint16_t>(value == nullptr ? 0 : length);
-    if (value == nullptr)
+    if (value == nullptr) {
         return DT_ERR_NO_MEMORY;
+    }
     std::memset(value, 0, length);
     std::memcpy(value, bytes, count);
     *outBuffer = value;
@@ -64,8 +67,9 @@ uint32_t StoreValue(const DataTypeRequest &request, uint32_t typeId, const void 
 uint32_t StoreResult(const DataTypeRequest &request, uint16_t typeId, std::string_view bytes, uint32_t noMemory,
                      uint16_t *outTypeId, uint16_t *outLength, void **outBuffer)
 {
-    if (*outBuffer == nullptr)
+    if (*outBuffer == nullptr) {
         *outBuffer = SYS_DataTypeMallocByHandle(request.MemoryHandle, static_cast<uint32_t>(bytes.size()));
+    }
     if (*outBuffer == nullptr) {
         *outTypeId = 0;
         *outLength = 0;
@@ -93,10 +97,12 @@ uint32_t StoreCopy(const DataTypeRequest &request, const void *value, uint32_t l
 
 std::optional<uint32_t> ReadIndex(uint32_t typeId, std::string_view text)
 {
-    if (text.empty())
+    if (text.empty()) {
         return std::nullopt;
-    if (const auto named = detail::FindObject(typeId, text))
+    }
+    if (const auto named = detail::FindObject(typeId, text)) {
         return named;
+    }
     uint32_t number;
     const char *end = text.data() + text.size();
     const auto [behind, error] = std::from_chars(text.data(), end, number);
@@ -105,7 +111,7 @@ std::optional<uint32_t> ReadIndex(uint32_t typeId, std::string_view text)
 
 uint32_t LengthOfString(uint32_t length)
 {
-    return length == 0 ? StringLength : length;
+    return length == 0 ? kStringLength : length;
 }
 
 std::string_view TextOf(const void *value, uint32_t length)
@@ -138,15 +144,18 @@ BGP_REPLACEABLE uint32_t SYS_DT_UINT32IndexFormatIn(const DataTypeRequest *reque
                                                     char *text, uint16_t *outTypeId, uint16_t *outLength,
                                                     void **outBuffer)
 {
-    if (request == nullptr || text == nullptr || outTypeId == nullptr || outLength == nullptr || outBuffer == nullptr)
+    if (request == nullptr || text == nullptr || outTypeId == nullptr || outLength == nullptr || outBuffer == nullptr) {
         return DT_ERR_NULL_PTR;
-    if (const uint32_t code = ModeRefusal(request->FormatMode, false))
+    }
+    if (const uint32_t code = ModeRefusal(request->FormatMode, false)) {
         return code;
+    }
     return Guarded([&]() -> uint32_t {
         const auto index = ReadIndex(typeId, Trimmed(text));
-        if (!index)
+        if (!index) {
             return DT_ERR_INVALID_VALUE;
-        return StoreValue(*request, typeId, &*index, IndexLength, IndexLength, outTypeId, outLength, outBuffer);
+        }
+        return StoreValue(*request, typeId, &*index, kIndexLength, kIndexLength, outTypeId, outLength, outBuffer);
     });
 }
 
@@ -154,12 +163,16 @@ BGP_REPLACEABLE uint32_t SYS_DT_IndexFormatOut(const DataTypeRequest *request, u
                                                const void *value, uint16_t *outTypeId, uint16_t *outLength,
                                                void **outBuffer)
 {
-    if (request == nullptr || value == nullptr || outTypeId == nullptr || outLength == nullptr || outBuffer == nullptr)
+    if (request == nullptr || value == nullptr || outTypeId == nullptr || outLength == nullptr ||
+        outBuffer == nullptr) {
         return DT_ERR_NULL_PTR;
-    if (const uint32_t code = ModeRefusal(request->FormatMode, true))
+    }
+    if (const uint32_t code = ModeRefusal(request->FormatMode, true)) {
         return code;
-    if (request->FormatMode == 3)
-        return StoreCopy(*request, value, IndexLength, outTypeId, outLength, outBuffer);
+    }
+    if (request->FormatMode == 3) {
+        return StoreCopy(*request, value, kIndexLength, outTypeId, outLength, outBuffer);
+    }
     return Guarded([&] {
         const uint32_t index = Word(value);
         const std::string text = detail::NameOfObject(typeId, index).value_or(std::to_string(index));
@@ -170,11 +183,13 @@ BGP_REPLACEABLE uint32_t SYS_DT_IndexFormatOut(const DataTypeRequest *request, u
 BGP_REPLACEABLE uint32_t SYSDT_Uint32LuaSet(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t,
                                             uint16_t length, const void *value)
 {
-    if (L == nullptr || fieldName == nullptr || value == nullptr)
+    if (L == nullptr || fieldName == nullptr || value == nullptr) {
         return DT_ERR_NULL_PTR;
+    }
     const int32_t table = FromBottom(L, tableIndex);
-    if (length < IndexLength || SYSDT_SPTI_IsTable(L, table) == 0)
+    if (length < kIndexLength || SYSDT_SPTI_IsTable(L, table) == 0) {
         return DT_ERR_INVALID_PARAM;
+    }
     SYSDT_SPTI_PushUInt(L, Word(value));
     SYSDT_SPTI_SetField(L, table, fieldName);
     return DT_OK;
@@ -183,10 +198,12 @@ BGP_REPLACEABLE uint32_t SYSDT_Uint32LuaSet(lua_State *L, int32_t tableIndex, co
 BGP_REPLACEABLE uint32_t SYSDT_Uint32LuaGet(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t,
                                             uint16_t length, void *outValue)
 {
-    if (L == nullptr || fieldName == nullptr || outValue == nullptr)
+    if (L == nullptr || fieldName == nullptr || outValue == nullptr) {
         return DT_ERR_NULL_PTR;
-    if (length < IndexLength)
+    }
+    if (length < kIndexLength) {
         return DT_ERR_INVALID_PARAM;
+    }
     SYSDT_SPTI_GetField(L, tableIndex, fieldName);
     const bool isNumber = SYSDT_SPTI_IsNumber(L, -1) != 0;
     if (isNumber) {
@@ -200,14 +217,17 @@ BGP_REPLACEABLE uint32_t SYSDT_Uint32LuaGet(lua_State *L, int32_t tableIndex, co
 BGP_REPLACEABLE uint32_t SYSDT_StringFormatIn(const DataTypeRequest *request, uint32_t typeId, uint32_t length,
                                               char *text, uint16_t *outTypeId, uint16_t *outLength, void **outBuffer)
 {
-    if (request == nullptr || text == nullptr || outTypeId == nullptr || outLength == nullptr || outBuffer == nullptr)
+    if (request == nullptr || text == nullptr || outTypeId == nullptr || outLength == nullptr || outBuffer == nullptr) {
         return DT_ERR_NULL_PTR;
-    if (const uint32_t code = ModeRefusal(request->FormatMode, false))
+    }
+    if (const uint32_t code = ModeRefusal(request->FormatMode, false)) {
         return code;
+    }
     const uint32_t whole = LengthOfString(length);
     const std::string_view trimmed = Trimmed(text);
-    if (trimmed.empty() || trimmed.size() >= whole || whole > LongestValue)
+    if (trimmed.empty() || trimmed.size() >= whole || whole > kLongestValue) {
         return DT_ERR_INVALID_VALUE;
+    }
     return StoreValue(*request, typeId, trimmed.data(), trimmed.size(), whole, outTypeId, outLength, outBuffer);
 }
 
@@ -215,14 +235,19 @@ BGP_REPLACEABLE uint32_t SYSDT_StringFormatOut(const DataTypeRequest *request, u
                                                const void *value, uint16_t *outTypeId, uint16_t *outLength,
                                                void **outBuffer)
 {
-    if (request == nullptr || value == nullptr || outTypeId == nullptr || outLength == nullptr || outBuffer == nullptr)
+    if (request == nullptr || value == nullptr || outTypeId == nullptr || outLength == nullptr ||
+        outBuffer == nullptr) {
         return DT_ERR_NULL_PTR;
-    if (const uint32_t code = ModeRefusal(request->FormatMode, true))
+    }
+    if (const uint32_t code = ModeRefusal(request->FormatMode, true)) {
         return code;
-    if (length > LongestValue)
+    }
+    if (length > kLongestValue) {
         return DT_ERR_FAIL;
-    if (request->FormatMode == 3)
+    }
+    if (request->FormatMode == 3) {
         return StoreCopy(*request, value, LengthOfString(length), outTypeId, outLength, outBuffer);
+    }
     return Guarded(
         [&] { return StoreText(*request, std::string(TextOf(value, length)), outTypeId, outLength, outBuffer); });
 }
@@ -230,36 +255,44 @@ BGP_REPLACEABLE uint32_t SYSDT_StringFormatOut(const DataTypeRequest *request, u
 BGP_REPLACEABLE uint32_t SYSDT_StringHelp(const DataTypeRequest *request, uint32_t, uint32_t length, const char *,
                                           const uint32_t *helpArgument, DataTypeHelpInfo *helpInfo)
 {
-    if (request == nullptr || helpArgument == nullptr || helpInfo == nullptr)
+    if (request == nullptr || helpArgument == nullptr || helpInfo == nullptr) {
         return DT_ERR_NULL_PTR;
-    if (request->FormatMode != 1 && request->FormatMode != 6)
+    }
+    if (request->FormatMode != 1 && request->FormatMode != 6) {
         return DT_OK;
-    if (helpArgument[0] == 0 || helpArgument[1] == 0)
+    }
+    if (helpArgument[0] == 0 || helpArgument[1] == 0) {
         return DT_ERR_INVALID_PARAM;
-    if (const uint32_t code = SYSDT_InitHelpInfo(request->MemoryHandle, helpInfo, 1, helpArgument[1]))
+    }
+    if (const uint32_t code = SYSDT_InitHelpInfo(request->MemoryHandle, helpInfo, 1, helpArgument[1])) {
         return code;
+    }
     const uint32_t code = Guarded([&]() -> uint32_t {
         const std::string text = "STRING<1-" + std::to_string(LengthOfString(length) - 1) + ">";
         const auto size = static_cast<uint32_t>(text.size() + 1);
         void *memory = SYS_DataTypeMallocByHandle(request->MemoryHandle, size);
-        if (memory == nullptr)
+        if (memory == nullptr) {
             return DT_ERR_NO_MEMORY;
+        }
         helpInfo->Entries[0].Text = static_cast<char *>(std::memcpy(memory, text.c_str(), size));
         return DT_OK;
     });
-    if (code != DT_OK)
+    if (code != DT_OK) {
         SYSDT_ClearHelpInfo(helpInfo);
+    }
     return code;
 }
 
 BGP_REPLACEABLE uint32_t SYSDT_StringLuaSet(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t,
                                             uint16_t length, const void *value)
 {
-    if (L == nullptr || fieldName == nullptr || value == nullptr)
+    if (L == nullptr || fieldName == nullptr || value == nullptr) {
         return DT_ERR_NULL_PTR;
+    }
     const int32_t table = FromBottom(L, tableIndex);
-    if (SYSDT_SPTI_IsTable(L, table) == 0)
+    if (SYSDT_SPTI_IsTable(L, table) == 0) {
         return DT_ERR_INVALID_PARAM;
+    }
     const std::string_view text = TextOf(value, length);
     SYSDT_SPTI_PushLString(L, text.data(), text.size());
     SYSDT_SPTI_SetField(L, table, fieldName);
@@ -269,8 +302,9 @@ BGP_REPLACEABLE uint32_t SYSDT_StringLuaSet(lua_State *L, int32_t tableIndex, co
 BGP_REPLACEABLE uint32_t SYSDT_StringLuaGet(lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t,
                                             uint16_t length, void *outValue)
 {
-    if (L == nullptr || fieldName == nullptr || outValue == nullptr)
+    if (L == nullptr || fieldName == nullptr || outValue == nullptr) {
         return DT_ERR_NULL_PTR;
+    }
     SYSDT_SPTI_GetField(L, tableIndex, fieldName);
     size_t size = 0;
     const char *text = SYSDT_SPTI_ToLString(L, -1, &size);

@@ -8,8 +8,8 @@
 namespace bgp::standalone::detail {
 
 struct ThreadState {
-    Counters counters;
-    Faults left; // fail... counts down to the call that fails; 0 = none
+    BgpHostCounters counters;
+    BgpHostFaults left; // fail... counts down to the call that fails; 0 = none
     bool allocationsEnded;
     bool recordReleases;
     uint32_t identity; // 0 = not yet given
@@ -32,10 +32,12 @@ inline bool AllocationFails()
 {
     ThreadState &state = threadState;
     ++state.counters.allocations;
-    if (state.allocationsEnded)
+    if (state.allocationsEnded) {
         return true;
-    if (!Strikes(state.left.failAllocation))
+    }
+    if (!Strikes(state.left.failAllocation)) {
         return false;
+    }
     state.allocationsEnded = state.left.failAllAfter;
     return true;
 }

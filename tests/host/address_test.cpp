@@ -4,7 +4,7 @@
 #include "support/harness.h"
 
 #include "bgp_datatypes/helpers.h"
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 namespace bgp::test {
 namespace {

@@ -94,10 +94,12 @@ TEST(Address, PrintedForms)
 
 TEST(Address, CharactersOfAnIpv4Text)
 {
-    for (const char *text : {"", "1.2.3.4", "....", "999"})
+    for (const char *text : {"", "1.2.3.4", "....", "999"}) {
         EXPECT_EQ(ZOL_CheckBySymbolForIPV4(text), 0u) << text;
-    for (const char *text : {" 1.2.3.4", "1.2.3.a", "1,2", "::"})
+    }
+    for (const char *text : {" 1.2.3.4", "1.2.3.a", "1,2", "::"}) {
         EXPECT_NE(ZOL_CheckBySymbolForIPV4(text), 0u) << text;
+    }
     EXPECT_NE(ZOL_CheckBySymbolForIPV4(nullptr), 0u);
 }
 
@@ -111,8 +113,9 @@ TEST(Address, MacTextHasThreeGroups)
     const uint8_t brief[] = {0, 1, 0, 0x22, 3, 0x33};
     EXPECT_EQ(std::memcmp(mac, brief, 6), 0);
     for (const char *text : {"", "1-2", "1-2-3-4", "1-2-", "-1-2-3", "12345-1-1", "1-1-12345", "g-1-1", "1:2:3",
-                             "1-2-3 ", " 1-2-3", "00:11:22:33:44:55", "1--3"})
+                             "1-2-3 ", " 1-2-3", "00:11:22:33:44:55", "1--3"}) {
         EXPECT_NE(SMP_Str2Mac(text, mac), 0u) << text;
+    }
     EXPECT_EQ(std::memcmp(mac, brief, 6), 0);
     EXPECT_NE(SMP_Str2Mac(nullptr, mac), 0u);
     EXPECT_NE(SMP_Str2Mac("1-2-3", nullptr), 0u);

@@ -17,8 +17,9 @@ TEST(Numbers, DecimalNumbersAreDigitsAlone)
         EXPECT_EQ(read("0000000000001", &value), 0u);
         EXPECT_EQ(value, 1u);
         for (const char *text : {"", "4294967296", "4294967300", "42949672950", "99999999999999999999999", "-1", "+1",
-                                 " 1", "1 ", "1a", "0x1", "1."})
+                                 " 1", "1 ", "1a", "0x1", "1."}) {
             EXPECT_NE(read(text, &value), 0u) << text;
+        }
         EXPECT_EQ(value, 1u);
         EXPECT_EQ(read("9", &value), 0u);
         EXPECT_EQ(value, 9u);
@@ -29,8 +30,9 @@ TEST(Numbers, DecimalNumbersAreDigitsAlone)
     EXPECT_EQ(QOV_StrToUint64("18446744073709551615", &value), 0u);
     EXPECT_EQ(value, UINT64_MAX);
     for (const char *text :
-         {"", "18446744073709551616", "18446744073709551620", "184467440737095516150", "-1", "1 ", "a"})
+         {"", "18446744073709551616", "18446744073709551620", "184467440737095516150", "-1", "1 ", "a"}) {
         EXPECT_NE(QOV_StrToUint64(text, &value), 0u) << text;
+    }
     EXPECT_EQ(value, UINT64_MAX);
 }
 
@@ -41,14 +43,17 @@ TEST(Numbers, HexadecimalNumbersHaveOneToEightDigits)
     EXPECT_EQ(value, 0xFFFFFFFFu);
     EXPECT_EQ(SMP_atoulx("0000000a", &value), 0u);
     EXPECT_EQ(value, 10u);
-    for (const char *text : {"", "000000001", "0x1", "g", "1 ", " 1", "-1"})
+    for (const char *text : {"", "000000001", "0x1", "g", "1 ", " 1", "-1"}) {
         EXPECT_NE(SMP_atoulx(text, &value), 0u) << text;
+    }
     EXPECT_EQ(value, 10u);
     EXPECT_NE(SMP_atoulx(nullptr, &value), 0u);
-    for (const char *text : {"0", "aF09", "0123456789abcdefABCDEF"})
+    for (const char *text : {"0", "aF09", "0123456789abcdefABCDEF"}) {
         EXPECT_NE(NCF_IsHex(text), 0u) << text;
-    for (const char *text : {"", "0x1", "g", "1 ", "1.2"})
+    }
+    for (const char *text : {"", "0x1", "g", "1 ", "1.2"}) {
         EXPECT_EQ(NCF_IsHex(text), 0u) << text;
+    }
     EXPECT_EQ(NCF_IsHex(nullptr), 0u);
 }
 

@@ -32,17 +32,21 @@ TEST(Scan, Decimal)
     ExpectNumber<uint32_t>("  \t\n7", "%u", 7);
     ExpectNumber<uint32_t>("00000000000000000000012", "%u", 12);
     ExpectNumber<uint32_t>("12abc", "%u", 12);
-    for (const char *text : {"4294967296", "4294967300", "42949672950", "99999999999999999999", "-1", "+1", "x", "."})
+    for (const char *text : {"4294967296", "4294967300", "42949672950", "99999999999999999999", "-1", "+1", "x", "."}) {
         ExpectRefused<uint32_t>(text, "%u");
+    }
     ExpectNumber<int>("2147483647", "%d", INT_MAX);
-    for (const char *text : {"2147483648", "-1", "+1"})
+    for (const char *text : {"2147483648", "-1", "+1"}) {
         ExpectRefused<int>(text, "%d");
+    }
     ExpectNumber<unsigned long long>("18446744073709551615", "%llu", ULLONG_MAX);
-    for (const char *text : {"18446744073709551616", "18446744073709551620", "-1"})
+    for (const char *text : {"18446744073709551616", "18446744073709551620", "-1"}) {
         ExpectRefused<unsigned long long>(text, "%llu");
+    }
     ExpectNumber<unsigned short>("65535", "%hu", 65535);
-    for (const char *text : {"65536", "4294967296", "-1"})
+    for (const char *text : {"65536", "4294967296", "-1"}) {
         ExpectRefused<unsigned short>(text, "%hu");
+    }
     ExpectNumber<unsigned char>("255", "%hhu", 255);
     ExpectRefused<unsigned char>("256", "%hhu");
     ExpectNumber<unsigned long>("17", "%lu", 17);
@@ -53,8 +57,9 @@ TEST(Scan, Hexadecimal)
     ExpectNumber<uint32_t>("fFfFfFfF", "%x", 0xFFFFFFFFu);
     ExpectNumber<uint32_t>("0", "%X", 0);
     ExpectNumber<uint32_t>("0x10", "%x", 0); // the "x" is no digit
-    for (const char *text : {"100000000", "g", "-1", "x10"})
+    for (const char *text : {"100000000", "g", "-1", "x10"}) {
         ExpectRefused<uint32_t>(text, "%x");
+    }
     ExpectNumber<unsigned long long>("ffffffffffffffff", "%llx", ULLONG_MAX);
     ExpectRefused<unsigned long long>("10000000000000000", "%llx");
     ExpectNumber<uint32_t>("abc", "%2x", 0xab);

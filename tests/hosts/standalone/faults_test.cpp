@@ -1,6 +1,6 @@
 // Injected faults strike the call they name and no other, and every call is counted.
 #include "bgp_host_services.h"
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 
 #include <gtest/gtest.h>
 

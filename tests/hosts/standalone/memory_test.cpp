@@ -1,6 +1,6 @@
 // Memory handles, scratch blocks, releases and guards.
 #include "bgp_host_services.h"
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 
 #include <gtest/gtest.h>
 
@@ -13,15 +13,15 @@ namespace {
 using namespace bgp::standalone;
 
 #if defined(__SANITIZE_ADDRESS__)
-constexpr bool UnderAsan = true;
+constexpr bool kUnderAsan = true;
 #elif defined(__has_feature)
 #if __has_feature(address_sanitizer)
-constexpr bool UnderAsan = true;
+constexpr bool kUnderAsan = true;
 #else
-constexpr bool UnderAsan = false;
+constexpr bool kUnderAsan = false;
 #endif
 #else
-constexpr bool UnderAsan = false;
+constexpr bool kUnderAsan = false;
 #endif
 
 class Memory : public testing::TestWithParam<bool> {
@@ -56,9 +56,11 @@ TEST_P(Memory, BlocksAreDistinctAlignedAndWritable)
         std::memset(block, static_cast<int>(size), size);
         blocks.push_back(block);
     }
-    for (uint32_t size = 0; size < 3000; ++size)
-        for (uint32_t at = 0; at < size; ++at)
+    for (uint32_t size = 0; size < 3000; ++size) {
+        for (uint32_t at = 0; at < size; ++at) {
             ASSERT_EQ(blocks[size][at], static_cast<uint8_t>(size));
+        }
+    }
     EXPECT_EQ(std::set<uint8_t *>(blocks.begin(), blocks.end()).size(), 3000u);
     EXPECT_EQ(HandleBlocks(handle), 3000u);
     EXPECT_TRUE(BlocksIntact(nullptr));
@@ -92,8 +94,9 @@ TEST_P(Memory, TheLargestBlockIsOneGibibyte)
 TEST_P(Memory, ResetEmptiesTheHandleAndKeepsIt)
 {
     for (int round = 0; round < 3; ++round) {
-        for (int block = 0; block < 5000; ++block)
+        for (int block = 0; block < 5000; ++block) {
             ASSERT_NE(SYS_DataTypeMallocByHandle(handle, 100), nullptr);
+        }
         EXPECT_EQ(HandleBlocks(handle), 5000u);
         ResetHandle(handle);
         EXPECT_EQ(HandleBlocks(handle), 0u);
@@ -127,8 +130,9 @@ TEST_P(Memory, ABlockOfAnEarlierRoundIsNotKnown)
 {
     void *block = SYS_DataTypeMallocByHandle(handle, 10);
     ResetHandle(handle);
-    for (int other = 0; other < 3 && !UnderAsan; ++other) // with the old block's header well inside the bytes in use
+    for (int other = 0; other < 3 && !kUnderAsan; ++other) { // with the old block's header well inside the bytes in use
         SYS_DataTypeMallocByHandle(handle, 200);
+    }
     const size_t blocks = HandleBlocks(handle);
     RecordReleases(true);
     int local = 0;
@@ -178,43 +182,51 @@ TEST_P(Memory, ReleasesAreRecordedOnlyWhenAsked)
 
 TEST_P(Memory, ThreadsShareOneHandle)
 {
-    constexpr int Threads = 4, Each = 5000;
-    std::vector<std::vector<uint32_t *>> blocks(Threads);
+    constexpr int kThreads = 4, kEach = 5000;
+    std::vector<std::vector<uint32_t *>> blocks(kThreads);
     std::vector<std::thread> threads;
-    for (int thread = 0; thread < Threads; ++thread)
+    for (int thread = 0; thread < kThreads; ++thread) {
         threads.emplace_back([&, thread] {
-            for (int block = 0; block < Each; ++block) {
+            for (int block = 0; block < kEach; ++block) {
                 auto *memory = static_cast<uint32_t *>(SYS_DataTypeMallocByHandle(handle, sizeof(uint32_t)));
-                *memory = static_cast<uint32_t>(thread * Each + block);
+                *memory = static_cast<uint32_t>(thread * kEach + block);
                 blocks[static_cast<size_t>(thread)].push_back(memory);
-                if (block % 10 == 0)
+                if (block % 10 == 0) {
                     SYS_DataTypeFree(SYS_DataTypeMallocByHandle(handle, 3));
+                }
             }
         });
-    for (std::thread &thread : threads)
+    }
+    for (std::thread &thread : threads) {
         thread.join();
-    EXPECT_EQ(HandleBlocks(handle), size_t{Threads} * Each);
-    for (size_t thread = 0; thread < Threads; ++thread)
-        for (size_t block = 0; block < Each; ++block)
-            ASSERT_EQ(*blocks[thread][block], thread * Each + block);
+    }
+    EXPECT_EQ(HandleBlocks(handle), size_t{kThreads} * kEach);
+    for (size_t thread = 0; thread < kThreads; ++thread) {
+        for (size_t block = 0; block < kEach; ++block) {
+            ASSERT_EQ(*blocks[thread][block], thread * kEach + block);
+        }
+    }
 }
 
 TEST_P(Memory, ThreadsOpenUseAndCloseTheirOwn)
 {
     std::vector<std::thread> threads;
-    for (int thread = 0; thread < 4; ++thread)
+    for (int thread = 0; thread < 4; ++thread) {
         threads.emplace_back([] {
             for (int round = 0; round < 300; ++round) {
                 const uint32_t own = OpenHandle();
-                for (int block = 0; block < 50; ++block)
+                for (int block = 0; block < 50; ++block) {
                     ASSERT_NE(SYS_DataTypeMallocByHandle(own, 64), nullptr);
+                }
                 ASSERT_EQ(HandleBlocks(own), 50u);
                 SYS_DataTypeFree(SYS_DataTypeMalloc(16));
                 CloseHandle(own);
             }
         });
-    for (std::thread &thread : threads)
+    }
+    for (std::thread &thread : threads) {
         thread.join();
+    }
 }
 
 TEST_P(Memory, HandlesRunOutAndComeBack)
@@ -226,8 +238,9 @@ TEST_P(Memory, HandlesRunOutAndComeBack)
     }
     EXPECT_GT(handles.size(), 4000u);
     EXPECT_EQ(std::set<uint32_t>(handles.begin(), handles.end()).size(), handles.size());
-    for (const uint32_t each : handles)
+    for (const uint32_t each : handles) {
         CloseHandle(each);
+    }
     const uint32_t again = OpenHandle();
     EXPECT_NE(again, 0u);
     CloseHandle(again);
@@ -274,7 +287,7 @@ using CheckedDeathTest = Checked;
 TEST_F(CheckedDeathTest, AnOverrunIsSeen)
 {
     uint8_t *block = Take(12);
-    if (UnderAsan) {
+    if (kUnderAsan) {
         EXPECT_DEATH(WriteAt(block, 12, 0), "heap-buffer-overflow");
         return;
     }
@@ -292,7 +305,7 @@ TEST_F(CheckedDeathTest, AnOverrunIsSeen)
 TEST_F(CheckedDeathTest, AnUnderrunIsSeenEvenAfterTheHandleIsGone)
 {
     uint8_t *block = Take(12);
-    if (UnderAsan) {
+    if (kUnderAsan) {
         EXPECT_DEATH(WriteAt(block, -1, 0), "heap-buffer-overflow");
         return;
     }
@@ -305,7 +318,7 @@ TEST_F(CheckedDeathTest, AnUnderrunIsSeenEvenAfterTheHandleIsGone)
 TEST_F(CheckedDeathTest, AScratchOverrunIsSeenEvenAfterItIsFreed)
 {
     auto *scratch = static_cast<uint8_t *>(SYS_DataTypeMalloc(8));
-    if (UnderAsan) {
+    if (kUnderAsan) {
         EXPECT_DEATH(WriteAt(scratch, 8, 0), "heap-buffer-overflow");
         SYS_DataTypeFree(scratch);
         return;
@@ -322,7 +335,7 @@ TEST_F(CheckedDeathTest, AWriteToAFreedBlockIsSeen)
 {
     uint8_t *block = Take(8);
     SYS_DataTypeFree(block);
-    if (UnderAsan) {
+    if (kUnderAsan) {
         EXPECT_DEATH(WriteAt(block, 3, 0), "use-after-poison");
         return;
     }

@@ -2,7 +2,7 @@
 //
 // BGP_DATATYPES_LIBRARY, given by the build, is the path of the plug-in to load.
 #include "bgp_host_services.h"
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 
 #include <gtest/gtest.h>
 
@@ -22,14 +22,16 @@ constexpr DataTypeDescriptor Row(uint16_t typeId, std::string_view name)
     return row;
 }
 
-constexpr DataTypeDescriptor First = Row(101, "FIRST");
-constexpr DataTypeDescriptor Second = Row(102, "ABCDEFGHIJKLMNOPQR"); // a name that fills its field
+constexpr DataTypeDescriptor kFirst = Row(101, "FIRST");
+constexpr DataTypeDescriptor kSecond = Row(102, "ABCDEFGHIJKLMNOPQR"); // a name that fills its field
 
 uint32_t Init(uint32_t handle)
 {
-    for (const DataTypeDescriptor *row : {&First, &Second})
-        if (const uint32_t code = SYS_Drm_RegisterDataType(handle, row))
+    for (const DataTypeDescriptor *row : {&kFirst, &kSecond}) {
+        if (const uint32_t code = SYS_Drm_RegisterDataType(handle, row)) {
             ZOL_Assert("init", 12, ("code " + std::to_string(code)).c_str());
+        }
+    }
     return 0;
 }
 
@@ -40,7 +42,7 @@ protected:
     static void Clear()
     {
         UnloadPlugIn();
-        SetAssertHook({});
+        BgpHost_SetAssertHook(nullptr, nullptr);
         TakeDiagnostics();
         ForgetRegistrations();
         RefuseRow(101, 0);
@@ -50,14 +52,17 @@ protected:
 TEST_F(PlugIn, RowsAreFoundByNameAndTypeId)
 {
     EXPECT_EQ(InitLinkedPlugIn(Init), 0u);
-    EXPECT_EQ(Rows(), (std::vector<const DataTypeDescriptor *>{&First, &Second}));
-    EXPECT_EQ(FindRow("FIRST"), &First);
-    EXPECT_EQ(FindRow("ABCDEFGHIJKLMNOPQR"), &Second);
-    EXPECT_EQ(FindRow(102u), &Second);
+    EXPECT_EQ(Rows(), (std::vector<const DataTypeDescriptor *>{&kFirst, &kSecond}));
+    EXPECT_EQ(FindRow("FIRST"), &kFirst);
+    EXPECT_EQ(FindRow("ABCDEFGHIJKLMNOPQR"), &kSecond);
+    EXPECT_EQ(FindRow(102u), &kSecond);
     EXPECT_EQ(FindRow("FIRS"), nullptr);
     EXPECT_EQ(FindRow("FIRSTS"), nullptr);
     EXPECT_EQ(FindRow(""), nullptr);
     EXPECT_EQ(FindRow(103u), nullptr);
+    EXPECT_EQ(BgpHost_FindRow(nullptr), nullptr);
+    EXPECT_EQ(BgpHost_RowAt(1), &kSecond);
+    EXPECT_EQ(BgpHost_RowAt(2), nullptr);
     EXPECT_EQ(InitLinkedPlugIn(Init), 0u); // anew, not in addition
     EXPECT_EQ(Rows().size(), 2u);
     EXPECT_TRUE(TakeDiagnostics().empty());
@@ -70,7 +75,7 @@ TEST_F(PlugIn, ARefusedRowIsRecordedAndNotFound)
     InitLinkedPlugIn(Init);
     const auto registrations = Registrations();
     ASSERT_EQ(registrations.size(), 2u);
-    EXPECT_EQ(registrations[0].row, &First);
+    EXPECT_EQ(registrations[0].row, &kFirst);
     EXPECT_EQ(registrations[0].answer, 0x4711u);
     EXPECT_EQ(registrations[0].handle, RegistrationHandle);
     EXPECT_EQ(registrations[1].answer, 0u);
@@ -85,7 +90,7 @@ TEST_F(PlugIn, ARefusedRowIsRecordedAndNotFound)
     EXPECT_TRUE(TakeDiagnostics().empty());
     RefuseRow(101, 0);
     InitLinkedPlugIn(Init);
-    EXPECT_EQ(FindRow(101u), &First);
+    EXPECT_EQ(FindRow(101u), &kFirst);
 }
 
 TEST_F(PlugIn, ANullRowIsRefused)
@@ -100,7 +105,11 @@ TEST_F(PlugIn, ANullRowIsRefused)
 TEST_F(PlugIn, AHookTakesTheDiagnostics)
 {
     std::vector<Diagnostic> seen;
-    SetAssertHook([&](const Diagnostic &diagnostic) { seen.push_back(diagnostic); });
+    BgpHost_SetAssertHook(
+        [](void *list, const char *source, uint32_t line, const char *message) {
+            static_cast<std::vector<Diagnostic> *>(list)->push_back({source, line, message});
+        },
+        &seen);
     ZOL_Assert("here", 3, "what");
     ZOL_Assert(nullptr, 0, nullptr);
     ASSERT_EQ(seen.size(), 2u);
@@ -109,9 +118,9 @@ TEST_F(PlugIn, AHookTakesTheDiagnostics)
     EXPECT_EQ(seen[0].message, "what");
     EXPECT_EQ(seen[1].source, "");
     EXPECT_TRUE(TakeDiagnostics().empty());
-    SetAssertHook([](const Diagnostic &) { throw 1; });
+    BgpHost_SetAssertHook([](void *, const char *, uint32_t, const char *) { throw 1; }, nullptr);
     ZOL_Assert("here", 4, "lost");
-    SetAssertHook({});
+    BgpHost_SetAssertHook(nullptr, nullptr);
     ZOL_Assert("here", 5, "kept");
     ASSERT_EQ(TakeDiagnostics().size(), 1u);
     EXPECT_EQ(seen.size(), 2u);
@@ -120,15 +129,17 @@ TEST_F(PlugIn, AHookTakesTheDiagnostics)
 TEST_F(PlugIn, ReportsFromManyThreadsAreAllKept)
 {
     std::vector<std::thread> threads;
-    for (uint32_t thread = 0; thread < 4; ++thread)
+    for (uint32_t thread = 0; thread < 4; ++thread) {
         threads.emplace_back([=] {
             for (uint32_t call = 0; call < 200; ++call) {
                 ZOL_Assert("thread", thread, "x");
-                SYS_Drm_RegisterDataType(thread, &First);
+                SYS_Drm_RegisterDataType(thread, &kFirst);
             }
         });
-    for (std::thread &thread : threads)
+    }
+    for (std::thread &thread : threads) {
         thread.join();
+    }
     EXPECT_EQ(TakeDiagnostics().size(), 800u);
     EXPECT_EQ(Rows().size(), 800u);
 }
@@ -143,6 +154,12 @@ TEST_F(PlugIn, WhatCannotBeLoadedLeavesTheRows)
     EXPECT_NE(error.find("Bgp_InitDataType"), std::string::npos) << error;
     EXPECT_FALSE(LoadPlugIn(nullptr, &error));
     EXPECT_FALSE(LoadPlugIn("/no/such/plug-in.so", nullptr));
+    char reason[8] = "before";
+    EXPECT_EQ(BgpHost_LoadPlugIn("/no/such/plug-in.so", reason, sizeof reason), DT_ERR_FAIL);
+    EXPECT_STREQ(reason, "/no/suc"); // cut
+    EXPECT_EQ(BgpHost_LoadPlugIn("/no/such/plug-in.so", reason, 0), DT_ERR_FAIL);
+    EXPECT_EQ(BgpHost_LoadPlugIn("/no/such/plug-in.so", nullptr, 9), DT_ERR_FAIL);
+    EXPECT_STREQ(reason, "/no/suc");
     EXPECT_EQ(Rows().size(), 2u);
     EXPECT_EQ(PlugInSymbol("no_such_symbol_anywhere"), nullptr);
     EXPECT_EQ(PlugInSymbol(nullptr), nullptr);
@@ -164,6 +181,9 @@ TEST_F(PlugIn, APlugInRegistersItsRows)
     }
     UnloadPlugIn();
     EXPECT_TRUE(Rows().empty());
+    ASSERT_TRUE(LoadPlugIn("libbgp_datatypes.so.1", &error)) << error; // beside the host's own library
+    EXPECT_EQ(Rows().size(), 35u);
+    UnloadPlugIn();
 #else
     GTEST_SKIP() << "the build names no plug-in";
 #endif

@@ -1,6 +1,6 @@
 // Help records.
 #include "bgp_host_services.h"
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 
 #include <gtest/gtest.h>
 
@@ -15,8 +15,9 @@ TEST(Help, EntriesLiveInTheHandle)
     DataTypeHelpInfo info{};
     EXPECT_EQ(SYSDT_InitHelpInfo(handle, &info, 3, 9), DT_OK);
     ASSERT_EQ(info.EntryCount, 3u);
-    for (uint32_t entry = 0; entry < 3; ++entry)
+    for (uint32_t entry = 0; entry < 3; ++entry) {
         EXPECT_EQ(info.Entries[entry].Text, nullptr);
+    }
     EXPECT_EQ(HandleBlocks(handle), 0u);
     EXPECT_EQ(TakeCounters().allocations, 0u);
     SYSDT_ClearHelpInfo(&info);

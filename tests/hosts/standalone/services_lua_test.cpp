@@ -1,7 +1,7 @@
 // The Lua stack wrapper: what it shares with Lua, and that it raises nothing. A raised error has no protected call to
 // go to here: it would end the test program.
 #include "bgp_host_services.h"
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 
 #include <gtest/gtest.h>
 
@@ -223,8 +223,9 @@ TEST_F(Lua, AnEmptyStackAndNoStateAtAll)
 // Lua gives a caller 20 free slots; the wrapper asks for more when it needs them.
 TEST_F(Lua, TheStackGrows)
 {
-    for (uint32_t value = 0; value < 10000; ++value)
+    for (uint32_t value = 0; value < 10000; ++value) {
         SYSDT_SPTI_PushUInt(L, value);
+    }
     EXPECT_EQ(Top(), 10000);
     EXPECT_EQ(SYSDT_SPTI_ToUInt(L, 10000), 9999u);
 }

@@ -1,6 +1,6 @@
 // The host's own type operations: index, block and string.
 #include "bgp_host_services.h"
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@ namespace {
 
 using namespace bgp::standalone;
 
-constexpr uint32_t VrfNames = 24579, OtherNames = 24590;
+constexpr uint32_t kVrfNames = 24579, kOtherNames = 24590;
 
 class Types : public testing::Test {
 protected:
@@ -55,39 +55,40 @@ protected:
 
 TEST_F(Types, AnIndexIsReadByNameOrNumber)
 {
-    SetObjectName(VrfNames, 17, "red");
-    SetObjectName(VrfNames, 18, "42");
-    EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, VrfNames, "red"), DT_OK);
-    EXPECT_EQ(typeId, VrfNames);
+    SetObjectName(kVrfNames, 17, "red");
+    SetObjectName(kVrfNames, 18, "42");
+    EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, kVrfNames, "red"), DT_OK);
+    EXPECT_EQ(typeId, kVrfNames);
     EXPECT_EQ(length, 4);
     EXPECT_EQ(Number(), 17u);
-    EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, VrfNames, " red\t"), DT_OK);
+    EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, kVrfNames, " red\t"), DT_OK);
     EXPECT_EQ(Number(), 17u);
-    EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, VrfNames, "42"), DT_OK); // a name goes before a number
+    EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, kVrfNames, "42"), DT_OK); // a name goes before a number
     EXPECT_EQ(Number(), 18u);
-    EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, OtherNames, "42"), DT_OK);
+    EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, kOtherNames, "42"), DT_OK);
     EXPECT_EQ(Number(), 42u);
-    EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, VrfNames, "4294967295"), DT_OK);
+    EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, kVrfNames, "4294967295"), DT_OK);
     EXPECT_EQ(Number(), 4294967295u);
-    for (const char *text : {"", " ", "blue", "Red", "4294967296", "-1", "+1", "1x", "1 2"})
-        EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, VrfNames, text), DT_ERR_INVALID_VALUE) << text;
-    EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, OtherNames, "red"), DT_ERR_INVALID_VALUE);
+    for (const char *text : {"", " ", "blue", "Red", "4294967296", "-1", "+1", "1x", "1 2"}) {
+        EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, kVrfNames, text), DT_ERR_INVALID_VALUE) << text;
+    }
+    EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, kOtherNames, "red"), DT_ERR_INVALID_VALUE);
     EXPECT_EQ(value, nullptr);
 }
 
 TEST_F(Types, AnIndexIsPrintedByNameOrNumber)
 {
-    SetObjectName(VrfNames, 17, "red");
+    SetObjectName(kVrfNames, 17, "red");
     const uint32_t index = 17;
-    EXPECT_EQ(Out(SYS_DT_IndexFormatOut, VrfNames, &index, 4), DT_OK);
+    EXPECT_EQ(Out(SYS_DT_IndexFormatOut, kVrfNames, &index, 4), DT_OK);
     EXPECT_EQ(typeId, 25);
     EXPECT_EQ(length, 4);
     EXPECT_STREQ(Text(), "red");
-    EXPECT_EQ(Out(SYS_DT_IndexFormatOut, OtherNames, &index, 4), DT_OK);
+    EXPECT_EQ(Out(SYS_DT_IndexFormatOut, kOtherNames, &index, 4), DT_OK);
     EXPECT_STREQ(Text(), "17");
     EXPECT_EQ(length, 3);
     request.FormatMode = 3;
-    EXPECT_EQ(Out(SYS_DT_IndexFormatOut, VrfNames, &index, 4), DT_OK);
+    EXPECT_EQ(Out(SYS_DT_IndexFormatOut, kVrfNames, &index, 4), DT_OK);
     EXPECT_EQ(typeId, 6);
     EXPECT_EQ(length, 4);
     EXPECT_EQ(Number(), 17u);
@@ -95,16 +96,16 @@ TEST_F(Types, AnIndexIsPrintedByNameOrNumber)
 
 TEST_F(Types, ObjectNamesAreOneToOne)
 {
-    SetObjectName(VrfNames, 1, "red");
-    SetObjectName(VrfNames, 2, "red"); // the name moves
+    SetObjectName(kVrfNames, 1, "red");
+    SetObjectName(kVrfNames, 2, "red"); // the name moves
     uint32_t index = 1;
-    EXPECT_EQ(Out(SYS_DT_IndexFormatOut, VrfNames, &index, 4), DT_OK);
+    EXPECT_EQ(Out(SYS_DT_IndexFormatOut, kVrfNames, &index, 4), DT_OK);
     EXPECT_STREQ(Text(), "1");
-    SetObjectName(VrfNames, 2, "blue");
-    EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, VrfNames, "red"), DT_ERR_INVALID_VALUE);
-    EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, VrfNames, "blue"), DT_OK);
-    SetObjectName(VrfNames, 2, "");
-    EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, VrfNames, "blue"), DT_ERR_INVALID_VALUE);
+    SetObjectName(kVrfNames, 2, "blue");
+    EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, kVrfNames, "red"), DT_ERR_INVALID_VALUE);
+    EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, kVrfNames, "blue"), DT_OK);
+    SetObjectName(kVrfNames, 2, "");
+    EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, kVrfNames, "blue"), DT_ERR_INVALID_VALUE);
 }
 
 TEST_F(Types, ModesAreRefusedAfterPointersAndBeforeContent)
@@ -124,9 +125,9 @@ TEST_F(Types, ModesAreRefusedAfterPointersAndBeforeContent)
                            {2, DT_ERR_INVALID_VALUE, DT_OK},
                            {6, DT_ERR_INVALID_VALUE, DT_OK}}) {
         request.FormatMode = row.mode;
-        EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, VrfNames, ""), row.in) << int{row.mode};
+        EXPECT_EQ(In(SYS_DT_UINT32IndexFormatIn, kVrfNames, ""), row.in) << int{row.mode};
         EXPECT_EQ(In(SYSDT_StringFormatIn, 292, ""), row.in) << int{row.mode};
-        EXPECT_EQ(Out(SYS_DT_IndexFormatOut, VrfNames, &index, 4), row.out) << int{row.mode};
+        EXPECT_EQ(Out(SYS_DT_IndexFormatOut, kVrfNames, &index, 4), row.out) << int{row.mode};
         EXPECT_EQ(Out(SYSDT_StringFormatOut, 292, "ab", 3), row.out) << int{row.mode};
         for (DataTypeFormatIn in : {SYS_DT_UINT32IndexFormatIn, SYSDT_StringFormatIn}) {
             EXPECT_EQ(in(nullptr, 1, 0, text, &typeId, &length, &value), DT_ERR_NULL_PTR);
@@ -193,8 +194,9 @@ TEST_F(Types, AStringHasOneCharacterLessThanItsLength)
     EXPECT_EQ(length, 4);
     EXPECT_EQ(In(SYSDT_StringFormatIn, 292, "a b", 8), DT_OK);
     EXPECT_EQ(std::memcmp(value, "a b\0\0\0\0\0", 8), 0);
-    for (const char *text : {"", " ", "\t \t"})
+    for (const char *text : {"", " ", "\t \t"}) {
         EXPECT_EQ(In(SYSDT_StringFormatIn, 292, text), DT_ERR_INVALID_VALUE);
+    }
     EXPECT_EQ(In(SYSDT_StringFormatIn, 292, "a", 0x10000), DT_ERR_INVALID_VALUE);
 }
 
@@ -250,17 +252,17 @@ TEST_F(Types, IndexThroughLua)
     SYSDT_SPTI_CreateTable(L, 0, 0);
     const uint32_t word = 0xFFFFFFFFu;
     uint32_t back = 0;
-    EXPECT_EQ(SYSDT_Uint32LuaSet(L, -1, "id", VrfNames, 4, &word), DT_OK);
-    EXPECT_EQ(SYSDT_Uint32LuaGet(L, -1, "id", VrfNames, 4, &back), DT_OK);
+    EXPECT_EQ(SYSDT_Uint32LuaSet(L, -1, "id", kVrfNames, 4, &word), DT_OK);
+    EXPECT_EQ(SYSDT_Uint32LuaGet(L, -1, "id", kVrfNames, 4, &back), DT_OK);
     EXPECT_EQ(back, word);
     EXPECT_EQ(SYSDT_SPTI_GetTop(L), 1);
-    EXPECT_EQ(SYSDT_Uint32LuaGet(L, 1, "none", VrfNames, 4, &back), DT_ERR_INVALID_PARAM);
-    EXPECT_EQ(SYSDT_Uint32LuaGet(L, 1, "id", VrfNames, 3, &back), DT_ERR_INVALID_PARAM);
-    EXPECT_EQ(SYSDT_Uint32LuaSet(L, 1, "id", VrfNames, 3, &word), DT_ERR_INVALID_PARAM);
-    EXPECT_EQ(SYSDT_Uint32LuaSet(L, 2, "id", VrfNames, 4, &word), DT_ERR_INVALID_PARAM);
-    EXPECT_EQ(SYSDT_Uint32LuaSet(nullptr, 1, "id", VrfNames, 4, &word), DT_ERR_NULL_PTR);
-    EXPECT_EQ(SYSDT_Uint32LuaSet(L, 1, nullptr, VrfNames, 4, &word), DT_ERR_NULL_PTR);
-    EXPECT_EQ(SYSDT_Uint32LuaGet(L, 1, "id", VrfNames, 4, nullptr), DT_ERR_NULL_PTR);
+    EXPECT_EQ(SYSDT_Uint32LuaGet(L, 1, "none", kVrfNames, 4, &back), DT_ERR_INVALID_PARAM);
+    EXPECT_EQ(SYSDT_Uint32LuaGet(L, 1, "id", kVrfNames, 3, &back), DT_ERR_INVALID_PARAM);
+    EXPECT_EQ(SYSDT_Uint32LuaSet(L, 1, "id", kVrfNames, 3, &word), DT_ERR_INVALID_PARAM);
+    EXPECT_EQ(SYSDT_Uint32LuaSet(L, 2, "id", kVrfNames, 4, &word), DT_ERR_INVALID_PARAM);
+    EXPECT_EQ(SYSDT_Uint32LuaSet(nullptr, 1, "id", kVrfNames, 4, &word), DT_ERR_NULL_PTR);
+    EXPECT_EQ(SYSDT_Uint32LuaSet(L, 1, nullptr, kVrfNames, 4, &word), DT_ERR_NULL_PTR);
+    EXPECT_EQ(SYSDT_Uint32LuaGet(L, 1, "id", kVrfNames, 4, nullptr), DT_ERR_NULL_PTR);
     EXPECT_EQ(SYSDT_SPTI_GetTop(L), 1);
 }
 
