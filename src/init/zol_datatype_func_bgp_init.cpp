@@ -173,13 +173,7 @@ struct Description {
 constexpr Description kDescriptions[] = {
     {255, &bgp::kAsNumLayout},
     {256, &bgp::kCommunityLayout},
-    {257, &bgp::kExtCommunityLayout},
-    {258, &bgp::kVrfRtLayout},
-    {259, &bgp::kVrfRdLayout},
-    {260, &bgp::kSooLayout},
-    {278, &bgp::kRtpRdLayout},
     {279, nullptr, bgp::DescribeBolPrefix},
-    {280, &bgp::kBolRdLayout},
     {281, nullptr, bgp::DescribeBolPrefix},
     {284, &bgp::kTimeRangeLayout},
     {285, &bgp::kAsNumLayout},
@@ -219,10 +213,18 @@ uint32_t Bgp_InitDataType(uint32_t handle)
 
 namespace {
 
+// clang-format off
 // The types in the order of their rows.
 constexpr const bgp::Type *kTypes[] = {
     &bgp::kLargeCommunity,
+    &bgp::kExtCommunity,
+    &bgp::kVrfRt,
+    &bgp::kVrfRd,
+    &bgp::kSoo,
+    &bgp::kBolRd,
+    &bgp::kRtpRd,
 };
+// clang-format on
 
 const bgp::Type *FindType(uint32_t typeId)
 {
