@@ -182,11 +182,8 @@ constexpr Description kDescriptions[] = {
     {294, nullptr, bgp::DescribeBolPrefix},
     {295, nullptr, bgp::DescribeBolPrefix},
     {296, nullptr, bgp::DescribeBolPrefix},
-    {303, &bgp::kVpnIdLayout},
-    {320, &bgp::kVrfRtV6Layout},
     {325, &bgp::kAsNumListLayout},
     {326, &bgp::kCommunityListLayout},
-    {328, &bgp::kSidStructureLayout},
     {329, &bgp::kExtCommunityBwLayout},
     {1299, nullptr, bgp::DescribeBgpLs},
     {1300, &bgp::kExtCommunityComprLayout},
@@ -222,7 +219,10 @@ constexpr const bgp::Type *kTypes[] = {
     &bgp::kVrfRd,
     &bgp::kSoo,
     &bgp::kBolRd,
+    &bgp::kVpnId,
+    &bgp::kVrfRtV6,
     &bgp::kRtpRd,
+    &bgp::kSidStructure,
 };
 // clang-format on
 

@@ -9,10 +9,10 @@ namespace bgp {
 
 extern const Type kVrfRd;
 extern const Type kVrfRt;
-extern const BgpLayout kVrfRtV6Layout;
+extern const Type kVrfRtV6;
 extern const Type kBolRd;
-extern const BgpLayout kSidStructureLayout;
-extern const BgpLayout kVpnIdLayout;
+extern const Type kSidStructure;
+extern const Type kVpnId;
 extern const Type kRtpRd;
 
 // A route distinguisher of 12 bytes as VRFRD reads and prints it.

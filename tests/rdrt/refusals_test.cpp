@@ -106,6 +106,60 @@ constexpr Refused kWildcards[] = {
     {" 1.2.3.256:*",            "too-large",        7,  3, 255, "octet 4 of the address"},
     {"1:*12345678901234567890", "too-long",         0, 23, 21},
 };
+
+constexpr Refused kVpnId[] = {
+    {"",                        "empty",            0,  0},
+    {"\t ",                     "empty",            2,  0},
+    {" 000000000001a2b3c:0010", "too-long",         1, 22, 21},
+    {"1: 2",                    "blank",            2,  1},
+    {"a\t:b",                   "blank",            1,  1},
+    {":1",                      "digit",            0,  1},
+    {"1:",                      "digit",            2,  0},
+    {"g:1",                     "digit",            0,  1},
+    {"A:1",                     "upper-case",       0,  1},
+    {"1a2B3c:10",               "upper-case",       3,  1},
+    {" 1:F",                    "upper-case",       3,  1},
+    {"0x1:2",                   "character",        1,  1},
+    {"1G:2",                    "character",        1,  1},
+    {"1.2:3",                   "character",        1,  1},
+    {"1:2:3:4:5:6",             "too-many-numbers", 9,  1, 5},
+    {"12",                      "notation",         0,  2, 0, "", "", 0, 2, "OUI:index"},
+    {"1:2:3",                   "notation",         0,  5, 0, "", "", 0, 2, "OUI:index"},
+    {"1000000:1",               "too-large-hex",    0,  7, 0xffffff, "the OUI"},
+    {"ffffffffffffffff:f",      "too-large-hex",    0, 16, 0xffffff, "the OUI"},
+    {" 1:100000000",            "too-large-hex",    3,  9, 0xffffffff, "the VPN index"},
+    {" 0:00 ",                  "all-numbers-zero", 1,  4},
+};
+
+constexpr std::string_view kLocal = "the local administrator";
+constexpr std::string_view kGlobal = "the global administrator";
+
+constexpr Refused kVrfRtV6[] = {
+    {"",                        "empty",            0,  0},
+    {"   ",                     "empty",            3,  0},
+    {" 00000:0000:0000:0000:0000:ffff:255.255.255.255.1", "too-long", 1, 48, 47},
+    {"2001:db8::1 .1",          "blank",           11,  1},
+    {" 2001: db8::1.1",         "blank",            6,  1},
+    {"2001:db8::1.\t1",         "blank",           12,  1},
+    {"1",                       "no-local-administrator", 1, 0, 0, kLocal},
+    {" 2001:db8::1 ",           "no-local-administrator", 12, 0, 0, kLocal},
+    {"2001:db8::1.",            "digit",           12,  0},
+    {".",                       "digit",            1,  0},
+    {"2001:db8::1.a",           "digit",           12,  1},
+    {"2001:db8::1.-",           "digit",           12,  1},
+    {"2001:db8::1.\xb1",        "digit",           12,  1},
+    {"2001:db8::1..",           "digit",           12,  1},
+    {"2001:db8::1.10",          "one-digit",       12,  2, 0, kLocal},
+    {"2001:db8::1.65535",       "one-digit",       12,  5, 0, kLocal},
+    {"1.2:3",                   "one-digit",        2,  3, 0, kLocal},
+    {" 2001:db8::1.2",          "too-large",       13,  1, 1, kLocal},
+    {"::ffff:1.2.3.4",          "too-large",       13,  1, 1, kLocal},
+    {"x::1.9",                  "too-large",        5,  1, 1, kLocal},
+    {" g::1.1",                 "ipv6",             1,  4, 0, kGlobal},
+    {"192.0.2.1.1",             "ipv6",             0,  9, 0, kGlobal},
+    {" .1",                     "ipv6",             1,  0, 0, kGlobal},
+    {"1..1",                    "ipv6",             0,  2, 0, kGlobal},
+};
 // clang-format on
 
 template <class... Rows>
@@ -126,6 +180,12 @@ TEST_F(RdRtRefusals, OfTheSharedNotations)
     CheckRefusals("RTPRD", All(kShared, kWildcards, kModes));
 }
 
+TEST_F(RdRtRefusals, OfOtherTexts)
+{
+    CheckRefusals("VPNID", All(kVpnId, kModes));
+    CheckRefusals("VRFRTV6", All(kVrfRtV6));
+}
+
 TEST_F(RdRtRefusals, NoneOfAcceptedTexts)
 {
     constexpr std::string_view kTexts[] = {
@@ -139,6 +199,10 @@ TEST_F(RdRtRefusals, NoneOfAcceptedTexts)
     CheckAccepted("RTPRD", kZeros);
     constexpr std::string_view kStars[] = {"100:*", " 0:**\t", "65536:65536*", "1.2:*3", "1.2.3.4:70000*"};
     CheckAccepted("RTPRD", kStars);
+    constexpr std::string_view kIds[] = {"1a2b3c:10", " ffffff:ffffffff\t", "0:1", "1:0"};
+    CheckAccepted("VPNID", kIds);
+    constexpr std::string_view kTargets[] = {"2001:db8::1.1", "\t::.0 ", "::192.0.2.1.1"};
+    CheckAccepted("VRFRTV6", kTargets);
 }
 
 TEST_F(RdRtRefusals, InWords)
@@ -152,6 +216,11 @@ TEST_F(RdRtRefusals, InWords)
         {"SOO", "1.2.3.256:1", "octet 4 of the address is at most 255"},
         {"BOLRD", "0:0", "the numbers may not all be 0"},
         {"RTPRD", "*:1", "\"*\" may only stand for the assigned number"},
+        {"VPNID", "1000000:1", "the OUI is at most ffffff"},
+        {"VPNID", "1A:1", "hexadecimal digits are lower case here"},
+        {"VRFRTV6", "2001:db8::1", "\".\" and the local administrator stand at the end"},
+        {"VRFRTV6", "2001:db8::1.2", "the local administrator is at most 1"},
+        {"SID_STRUCTURE", "32-16-16-0-0-0", "values of this type cannot be typed"},
     };
     for (const Row &row : kRows) {
         const BgpRefusal refusal = Explained(row.type, row.text);
@@ -190,6 +259,13 @@ TEST_F(RdRtRefusals, OfTheCompositeTellTheSubTypesAnswer)
     }
 }
 
+TEST_F(RdRtRefusals, OfATypeThatIsNotTyped)
+{
+    const BgpRefusal refusal = Explained("SID_STRUCTURE", "32-16-16-0-0-0");
+    EXPECT_EQ(refusal.Reason.Code, DT_ERR_FAIL);
+    EXPECT_EQ(Describe(refusal.Reason), "not-typed 0+0 limit 0 what '' where '' element 0 expected ''");
+}
+
 // -------------------------------------------------------------------------------------------------------------- facts
 
 class RdRtFacts : public PlugIn {};
@@ -214,6 +290,11 @@ constexpr Stated kStated[] = {
     {"RTPRD", 278, 10, 10, 1, 21, BGP_ORDER_TOTAL, BGP_NETWORK_LAYOUT, BGP_LUA_ALL, 10, 0, 4, "RFC 4364"},
     {"BOLRD", 280, 16, 16, 1, 21, BGP_ORDER_EQUALITY, BGP_NETWORK_LAYOUT, BGP_LUA_TYPED, 10, 0, 4,
      "RFC 4364, RFC 4761"},
+    {"VPNID", 303, 8, 8, 1, 21, BGP_ORDER_TOTAL, BGP_NETWORK_ENDIAN, BGP_LUA_ALL, 16, 0, 1, "RFC 2685"},
+    {"VRFRTV6", 320, 24, 24, 1, 47, BGP_ORDER_TOTAL, BGP_NETWORK_ENDIAN, BGP_LUA_TYPED, 10, BGP_TRAIT_READS_SHORT, 0,
+     "RFC 5701"},
+    {"SID_STRUCTURE", 328, 7, 0, 0, 0, BGP_ORDER_NONE, BGP_NETWORK_LAYOUT, BGP_LUA_LOSES, 10,
+     BGP_TRAIT_NO_TEXT | BGP_TRAIT_READS_SHORT, 0, "RFC 9252"},
 };
 
 void ExpectFacts(const BgpTypeFacts &facts, const Stated &stated)
@@ -317,6 +398,10 @@ TEST_F(RdRtFacts, OfTheNotations)
             ExpectNotation(facts->Notations[i], shared[i]);
         }
     }
+    const BgpTypeFacts *vpnId = Bgp_DescribeType(303);
+    ASSERT_NE(vpnId, nullptr);
+    ExpectNotation(vpnId->Notations[0],
+                   {"OUI:index", ":", nullptr, {"the OUI", "the VPN index"}, {0, 0}, {0xffffff, 0xffffffff}});
 }
 
 } // namespace
