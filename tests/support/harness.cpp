@@ -644,4 +644,49 @@ void Sweep(const DataTypeDescriptor &row, const Contract &contract)
     SweepLua(row, contract);
 }
 
+// ------------------------------------------------------------------------------------------- operations of any row
+
+uint32_t Check(const DataTypeDescriptor &row, std::string_view valueHex)
+{
+    const std::string value = Bytes(valueHex);
+    Unaligned copy(value);
+    return row.Check(&row, row.TypeId, static_cast<uint32_t>(value.size()), copy.at());
+}
+
+int32_t Compare(const DataTypeDescriptor &row, std::string_view leftHex, std::string_view rightHex)
+{
+    const std::string left = Bytes(leftHex);
+    const std::string right = Bytes(rightHex);
+    EXPECT_EQ(left.size(), right.size());
+    Unaligned leftCopy(left);
+    Unaligned rightCopy(right);
+    return row.Compare(&row, static_cast<uint32_t>(left.size()), leftCopy.at(), rightCopy.at());
+}
+
+Swapped Endian(const DataTypeDescriptor &row, std::string_view valueHex)
+{
+    const std::string value = Bytes(valueHex);
+    Unaligned copy(value);
+    const uint32_t code = row.Endian(&row, row.TypeId, static_cast<uint32_t>(value.size()), copy.at());
+    return {code, Hex(copy.at(), value.size())};
+}
+
+LuaIn LuaGetInto(const DataTypeDescriptor &row, std::string_view expression, std::string_view beforeHex)
+{
+    const Lua lua;
+    const std::string script = "return {v = " + std::string(expression) + "}";
+    if (luaL_loadbuffer(lua.L, script.data(), script.size(), "value") != LUA_OK ||
+        lua_pcall(lua.L, 0, 1, 0) != LUA_OK) {
+        return {0xFFFFFFFF, "", 0};
+    }
+    const std::string bytes = Bytes(beforeHex);
+    Unaligned buffer(bytes);
+    const int before = lua_gettop(lua.L);
+    LuaIn in{};
+    in.code = row.LuaGet(lua.L, before, "v", row.TypeId, static_cast<uint16_t>(bytes.size()), buffer.at());
+    in.growth = lua_gettop(lua.L) - before;
+    in.value = Hex(buffer.at(), bytes.size());
+    return in;
+}
+
 } // namespace bgp::test

@@ -192,6 +192,19 @@ struct Contract {
 };
 void Sweep(const DataTypeDescriptor &row, const Contract &contract);
 
+// ------------------------------------------------------------------------------------------- operations of any row
+
+// As above for a row of its own, such as that of a sub-type.
+uint32_t Check(const DataTypeDescriptor &row, std::string_view valueHex);
+int32_t Compare(const DataTypeDescriptor &row, std::string_view leftHex, std::string_view rightHex);
+struct Swapped {
+    uint32_t code;
+    std::string value;
+};
+Swapped Endian(const DataTypeDescriptor &row, std::string_view valueHex);
+// LuaGet into bytes that are there already. 0xFFFFFFFF when the expression is none.
+LuaIn LuaGetInto(const DataTypeDescriptor &row, std::string_view expression, std::string_view beforeHex);
+
 } // namespace bgp::test
 
 #endif
