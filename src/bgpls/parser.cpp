@@ -148,9 +148,10 @@ constexpr FormatInRule kIn{.typeId = 1299,
                            .memory = Memory::kPlain};
 
 constexpr const BgpRule *kRules[] = {
-    &kEmpty,   &kTooShort,  &kTooLong,       &kBlank,      &kNoDigit,    &kTooLarge,      &kNoIpv4,        &kNoIpv6,
-    &kNoGroup, &kUnclosed,  &kNoKeyword,     &kNotAlone,   &kNotCarried, &kTypeFirst,     &kProtocolFirst, &kTwice,
-    &kMissing, &kNotOfType, &kNotOfProtocol, &kNoHexDigit, &kNoRouterId, &kNoIdentifiers, &kNoSlash,       &kNoAs,
+    &kEmpty,      &kTooShort,  &kTooLong,       &kBlank,      &kNoDigit,     &kWrongCharacter, &kTooManyNumbers,
+    &kNoNotation, &kTooSmall,  &kTooLarge,      &kNoIpv4,     &kLeadingZero, &kNoIpv6,         &kNoGroup,
+    &kUnclosed,   &kNoKeyword, &kNotAlone,      &kNotCarried, &kTypeFirst,   &kProtocolFirst,  &kTwice,
+    &kMissing,    &kNotOfType, &kNotOfProtocol, &kNoHexDigit, &kNoRouterId,  &kNoIdentifiers,  &kNoSlash,
 };
 
 } // namespace

@@ -61,23 +61,10 @@ void IgpRouterIdToStr(const uint8_t *area, char (&text)[kNodePiece])
     text[length] = '\0';
 }
 
-uint32_t Append(const Output &output, const char *format, const Argument *arguments)
+bool AppendMt(GrowingText &text, const MtFormats &formats, uint32_t mtId, const Argument *arguments)
 {
-    if (*output.printed >= output.limit) {
-        return DT_ERR_FAIL;
-    }
-    const int32_t written = Print(output.buffer + *output.printed, output.limit - *output.printed, format, arguments);
-    if (written < 0) {
-        return DT_ERR_FAIL;
-    }
-    *output.printed += static_cast<uint32_t>(written);
-    return DT_OK;
-}
-
-uint32_t AppendMt(const Output &output, const MtFormats &formats, uint32_t mtId, const Argument *arguments)
-{
-    return mtId != kLsNoMtId ? Append(output, formats.with, arguments)
-                             : Append(output, formats.without, arguments + formats.skip);
+    return mtId != kLsNoMtId ? Print(text, formats.with, arguments)
+                             : Print(text, formats.without, arguments + formats.skip);
 }
 
 } // namespace bgp

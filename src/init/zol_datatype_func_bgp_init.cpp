@@ -172,20 +172,11 @@ struct Description {
 
 constexpr Description kDescriptions[] = {
     {256, &bgp::kCommunityLayout},
-    {257, &bgp::kExtCommunityLayout},
-    {258, &bgp::kVrfRtLayout},
-    {259, &bgp::kVrfRdLayout},
-    {260, &bgp::kSooLayout},
-    {278, &bgp::kRtpRdLayout},
-    {280, &bgp::kBolRdLayout},
     {284, &bgp::kTimeRangeLayout},
     {290, &bgp::kAttrIdBitmapLayout},
     {292, &bgp::kCvrfNameLayout},
-    {303, &bgp::kVpnIdLayout},
-    {320, &bgp::kVrfRtV6Layout},
     {325, &bgp::kAsNumListLayout},
     {326, &bgp::kCommunityListLayout},
-    {328, &bgp::kSidStructureLayout},
     {329, &bgp::kExtCommunityBwLayout},
     {1300, &bgp::kExtCommunityComprLayout},
 };
@@ -211,11 +202,29 @@ uint32_t Bgp_InitDataType(uint32_t handle)
 
 namespace {
 
+// clang-format off
 // The types in the order of their rows.
 constexpr const bgp::Type *kTypes[] = {
-    &bgp::kAsNum,     &bgp::kLargeCommunity, &bgp::kBgpLsPrefix, &bgp::kBolPrefix, &bgp::kVpnv4McPrefix,
-    &bgp::kMdtPrefix, &bgp::kL2vpnPrefix,    &bgp::kAsNumExt,    &bgp::kEvnPrefix,
+    &bgp::kAsNum,
+    &bgp::kLargeCommunity,
+    &bgp::kExtCommunity,
+    &bgp::kBgpLsPrefix,
+    &bgp::kVrfRt,
+    &bgp::kVrfRd,
+    &bgp::kSoo,
+    &bgp::kBolPrefix,
+    &bgp::kBolRd,
+    &bgp::kVpnv4McPrefix,
+    &bgp::kMdtPrefix,
+    &bgp::kL2vpnPrefix,
+    &bgp::kAsNumExt,
+    &bgp::kVpnId,
+    &bgp::kVrfRtV6,
+    &bgp::kRtpRd,
+    &bgp::kSidStructure,
+    &bgp::kEvnPrefix,
 };
+// clang-format on
 
 const bgp::Type *FindType(uint32_t typeId)
 {

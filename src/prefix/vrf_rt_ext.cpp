@@ -114,8 +114,8 @@ bool ReadForm(const Form &form, Text text, uint8_t *value)
     for (uint32_t i = 0; i < form.items; ++i) {
         numbers.at[i] = scanned.numbers[i];
     }
-    uint8_t notation = 0;
-    if (!Encode(kTyped, numbers, value + kPayloadAt, &notation)) {
+    const uint32_t notation = Encode(kTyped, text, numbers, value + kPayloadAt, nullptr);
+    if (notation == kNoFit) {
         return false;
     }
     Finish(value, notation);

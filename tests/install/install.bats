@@ -27,9 +27,9 @@ link() {
 
 @test "every header stands by itself, as C and as C++" {
     count=0
-    for header in "$PREFIX"/include/*; do
-        case $header in *.h) cc -std=c11 $STRICT -fsyntax-only -x c "$header" ;; esac
-        c++ -std=c++20 $STRICT -fsyntax-only -x c++ "$header"
+    for header in $(find "$PREFIX/include" -type f); do
+        case $header in *.h) cc -std=c11 $STRICT "-I$PREFIX/include" -fsyntax-only -x c "$header" ;; esac
+        c++ -std=c++20 $STRICT "-I$PREFIX/include" -fsyntax-only -x c++ "$header"
         count=$((count + 1))
     done
     [ "$count" -ge 5 ]
@@ -84,6 +84,14 @@ link() {
     ./host 65000:1 0.65000:1 65000:4294967296 > printed
     host_output | diff - printed
     [ "$(objdump -p host | sed -n 's/ *NEEDED *//p')" = libc.so.6 ]
+}
+
+@test "a host in a module of another program shows nothing of what it is made of" {
+    { cat "$BGP_SOURCES/tests/install/minimal_host.c"; echo 'int Module_Init(void); int Module_Init(void) { return main(0, 0); }'; } > module.c
+    echo '{ global: Module_*; local: *; };' > module.map
+    cc -shared -fPIC module.c -Wl,--version-script=module.map -Wl,-z,defs $(pkg-config --cflags bgp_host_common) \
+        "$LIBDIR/libbgp_datatypes.a" "$LIBDIR/libbgp_host_common.a" -o module.so
+    [ "$(nm -D --defined-only module.so | sed 's/.* //')" = Module_Init ]
 }
 
 @test "a tree that was moved still serves pkg-config" {
