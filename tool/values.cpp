@@ -163,10 +163,7 @@ bool TellsAll(std::string *error)
 std::string FileOf(const std::string &path)
 {
     const char *environment = std::getenv("BGPDT_PLUGIN");
-    if (!path.empty() || environment != nullptr) {
-        return !path.empty() ? path : environment;
-    }
-    return std::filesystem::exists(BGPDT_BUILT_PLUGIN) ? BGPDT_BUILT_PLUGIN : BGPDT_PLUGIN_NAME;
+    return !path.empty() ? path : environment != nullptr ? environment : BGPDT_PLUGIN_NAME;
 }
 
 } // namespace
