@@ -171,23 +171,10 @@ struct Description {
 };
 
 constexpr Description kDescriptions[] = {
-    {256, &bgp::kCommunityLayout},
-    {257, &bgp::kExtCommunityLayout},
-    {258, &bgp::kVrfRtLayout},
-    {259, &bgp::kVrfRdLayout},
-    {260, &bgp::kSooLayout},
-    {278, &bgp::kRtpRdLayout},
-    {280, &bgp::kBolRdLayout},
-    {284, &bgp::kTimeRangeLayout},
-    {290, &bgp::kAttrIdBitmapLayout},
-    {292, &bgp::kCvrfNameLayout},
-    {303, &bgp::kVpnIdLayout},
-    {320, &bgp::kVrfRtV6Layout},
-    {325, &bgp::kAsNumListLayout},
-    {326, &bgp::kCommunityListLayout},
-    {328, &bgp::kSidStructureLayout},
-    {329, &bgp::kExtCommunityBwLayout},
-    {1300, &bgp::kExtCommunityComprLayout},
+    {257, &bgp::kExtCommunityLayout}, {258, &bgp::kVrfRtLayout},        {259, &bgp::kVrfRdLayout},
+    {260, &bgp::kSooLayout},          {278, &bgp::kRtpRdLayout},        {280, &bgp::kBolRdLayout},
+    {284, &bgp::kTimeRangeLayout},    {292, &bgp::kCvrfNameLayout},     {303, &bgp::kVpnIdLayout},
+    {320, &bgp::kVrfRtV6Layout},      {328, &bgp::kSidStructureLayout},
 };
 
 } // namespace
@@ -213,8 +200,9 @@ namespace {
 
 // The types in the order of their rows.
 constexpr const bgp::Type *kTypes[] = {
-    &bgp::kAsNum,     &bgp::kLargeCommunity, &bgp::kBgpLsPrefix, &bgp::kBolPrefix, &bgp::kVpnv4McPrefix,
-    &bgp::kMdtPrefix, &bgp::kL2vpnPrefix,    &bgp::kAsNumExt,    &bgp::kEvnPrefix,
+    &bgp::kAsNum,         &bgp::kCommunity,     &bgp::kLargeCommunity, &bgp::kBgpLsPrefix,    &bgp::kBolPrefix,
+    &bgp::kVpnv4McPrefix, &bgp::kMdtPrefix,     &bgp::kL2vpnPrefix,    &bgp::kAsNumExt,       &bgp::kAttrIdBitmap,
+    &bgp::kAsNumList,     &bgp::kCommunityList, &bgp::kEvnPrefix,      &bgp::kExtCommunityBw, &bgp::kExtCommunityCompr,
 };
 
 const bgp::Type *FindType(uint32_t typeId)
