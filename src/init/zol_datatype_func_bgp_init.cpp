@@ -171,14 +171,8 @@ struct Description {
 };
 
 constexpr Description kDescriptions[] = {
-    {256, &bgp::kCommunityLayout},
     {284, &bgp::kTimeRangeLayout},
-    {290, &bgp::kAttrIdBitmapLayout},
     {292, &bgp::kCvrfNameLayout},
-    {325, &bgp::kAsNumListLayout},
-    {326, &bgp::kCommunityListLayout},
-    {329, &bgp::kExtCommunityBwLayout},
-    {1300, &bgp::kExtCommunityComprLayout},
 };
 
 } // namespace
@@ -206,6 +200,7 @@ namespace {
 // The types in the order of their rows.
 constexpr const bgp::Type *kTypes[] = {
     &bgp::kAsNum,
+    &bgp::kCommunity,
     &bgp::kLargeCommunity,
     &bgp::kExtCommunity,
     &bgp::kBgpLsPrefix,
@@ -218,11 +213,16 @@ constexpr const bgp::Type *kTypes[] = {
     &bgp::kMdtPrefix,
     &bgp::kL2vpnPrefix,
     &bgp::kAsNumExt,
+    &bgp::kAttrIdBitmap,
     &bgp::kVpnId,
     &bgp::kVrfRtV6,
+    &bgp::kAsNumList,
+    &bgp::kCommunityList,
     &bgp::kRtpRd,
     &bgp::kSidStructure,
     &bgp::kEvnPrefix,
+    &bgp::kExtCommunityBw,
+    &bgp::kExtCommunityCompr,
 };
 // clang-format on
 
