@@ -1,7 +1,7 @@
 // The text and address helpers that several types share, under their own exported names.
 #include "bgp_datatypes/helpers.h"
-#include "host/bytes.h"
 #include "bgp_host_services.h"
+#include "host/bytes.h"
 #include "host/numbers.h"
 
 uint32_t SYSDT_atoul(const char *text, uint32_t *value)
