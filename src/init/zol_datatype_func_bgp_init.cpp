@@ -171,10 +171,9 @@ struct Description {
 };
 
 constexpr Description kDescriptions[] = {
-    {257, &bgp::kExtCommunityLayout}, {258, &bgp::kVrfRtLayout},        {259, &bgp::kVrfRdLayout},
-    {260, &bgp::kSooLayout},          {278, &bgp::kRtpRdLayout},        {280, &bgp::kBolRdLayout},
-    {284, &bgp::kTimeRangeLayout},    {292, &bgp::kCvrfNameLayout},     {303, &bgp::kVpnIdLayout},
-    {320, &bgp::kVrfRtV6Layout},      {328, &bgp::kSidStructureLayout},
+    {257, &bgp::kExtCommunityLayout}, {258, &bgp::kVrfRtLayout},   {259, &bgp::kVrfRdLayout},
+    {260, &bgp::kSooLayout},          {278, &bgp::kRtpRdLayout},   {280, &bgp::kBolRdLayout},
+    {303, &bgp::kVpnIdLayout},        {320, &bgp::kVrfRtV6Layout}, {328, &bgp::kSidStructureLayout},
 };
 
 } // namespace
@@ -200,9 +199,19 @@ namespace {
 
 // The types in the order of their rows.
 constexpr const bgp::Type *kTypes[] = {
-    &bgp::kAsNum,         &bgp::kCommunity,     &bgp::kLargeCommunity, &bgp::kBgpLsPrefix,    &bgp::kBolPrefix,
-    &bgp::kVpnv4McPrefix, &bgp::kMdtPrefix,     &bgp::kL2vpnPrefix,    &bgp::kAsNumExt,       &bgp::kAttrIdBitmap,
-    &bgp::kAsNumList,     &bgp::kCommunityList, &bgp::kEvnPrefix,      &bgp::kExtCommunityBw, &bgp::kExtCommunityCompr,
+    &bgp::kNameIndexTypes[0], &bgp::kNameIndexTypes[1],
+    &bgp::kNameIndexTypes[2], &bgp::kNameIndexTypes[3],
+    &bgp::kNameIndexTypes[4], &bgp::kNameIndexTypes[5],
+    &bgp::kNameIndexTypes[6], &bgp::kNameIndexTypes[7],
+    &bgp::kNameIndexTypes[8], &bgp::kAsNum,
+    &bgp::kCommunity,         &bgp::kLargeCommunity,
+    &bgp::kBgpLsPrefix,       &bgp::kBolPrefix,
+    &bgp::kVpnv4McPrefix,     &bgp::kMdtPrefix,
+    &bgp::kL2vpnPrefix,       &bgp::kTimeRange,
+    &bgp::kAsNumExt,          &bgp::kAttrIdBitmap,
+    &bgp::kCvrfName,          &bgp::kAsNumList,
+    &bgp::kCommunityList,     &bgp::kEvnPrefix,
+    &bgp::kExtCommunityBw,    &bgp::kExtCommunityCompr,
 };
 
 const bgp::Type *FindType(uint32_t typeId)
