@@ -25,7 +25,7 @@ bool Left(TrimService service, const char *characters, uint32_t count, bool atEn
 
 uint32_t Piece(const char *at, const char *end)
 {
-    return end - at < kCopied ? static_cast<uint32_t>(end - at) : kCopied;
+    return static_cast<size_t>(end - at) < kCopied ? static_cast<uint32_t>(end - at) : kCopied;
 }
 
 } // namespace
