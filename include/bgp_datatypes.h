@@ -262,7 +262,8 @@ typedef struct {
     uint16_t ValueLength;   /* bytes that the operations work on; not always the registered length */
     uint16_t CheckedLength; /* bytes that Check wants, 0 where there is no Check */
     uint16_t TextSize;      /* bytes that FormatOut allocates, and that a caller's buffer must have; 0: as needed */
-    uint16_t ShortestText;  /* characters of a text, blanks around it aside; 0 where no text makes a value */
+    uint16_t ShortestText;  /* characters of a text, blanks around it aside; 0 where no text makes a value, or
+                              the host alone knows */
     uint16_t LongestText;
     uint8_t TypingMode; /* the mode that prints what it reads */
     uint8_t Order;      /* BgpOrder */
@@ -273,7 +274,8 @@ typedef struct {
     const BgpLayout *Layout;      /* null where the value tells it: Bgp_DescribeValue() */
     const BgpNotation *Notations; /* null where the text is not numbers with separators alone */
     uint32_t NotationCount;
-    const BgpRule *const *Rules; /* all that a refusal of a text may name, beside those of modes and memory */
+    const BgpRule *const *Rules; /* all that a refusal may name, beside those of modes, of memory and of a
+                                    host that fails */
     uint32_t RuleCount;
 } BgpTypeFacts;
 

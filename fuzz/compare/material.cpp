@@ -1,8 +1,8 @@
 #include "fuzz/compare/material.h"
 
+#include "bgp_host_services.h"
 #include "bgp_standalone_host.hpp"
 #include "fuzz/text_changes.h"
-#include "bgp_host_services.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -18,7 +18,8 @@ extern "C" {
 /* 8 bytes. The look-up of names takes a copy from the handle and frees it. 0, DT_ERR_NULL_PTR, DT_ERR_NO_MEMORY, or
  * DT_ERR_FAIL with nothing written. */
 BGP_DATATYPES_API uint32_t SYSDT_Str2Community(uint32_t memoryHandle, const char *text, void *value);
-/* A name of textLength characters, in any case, to its value. 0, DT_ERR_NO_MEMORY or DT_ERR_FAIL. */
+/* A name of textLength characters, or fewer where it ends earlier, in any case, to its value. 0, DT_ERR_NO_MEMORY or
+ * DT_ERR_FAIL. */
 BGP_DATATYPES_API uint32_t BRM_GetWellKnownCmyVal(uint32_t memoryHandle, uint32_t textLength, uint32_t *community,
                                                   const char *text);
 /*

@@ -32,9 +32,9 @@ BGP_DATATYPES_API void SYSDT_Ipv6AddrNtoH(const void *body, uint16_t *words);
 BGP_DATATYPES_API uint32_t SYSDT_ipv6AddrUnSpecified(const uint8_t *address16);
 /* 1 for an IPv6 multicast address (ff00::/8), 0 for any other, DT_ERR_FAIL for a text that is no IPv6 address. */
 BGP_DATATYPES_API uint32_t SYSDT_IsIpv6MultiCastAddr(const char *text);
-/* An IPv6 address when the text holds ":", else an IPv4 one. 0, or DT_ERR_FAIL. */
+/* An IPv6 address when the text holds ":", else an IPv4 one. 0, or DT_ERR_FAIL with the record untouched. */
 BGP_DATATYPES_API uint32_t SYSDT_Str2IPv4IPv6(const char *text, BgpAddressRecord *record);
-/* The same choice; a bad IPv6 text gives DT_ERR_INVALID_PARAM, a bad IPv4 text DT_ERR_FAIL. */
+/* The same; a bad IPv6 text gives DT_ERR_INVALID_PARAM, a bad IPv4 text DT_ERR_FAIL. */
 BGP_DATATYPES_API uint32_t SYSDT_Str2SysIpv4Ipv6(const char *text, uint32_t reserved, BgpAddressRecord *record);
 /* The same choice into two places; the host parser's own result comes back. */
 BGP_DATATYPES_API uint32_t SYSDT_Str2Ipv4Ipv6(const char *text, uint32_t *ipv4, uint8_t *ipv6);

@@ -64,21 +64,31 @@ AsNumber Taken(const Numbers &numbers, uint32_t notation)
     return {static_cast<uint32_t>(number), notation};
 }
 
-} // namespace
-
-bool ReadAsNumber(Text text, bool zeroWelcome, AsNumber &as, Why *why)
+[[gnu::always_inline]] inline bool ReadBy(const NumbersRule &rule, Text text, AsNumber &as, Why *why)
 {
     Numbers numbers;
-    if (!HasLength(text, 1, kLongestAsNumber, why) || !ReadNumbers(text, kSeparator, numbers, why)) {
-        return false;
-    }
-    const uint32_t notation =
-        zeroWelcome ? FindNotation(kAnyText, text, numbers, why) : FindNotation(kUsableText, text, numbers, why);
+    const uint32_t notation = ReadNotation(rule, text, numbers, why);
     if (notation == kNoFit) {
         return false;
     }
     as = Taken(numbers, notation);
     return true;
+}
+
+} // namespace
+
+bool ReadAsNumber(Text text, bool zeroWelcome, AsNumber &as)
+{
+    return zeroWelcome ? ReadBy(kAnyText, text, as, nullptr) : ReadBy(kUsableText, text, as, nullptr);
+}
+
+bool RefuseAsNumber(Text text, bool zeroWelcome, Why *why)
+{
+    if (text.length > kLongestAsNumber) {
+        return Refuse(why, text, kTooLong, kLongestAsNumber, "an AS number");
+    }
+    AsNumber as;
+    return why != nullptr && ReadBy(zeroWelcome ? kAnyText : kUsableText, text, as, why);
 }
 
 namespace {

@@ -10,7 +10,7 @@ namespace bgp {
 
 extern const Type kAsNum;
 extern const Type kAsNumExt;
-extern const BgpLayout kAsNumListLayout; // ASNUM_ENHANCE
+extern const Type kAsNumList; // ASNUM_ENHANCE
 
 inline constexpr uint32_t kLongestAsNumber = 11; // "65535.65535"
 
@@ -21,7 +21,15 @@ struct AsNumber {
 };
 
 // A trimmed text, plain or dotted. False when it is no AS number, or 0 and zero is not welcome.
-bool ReadAsNumber(Text text, bool zeroWelcome, AsNumber &as, Why *why = nullptr);
+bool ReadAsNumber(Text text, bool zeroWelcome, AsNumber &as);
+
+// Says why such a text is none, by reading it again with a place for the reason. Always false.
+[[gnu::cold]] bool RefuseAsNumber(Text text, bool zeroWelcome, Why *why);
+
+inline bool ReadAsNumber(Text text, bool zeroWelcome, AsNumber &as, Why *why)
+{
+    return ReadAsNumber(text, zeroWelcome, as) || RefuseAsNumber(text, zeroWelcome, why);
+}
 
 // "%u.%u" with the two halves when the notation is not 0, else "%u".
 int32_t PrintAsNumber(char *buffer, uint32_t size, AsNumber as);

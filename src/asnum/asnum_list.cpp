@@ -22,17 +22,14 @@ constexpr BgpField kEntryFields[] = {
     Number("asNumValue", 0, 4),
     Byte("asType", 4),
 };
+constexpr BgpLayout kEntry = Layout(kEntryFields, kPackedEntrySize);
 
-} // namespace
+// ----------------------------------------------------------------------------------------------------------- an entry
 
-const BgpLayout kAsNumListLayout = Layout(kEntryFields, kPackedEntrySize);
-
-namespace {
-
-bool ReadEntry(uint32_t, Text item, PackedEntry &entry)
+bool ReadEntry(uint32_t, Text item, PackedEntry &entry, Why *why)
 {
     AsNumber as;
-    if (!ReadAsNumber(item, false, as)) {
+    if (!ReadAsNumber(item, false, as, why)) {
         return false;
     }
     entry = {as.number, as.notation};
@@ -61,8 +58,41 @@ constexpr PackedListRule kList{
     .isUnused = IsUnused,
     .print = PrintEntry,
     .luaArray = "stAsNum",
-    .entry = kAsNumListLayout,
+    .entry = kEntry,
 };
+
+// ----------------------------------------------------------------------------------------------------------- text in
+
+constexpr BgpRule kNoQuote{"quote", "the text stands in double quotes; one is missing here", 0};
+
+constexpr const BgpRule *kRules[] = {&kEmpty,          &kTooLong,    &kTooManyItems, &kNoDigit,  &kWrongCharacter,
+                                     &kTooManyNumbers, &kNoNotation, &kTooSmall,     &kTooLarge, &kNoQuote};
+
+bool Read(const char *text, void *value, Why *why)
+{
+    return ReadPackedList(kList, 0, Trim(text), value, why);
+}
+
+// In this mode the text stands in double quotes.
+constexpr uint32_t kQuotedMode = 1;
+
+// The closing quote of a text in quotes; null when there are none. `length` counts the terminator, as a host does.
+const char *ClosingQuote(const char *text, uint32_t length, Why *why)
+{
+    constexpr uint32_t kShortest = 3; // two quotes and the terminator
+    if (*text != '"') {
+        Refuse(why, {text, 0}, kNoQuote);
+        return nullptr;
+    }
+    const char *end = text + std::strlen(text);
+    if (length < kShortest || end[-1] != '"') {
+        Refuse(why, {end, 0}, kNoQuote);
+        return nullptr;
+    }
+    return end - 1;
+}
+
+// ---------------------------------------------------------------------------------------------------------- text out
 
 // Prints a copy; a host that refuses to make one refuses to print.
 uint32_t PrintList(const uint8_t *value, uint32_t, char *buffer, uint32_t *printed)
@@ -74,51 +104,61 @@ uint32_t PrintList(const uint8_t *value, uint32_t, char *buffer, uint32_t *print
     return PrintPackedList(kList, copy, buffer, printed);
 }
 
-// In this mode the text stands in double quotes.
-constexpr uint32_t kQuotedMode = 1;
-
-// What stands between the quotes; null when the text is not quoted. `length` counts the terminator. The closing quote
-// is overwritten where it stands: the one operation that writes to its caller's text.
-char *Unquote(char *text, uint32_t length)
-{
-    constexpr uint32_t kShortest = 3; // two quotes and the terminator
-    if (length < kShortest || text[0] != '"') {
-        return nullptr;
-    }
-    char *closing = text + std::strlen(text) - 1;
-    if (*closing != '"') {
-        return nullptr;
-    }
-    *closing = '\0';
-    return text + 1;
-}
-
 // -------------------------------------------------------------------------------------------------------- operations
 
-constexpr FormatInRule kIn{
-    .typeId = 325, .length = kLength, .modes = kTextOnly, .read = Unexplained<SYSDT_Str2AsNumEnhance>};
+constexpr FormatInRule kIn{.typeId = 325, .length = kLength, .modes = kTextOnly, .read = Read};
 constexpr FormatOutRule kOut{
     .modes = kTextOnly, .print = PrintList, .textSize = kLongestList + 1, .valueSize = kLength};
 constexpr HelpRule kHelp{.text = "STRING<1-3071>", .hidesHostCode = true};
 
+// What FormatIn does in front of its rule, with the text left alone.
+uint32_t ExplainQuoted(const DataTypeRequest &request, const char *text, BgpRefusal &refusal)
+{
+    Why why{&refusal.Reason, text, 0};
+    if (request.FormatMode != kQuotedMode) {
+        return Explain(kIn, request, text, why);
+    }
+    const char *closing = ClosingQuote(text, static_cast<uint32_t>(std::strlen(text) + 1), &why);
+    if (closing == nullptr) {
+        return DT_ERR_MODE_UNSUPPORTED;
+    }
+    uint8_t value[kLength];
+    const Text quoted{text + 1, static_cast<uint32_t>(closing - text - 1)};
+    return ReadPackedList(kList, 0, Trim(quoted), value, &why) ? DT_OK : kIn.refusal;
+}
+
 } // namespace
+
+constinit const Type kAsNumList = MakeType({
+    .name = "ASNUM_ENHANCE",
+    .description = "a list of up to 256 BGP AS numbers",
+    .reference = "RFC 6793, RFC 5396",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kEntry,
+    .rules = kRules,
+    .shortestText = 1,
+    .longestText = kLongestList,
+    .traits = BGP_TRAIT_WRITES_TEXT,
+    .explain = ExplainQuoted,
+});
 
 } // namespace bgp
 
-uint32_t SYSDT_Str2AsNumEnhance(const char *text, void *value)
-{
-    return bgp::ReadPackedList(bgp::kList, 0, text, value);
-}
+BGP_STR2(SYSDT_Str2AsNumEnhance, bgp::Read)
 
+// The closing quote is overwritten where it stands: the one operation that writes to its caller's text.
 uint32_t SYSDT_AsNumEnhanceFormatIn(const DataTypeRequest *request, uint32_t, uint32_t length, char *text,
                                     uint16_t *outTypeId, uint16_t *outLength, void **outBuffer)
 {
     const bgp::Result result{outTypeId, outLength, outBuffer};
     if (!bgp::IsNull(request, text, result) && request->FormatMode == bgp::kQuotedMode) {
-        text = bgp::Unquote(text, length);
-        if (text == nullptr) {
+        const char *closing = bgp::ClosingQuote(text, length, nullptr);
+        if (closing == nullptr) {
             return DT_ERR_MODE_UNSUPPORTED;
         }
+        text[closing - text] = '\0';
+        ++text;
     }
     return bgp::FormatIn(bgp::kIn, request, text, result);
 }

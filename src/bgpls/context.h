@@ -54,7 +54,7 @@ struct LsExplaining {
 };
 
 struct LsExplained {
-    BgpLsParseContext context;
+    BgpLsParseContext context; // first, so that a pointer to it is one to all
     LsExplaining explaining;
 };
 

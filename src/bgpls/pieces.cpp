@@ -7,16 +7,6 @@ namespace bgp {
 
 namespace {
 
-constexpr const char *kTypeNames[] = {"", "NODE", "LINK", "IPV4-PREFIX", "IPV6-PREFIX", "TEPOLICY", "SRV6-SID"};
-constexpr const char *kProtocolNames[] = {"",       "ISIS-LEVEL-1", "ISIS-LEVEL-2", "OSPFv2", "DIRECT",
-                                          "STATIC", "OSPFv3",       "BGP",          "",       "SEGMENT-ROUTING"};
-
-template <uint32_t Count>
-constexpr const char *NameOf(const char *const (&names)[Count], uint32_t value)
-{
-    return value < Count ? names[value] : "";
-}
-
 uint32_t CopyName(const char *name, char *buffer)
 {
     if (buffer == nullptr) {
@@ -46,12 +36,16 @@ uint32_t BgpLsIdToStr(uint32_t identifier, bool isGiven, char *buffer)
 
 const char *LsTypeName(uint32_t nlriType)
 {
-    return NameOf(kTypeNames, nlriType);
+    return FindLsNlri(nlriType) != nullptr ? g_bgplsPrefixPattern[nlriType - 1].Keyword : "";
 }
 
 const char *LsProtocolName(uint32_t protocolId)
 {
-    return NameOf(kProtocolNames, protocolId);
+    if (protocolId < kLsIsisLevel1 || protocolId > kLsSegmentRouting) {
+        return "";
+    }
+    const BgpLsKeyword &row = g_bgplsPrefixPattern[kLsNlriTypes - 1 + protocolId - 1]; // behind the NLRI types
+    return row.Handler != nullptr ? row.Keyword : "";
 }
 
 void IgpRouterIdToStr(const uint8_t *area, char (&text)[kNodePiece])

@@ -14,8 +14,8 @@ inline constexpr uint32_t kIdPiece = 48;       // "[bgp-ls-identifier255.255.255
 inline constexpr uint32_t kNodePiece = 50;     // an IGP router id (at most 49 raw bytes), a member AS
 inline constexpr uint32_t kAddressPiece = 256; // an address of either family
 
-// The keywords of NLRI types and protocols, "" for numbers that have none. RSVP-TE (8) has a keyword that is never
-// used.
+// The keywords of NLRI types and protocols, "" for numbers that have none. Nor has RSVP-TE (8), whose keyword no key
+// carries.
 const char *LsTypeName(uint32_t nlriType);
 const char *LsProtocolName(uint32_t protocolId);
 

@@ -26,6 +26,7 @@ constexpr uint32_t kPrintedSize = 4096;
 constexpr uint32_t kScratchSize = 300; // of the template, and of the template filled
 
 constexpr BgpField kFields[] = {ByteArray("attributeBits", 0, kLength)};
+constexpr BgpLayout kLayout = Layout(kFields, kLength);
 
 // ------------------------------------------------------------------------------------------------------------- items
 
@@ -62,7 +63,7 @@ void CopyText(const Item &item, char *to)
 // ---------------------------------------------------------------------------------------------------------- fillings
 
 // Items of these types fill a conversion, others print nothing. So do items that are shorter than their type. Texts
-// are made in `scratch`.
+// are made in `scratch`, which is empty beforehand: a service of the host that writes nothing prints nothing.
 using Filler = bool (*)(const Item &item, char *scratch, Filling &filling);
 
 template <uint32_t Width>
@@ -148,6 +149,7 @@ void FillTemplate(const uint8_t *items, uint32_t count, const char *pattern, cha
         char scratch[kScratchSize];
         char text[kScratchSize];
         Filling filling;
+        scratch[0] = '\0';
         if (Fill(item, scratch, filling) && FillPart(part, filling, text, sizeof text)) {
             const int32_t printed = PrintText(head + used, room, text);
             used += printed > 0 ? static_cast<uint32_t>(printed) : 0;
@@ -164,8 +166,9 @@ const char *TakeSuffix(char *head)
         return "";
     }
     *mark = '\0';
+    Blanks blanks;
     for (char *at = mark; at > head;) {
-        if (*--at == ' ' || *at == '\t') {
+        if (IsBlank(blanks, *--at)) {
             *at = '\0';
             break;
         }
@@ -276,13 +279,7 @@ bool PrintList(uint32_t memoryHandle, const uint8_t *list, char *buffer, uint32_
     return done;
 }
 
-} // namespace
-
-const BgpLayout kAttrIdBitmapLayout = Layout(kFields, kLength);
-
 // -------------------------------------------------------------------------------------------------------- operations
-
-namespace {
 
 constexpr uint8_t kSilentModes = Modes(2, 3); // served with nothing
 constexpr HelpRule kHelp{.text = "INTEGER"};
@@ -313,7 +310,21 @@ uint32_t FormatOutList(const DataTypeRequest *request, const void *list, Result 
     return DT_OK;
 }
 
+constexpr const BgpRule *kRules[] = {&kNotTyped};
+
 } // namespace
+
+constinit const Type kAttrIdBitmap = MakeType({
+    .name = "ATTRIDBITMAP",
+    .description = "a set of BGP path attribute type codes",
+    .reference = "RFC 4271",
+    .layout = &kLayout,
+    .rules = kRules,
+    .typeId = 290,
+    .valueLength = kLength,
+    .textSize = kPrintedSize,
+    .traits = BGP_TRAIT_NO_TEXT | BGP_TRAIT_PRINTS_ITEMS,
+});
 
 } // namespace bgp
 
@@ -361,4 +372,4 @@ uint32_t SYSDT_AttrIdBitmapLuaGet(lua_State *L, int32_t tableIndex, const char *
     return DT_OK;
 }
 
-BGP_ENDIAN(SYSDT_AttrIdBitmapEndian, bgp::kAttrIdBitmapLayout) // bytes only: nothing is swapped
+BGP_ENDIAN(SYSDT_AttrIdBitmapEndian, bgp::kLayout) // bytes only: nothing is swapped

@@ -24,6 +24,7 @@ constexpr BgpField kFields[] = {
     Number("community", 0, 4),
     Number("type", 4, 4),
 };
+constexpr BgpLayout kLayout = Layout(kFields, kLength);
 
 struct WellKnown {
     const char *name;
@@ -47,13 +48,70 @@ const char *NameOf(uint32_t community)
     return nullptr;
 }
 
-} // namespace
-
-const BgpLayout kCommunityLayout = Layout(kFields, kLength);
-
 // ----------------------------------------------------------------------------------------------------------- text in
 
-namespace {
+constexpr BgpNotation kNotations[] = {
+    {.Form = "number",
+     .Separators = "",
+     .When = nullptr,
+     .Names = {"the community"},
+     .Smallest = {},
+     .Largest = {UINT32_MAX}},
+    {.Form = "first:second",
+     .Separators = ":",
+     .When = nullptr,
+     .Names = {"the first half", "the second half"},
+     .Smallest = {},
+     .Largest = {UINT16_MAX, UINT16_MAX}},
+};
+static_assert(kByNumberOrName == 0 && kByHalves == 1, "the forms are the indexes of the notations");
+
+constexpr NumbersRule kNumbers = NumbersText(1, kLongestCommunity, ":", kNotations);
+
+constexpr const BgpRule *kRules[] = {&kEmpty,          &kTooLong,    &kBlank,    &kNoDigit,    &kWrongCharacter,
+                                     &kTooManyNumbers, &kNoNotation, &kTooLarge, &kUnknownName};
+
+[[gnu::always_inline]] inline bool ReadNumber(Text text, Community &community, Why *why)
+{
+    Numbers numbers;
+    const uint32_t form = ReadNotation(kNumbers, text, numbers, why);
+    if (form == kNoFit) {
+        return false;
+    }
+    const uint64_t number = form == kByHalves ? numbers.at[0] << 16 | numbers.at[1] : numbers.at[0];
+    community = {static_cast<uint32_t>(number), form};
+    return true;
+}
+
+// Always false: of a text that is read as no number, why.
+[[gnu::cold, gnu::noinline]] bool SayWhyNoNumber(Text text, Why *why)
+{
+    Community community;
+    return why != nullptr && ReadNumber(text, community, why);
+}
+
+uint32_t CountColons(Text text)
+{
+    uint32_t colons = 0;
+    for (uint32_t i = 0; i < text.length; ++i) {
+        colons += text.at[i] == ':';
+    }
+    return colons;
+}
+
+// A name has no blank, and something besides digits and colons.
+bool MayBeName(Text text, uint32_t mostColons, Why *why)
+{
+    uint32_t i = 0;
+    while (i < text.length && (IsDigit(text.at[i]) || text.at[i] == ':')) {
+        ++i;
+    }
+    if (i == text.length || text.length > kLongestCommunity) {
+        return SayWhyNoNumber(text, why);
+    }
+    const bool few = text.length <= mostColons || CountColons(text) <= mostColons;
+    return HasNoBlank(text, why) && (few || RefuseChoice(why, text, kNoNotation, Choices(kNotations)));
+}
 
 uint32_t FromLowerCase(const char *name, uint32_t *community)
 {
@@ -66,55 +124,59 @@ uint32_t FromLowerCase(const char *name, uint32_t *community)
     return DT_ERR_FAIL;
 }
 
-uint32_t FromNumbers(const Numbers &numbers, Community &community)
+// No name begins with a digit: there a number was meant.
+void RefuseName(uint32_t code, Text text, Why *why)
 {
-    const uint64_t first = numbers.at[0];
-    if (numbers.shape == Shape("") && first <= UINT32_MAX) {
-        community = {static_cast<uint32_t>(first), kByNumberOrName};
-        return DT_OK;
+    if (code == DT_ERR_NO_MEMORY) {
+        Refuse(why, text, kNoMemory, 0, "the name");
+    } else if (IsDigit(*text.at)) {
+        SayWhyNoNumber(text, why);
+    } else {
+        RefuseChoice(why, text, kUnknownName, Choices(kWellKnown));
     }
-    if (numbers.shape == Shape(":") && first <= UINT16_MAX && numbers.at[1] <= UINT16_MAX) {
-        community = {static_cast<uint32_t>(first << 16 | numbers.at[1]), kByHalves};
-        return DT_OK;
-    }
-    return DT_ERR_FAIL;
 }
 
-// A name has no blank, and something besides digits and colons.
-bool MayBeName(Text text)
+[[gnu::noinline]] uint32_t ReadName(uint32_t memoryHandle, Text text, uint32_t mostColons, Community &community,
+                                    Why *why)
 {
-    bool found = false;
-    for (uint32_t i = 0; i < text.length; ++i) {
-        found = found || (!IsDigit(text.at[i]) && text.at[i] != ':');
-    }
-    return found && !HasBlank(text);
-}
-
-} // namespace
-
-uint32_t ReadCommunity(uint32_t memoryHandle, Text text, Community &community)
-{
-    Numbers numbers;
-    if (!IsLong(text, 1, kLongestCommunity)) {
-        return DT_ERR_FAIL;
-    }
-    if (ReadNumbers(text, ":", numbers, nullptr)) {
-        return FromNumbers(numbers, community);
-    }
-    if (!MayBeName(text)) {
+    if (!MayBeName(text, mostColons, why)) {
         return DT_ERR_FAIL;
     }
     uint32_t number = 0;
     const uint32_t code = BRM_GetWellKnownCmyVal(memoryHandle, text.length, &number, text.at);
+    if (code != DT_OK) {
+        RefuseName(code, text, why);
+        return code;
+    }
+    community = {number, kByNumberOrName};
+    return DT_OK;
+}
+
+} // namespace
+
+uint32_t ReadCommunity(uint32_t memoryHandle, Text text, uint32_t mostColons, Community &community, Why *why)
+{
+    return ReadNumber(text, community, nullptr) ? DT_OK : ReadName(memoryHandle, text, mostColons, community, why);
+}
+
+namespace {
+
+uint32_t ReadTo(uint32_t memoryHandle, const char *text, void *value, Why *why)
+{
+    Community community;
+    const uint32_t code = ReadCommunity(memoryHandle, Trim(text), kLongestCommunity, community, why);
     if (code == DT_OK) {
-        community = {number, kByNumberOrName};
+        Store(value, community);
     }
     return code;
 }
 
-// ---------------------------------------------------------------------------------------------------------- text out
+bool Read(uint32_t memoryHandle, const char *text, void *value, Why *why)
+{
+    return ReadTo(memoryHandle, text, value, why) == DT_OK;
+}
 
-namespace {
+// ---------------------------------------------------------------------------------------------------------- text out
 
 uint32_t FormatNameless(Community community, char *to, uint32_t room)
 {
@@ -156,17 +218,25 @@ uint32_t PrintCommunity(const uint8_t *value, uint32_t, char *buffer, uint32_t *
 
 // -------------------------------------------------------------------------------------------------------- operations
 
-constexpr FormatInRule kIn{.typeId = 256,
-                           .length = kLength,
-                           .modes = kTextOnly,
-                           .read = nullptr,
-                           .readByHandle = UnexplainedByHandle<SYSDT_Str2Community>};
+constexpr FormatInRule kIn{.typeId = 256, .length = kLength, .modes = kTextOnly, .read = nullptr, .readByHandle = Read};
 constexpr FormatOutRule kOut{
     .modes = kTextOnly, .print = PrintCommunity, .textSize = kCommunityTextSize, .valueSize = kLength};
 constexpr HelpRule kHelp{.text = "STRING<3-11>", .passesFirstWord = true}; // the word that this type alone passes
-constexpr LuaRule kLua{.layout = kCommunityLayout, .pops = 2};             // the fetched table stays
+constexpr LuaRule kLua{.layout = kLayout, .pops = 2};                      // the fetched table stays
 
 } // namespace
+
+constinit const Type kCommunity = MakeType({
+    .name = "COMMUNITY",
+    .description = "one standard BGP community",
+    .reference = "RFC 1997",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .rules = kRules,
+    .shortestText = kNumbers.shortest,
+    .longestText = kNumbers.longest,
+});
 
 } // namespace bgp
 
@@ -175,17 +245,14 @@ uint32_t SYSDT_Str2Community(uint32_t memoryHandle, const char *text, void *valu
     if (text == nullptr || value == nullptr) {
         return DT_ERR_NULL_PTR;
     }
-    bgp::Community community;
-    const uint32_t code = bgp::ReadCommunity(memoryHandle, bgp::Trim(text), community);
-    if (code == DT_OK) {
-        bgp::Store(value, community);
-    }
-    return code;
+    return bgp::ReadTo(memoryHandle, text, value, nullptr);
 }
 
-// The lower-case copy is the handle's memory, and goes back to it whether or not the name is known.
+// The lower-case copy is the handle's memory, and goes back to it whether or not the name is known. Of a text that ends
+// before its length only what there is needs room.
 uint32_t BRM_GetWellKnownCmyVal(uint32_t memoryHandle, uint32_t textLength, uint32_t *community, const char *text)
 {
+    textLength = static_cast<uint32_t>(strnlen(text, textLength));
     auto *lower = static_cast<char *>(SYS_DataTypeMallocByHandle(memoryHandle, textLength + 1));
     if (lower == nullptr) {
         return DT_ERR_NO_MEMORY;
@@ -219,4 +286,4 @@ BGP_HELP(SYSDT_CommunityHelp, bgp::kHelp)
 BGP_COMPARE_BYTES(SYSDT_CommunityCompare)
 BGP_LUA_SET(SYSDT_CommunityLuaSet, bgp::kLua)
 BGP_LUA_GET(SYSDT_CommunityLuaGet, bgp::kLua)
-BGP_ENDIAN(SYSDT_CommunityEndian, bgp::kCommunityLayout)
+BGP_ENDIAN(SYSDT_CommunityEndian, bgp::kLayout)

@@ -1,4 +1,4 @@
-// What other sources use of the communities: layouts, and how one standard community (RFC 1997) is read and printed.
+// What other sources use of the communities: facts, and how one standard community (RFC 1997) is read and printed.
 #ifndef BGP_COMMUNITY_COMMUNITY_H
 #define BGP_COMMUNITY_COMMUNITY_H
 
@@ -8,12 +8,12 @@
 
 namespace bgp {
 
-extern const BgpLayout kCommunityLayout;
-extern const BgpLayout kCommunityListLayout; // one entry of CMNTY_ENHANCE
+extern const Type kCommunity;
+extern const Type kCommunityList; // CMNTY_ENHANCE
 extern const Type kLargeCommunity;
-extern const BgpLayout kExtCommunityBwLayout;
-extern const BgpLayout kExtCommunityComprLayout;
-extern const BgpLayout kAttrIdBitmapLayout;
+extern const Type kExtCommunityBw;
+extern const Type kExtCommunityCompr;
+extern const Type kAttrIdBitmap;
 
 // How a community was typed.
 enum CommunityForm : uint8_t {
@@ -24,14 +24,17 @@ enum CommunityForm : uint8_t {
 
 inline constexpr uint32_t kLongestCommunity = 19; // "no-export-subconfed"
 
+inline constexpr BgpRule kUnknownName{"unknown-name", "this is neither a number nor a well-known name", 0};
+
 struct Community {
     uint32_t number;
     uint32_t form; // a CommunityForm, or whatever a value holds
 };
 
 // A trimmed text: a number, two halves or a well-known name in any case. DT_ERR_FAIL when it is none of them,
-// DT_ERR_NO_MEMORY when the look-up of a name gets none. `community` is filled on success only.
-uint32_t ReadCommunity(uint32_t memoryHandle, Text text, Community &community);
+// DT_ERR_NO_MEMORY when the look-up of a name gets none. `community` is filled on success only. Of texts that are no
+// numbers those with more than `mostColons` colons are not looked up.
+uint32_t ReadCommunity(uint32_t memoryHandle, Text text, uint32_t mostColons, Community &community, Why *why);
 
 // Prints the well-known name, or else the number by its form, into at most `room` bytes, terminator included. Returns
 // the characters written; 0, with nothing written, for a number without a name and with a form that is not typed.

@@ -22,17 +22,16 @@ constexpr BgpField kEntryFields[] = {
     Number("community", 0, 4),
     Byte("type", 4),
 };
+constexpr BgpLayout kEntry = Layout(kEntryFields, kPackedEntrySize);
 
-} // namespace
+// ----------------------------------------------------------------------------------------------------------- an entry
 
-const BgpLayout kCommunityListLayout = Layout(kEntryFields, kPackedEntrySize);
-
-namespace {
-
-bool ReadEntry(uint32_t memoryHandle, Text item, PackedEntry &entry)
+// An item with two colons is none, whatever else it holds.
+bool ReadEntry(uint32_t memoryHandle, Text item, PackedEntry &entry, Why *why)
 {
+    constexpr uint32_t kMostColons = 1;
     Community community;
-    if (ReadCommunity(memoryHandle, item, community) != DT_OK) {
+    if (ReadCommunity(memoryHandle, item, kMostColons, community, why) != DT_OK) {
         return false;
     }
     entry = {community.number, community.form};
@@ -63,10 +62,25 @@ constexpr PackedListRule kList{
     .isUnused = IsUnused,
     .print = PrintEntry,
     .luaArray = "stCmnty",
-    .entry = kCommunityListLayout,
+    .entry = kEntry,
     .allows = MayStandInItem,
     .longestItem = kLongestCommunity,
+    .item = "a community",
 };
+
+// --------------------------------------------------------------------------------------------------- text in and out
+
+constexpr const BgpRule *kRules[] = {&kEmpty,          &kTooLong,    &kTooManyItems, &kNoDigit,    &kWrongCharacter,
+                                     &kTooManyNumbers, &kNoNotation, &kTooLarge,     &kUnknownName};
+
+// All entries are written, those behind the last item as unused ones.
+bool Read(uint32_t memoryHandle, const char *text, void *value, Why *why)
+{
+    for (uint32_t i = 0; i < kEntries; ++i) {
+        StoreEntry(static_cast<uint8_t *>(value) + i * kPackedEntrySize, {0, kUnset});
+    }
+    return ReadPackedList(kList, memoryHandle, Trim(text), value, why);
+}
 
 uint32_t PrintList(const uint8_t *value, uint32_t, char *buffer, uint32_t *printed)
 {
@@ -75,16 +89,25 @@ uint32_t PrintList(const uint8_t *value, uint32_t, char *buffer, uint32_t *print
 
 // -------------------------------------------------------------------------------------------------------- operations
 
-constexpr FormatInRule kIn{.typeId = 326,
-                           .length = kLength,
-                           .modes = kAllButFour,
-                           .read = nullptr,
-                           .readByHandle = UnexplainedByHandle<SYSDT_Str2CmntyEnhance>};
+constexpr FormatInRule kIn{
+    .typeId = 326, .length = kLength, .modes = kAllButFour, .read = nullptr, .readByHandle = Read};
 constexpr FormatOutRule kOut{
     .modes = kTextOnly, .print = PrintList, .textSize = kLongestTyped + 1, .valueSize = kLength};
 constexpr HelpRule kHelp{.text = "STRING<3-392>", .hidesHostCode = true};
 
 } // namespace
+
+constinit const Type kCommunityList = MakeType({
+    .name = "CMNTY_ENHANCE",
+    .description = "a list of up to 32 standard BGP communities",
+    .reference = "RFC 1997",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kEntry,
+    .rules = kRules,
+    .shortestText = 1,
+    .longestText = kLongestTyped,
+});
 
 } // namespace bgp
 
@@ -93,10 +116,7 @@ uint32_t SYSDT_Str2CmntyEnhance(uint32_t memoryHandle, const char *text, void *v
     if (text == nullptr || value == nullptr) {
         return DT_ERR_NULL_PTR;
     }
-    for (uint32_t i = 0; i < bgp::kEntries; ++i) {
-        bgp::StoreEntry(static_cast<uint8_t *>(value) + i * bgp::kPackedEntrySize, {0, bgp::kUnset});
-    }
-    return bgp::ReadPackedList(bgp::kList, memoryHandle, text, value);
+    return bgp::Read(memoryHandle, text, value, nullptr) ? DT_OK : DT_ERR_FAIL;
 }
 
 BGP_FORMAT_IN(SYSDT_CMNTYEnhanceFormatIn, bgp::kIn)

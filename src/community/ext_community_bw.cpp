@@ -21,6 +21,7 @@ constexpr BgpField kFields[] = {
     Number("asnNn", 2, 2),
     Number("bandwidth", 4, 8),
 };
+constexpr BgpLayout kLayout = Layout(kFields, kLength);
 
 uint32_t PrintBandwidth(const uint8_t *value, uint32_t, char *buffer, uint32_t *printed)
 {
@@ -36,17 +37,24 @@ uint32_t PrintBandwidth(const uint8_t *value, uint32_t, char *buffer, uint32_t *
     return Printed(Print(buffer, kLimit, "%u:%llu", {as, bandwidth}), printed);
 }
 
-} // namespace
-
-const BgpLayout kExtCommunityBwLayout = Layout(kFields, kLength);
-
-namespace {
-
 constexpr FormatOutRule kOut{.modes = kTextOnly, .print = PrintBandwidth, .textSize = kTextSize, .valueSize = kLength};
 constexpr HelpRule kHelp{.text = "STRING<3-21>"};
-constexpr LuaRule kLua{.layout = kExtCommunityBwLayout, .pops = 3}; // the fetched table stays
+constexpr LuaRule kLua{.layout = kLayout, .pops = 3}; // the fetched table stays
+
+constexpr const BgpRule *kRules[] = {&kNotTyped};
 
 } // namespace
+
+constinit const Type kExtCommunityBw = MakeType({
+    .name = "EXTCOMMUNITY_BW",
+    .description = "the link bandwidth of a BGP extended community",
+    .reference = "RFC 4360, RFC 6793",
+    .out = &kOut,
+    .layout = &kLayout,
+    .rules = kRules,
+    .typeId = 329,
+    .traits = BGP_TRAIT_NO_TEXT,
+});
 
 } // namespace bgp
 
@@ -56,4 +64,4 @@ BGP_HELP(SYSDT_ExtCommunityBwHelp, bgp::kHelp)
 BGP_COMPARE_BYTES(SYSDT_ExtCommunityBwCompare)
 BGP_LUA_SET(SYSDT_ExtCommunityBwLuaSet, bgp::kLua)
 BGP_LUA_GET(SYSDT_ExtCommunityBwLuaGet, bgp::kLua)
-BGP_ENDIAN(SYSDT_EXTCommunityBwEndian, bgp::kExtCommunityBwLayout)
+BGP_ENDIAN(SYSDT_EXTCommunityBwEndian, bgp::kLayout)

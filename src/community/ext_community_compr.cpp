@@ -16,7 +16,6 @@ namespace {
 
 constexpr uint16_t kLength = 8;
 constexpr uint16_t kType = 0x8099;
-constexpr uint32_t kLongestTyped = 7; // "65535:0"
 
 // The record ends in a word, but a script's number is cut to 16 bits on its way in.
 constexpr BgpField kFields[] = {
@@ -24,17 +23,32 @@ constexpr BgpField kFields[] = {
     Number("cpi", 2, 2),
     Number("reserved", 4, 4, 2),
 };
+constexpr BgpLayout kLayout = Layout(kFields, kLength);
 
-bool Read(Text text, uint8_t *value)
+constexpr BgpNotation kNotations[] = {
+    {.Form = "cpi:0",
+     .Separators = ":",
+     .When = nullptr,
+     .Names = {"the cpi", "the second number"},
+     .Smallest = {},
+     .Largest = {UINT16_MAX, 0}},
+};
+
+constexpr NumbersRule kText = NumbersText(1, 7, ":", kNotations); // to "65535:0"
+
+constexpr const BgpRule *kRules[] = {&kEmpty,          &kTooLong,    &kBlank,   &kNoDigit,
+                                     &kWrongCharacter, &kNoNotation, &kTooLarge};
+
+bool Read(const char *text, void *value, Why *why)
 {
     Numbers numbers;
-    if (!IsLong(text, 1, kLongestTyped) || !ReadNumbers(text, ":", numbers, nullptr) || numbers.shape != Shape(":") ||
-        numbers.at[0] > UINT16_MAX || numbers.at[1] != 0) {
+    if (ReadNotation(kText, Trim(text), numbers, why) == kNoFit) {
         return false;
     }
-    Store(value, kType);
-    Store(value + 2, static_cast<uint16_t>(numbers.at[0]));
-    Store(value + 4, uint32_t{0});
+    auto *bytes = static_cast<uint8_t *>(value);
+    Store(bytes, kType);
+    Store(bytes + 2, static_cast<uint16_t>(numbers.at[0]));
+    Store(bytes + 4, uint32_t{0});
     return true;
 }
 
@@ -48,34 +62,32 @@ uint32_t PrintCompressed(const uint8_t *value, uint32_t, char *buffer, uint32_t 
     return Printed(Print(buffer, kTextSize - 1, "%u:%u", {cpi, reserved}), printed);
 }
 
-} // namespace
-
-const BgpLayout kExtCommunityComprLayout = Layout(kFields, kLength);
-
-namespace {
-
-constexpr FormatInRule kIn{
-    .typeId = 1300, .length = kLength, .modes = kTextOnly, .read = Unexplained<SYSDT_Str2ExtCommunityCompr>};
+constexpr FormatInRule kIn{.typeId = 1300, .length = kLength, .modes = kTextOnly, .read = Read};
 constexpr FormatOutRule kOut{.modes = kTextOnly, .print = PrintCompressed, .textSize = kTextSize, .valueSize = kLength};
 constexpr HelpRule kHelp{.text = "STRING<3-7>"};
-constexpr LuaRule kLua{.layout = kExtCommunityComprLayout, .pops = 3}; // the fetched table stays
+constexpr LuaRule kLua{.layout = kLayout, .pops = 3}; // the fetched table stays
 
 } // namespace
+
+constinit const Type kExtCommunityCompr = MakeType({
+    .name = "EXTCMNTY_COMPR",
+    .description = "one compressed BGP extended community",
+    .reference = "RFC 4360",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .text = &kText,
+    .rules = kRules,
+    .lua = BGP_LUA_TYPED, // a script's reserved word is cut to 16 bits
+});
 
 } // namespace bgp
 
-uint32_t SYSDT_Str2ExtCommunityCompr(const char *text, void *value)
-{
-    if (text == nullptr || value == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
-    return bgp::Read(bgp::Trim(text), static_cast<uint8_t *>(value)) ? DT_OK : DT_ERR_FAIL;
-}
-
+BGP_STR2(SYSDT_Str2ExtCommunityCompr, bgp::Read)
 BGP_FORMAT_IN(SYSDT_ExtCommunityComprFormatIn, bgp::kIn)
 BGP_FORMAT_OUT(SYSDT_ExtCommunityComprFormatOut, bgp::kOut)
 BGP_CHECK_LENGTH(SYSDT_ExtCommunityComprCheck, bgp::kLength)
 BGP_HELP(SYSDT_ExtCommunityComprHelp, bgp::kHelp)
 BGP_LUA_SET(SYSDT_ExtCommunityComprLuaSet, bgp::kLua)
 BGP_LUA_GET(SYSDT_ExtCommunityComprLuaGet, bgp::kLua)
-BGP_ENDIAN(SYSDT_EXTCommunityComprEndian, bgp::kExtCommunityComprLayout)
+BGP_ENDIAN(SYSDT_EXTCommunityComprEndian, bgp::kLayout)

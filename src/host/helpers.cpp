@@ -1,7 +1,7 @@
 // The text and address helpers that several types share, under their own exported names.
 #include "bgp_datatypes/helpers.h"
-#include "host/bytes.h"
 #include "bgp_host_services.h"
+#include "host/bytes.h"
 #include "host/numbers.h"
 
 uint32_t SYSDT_atoul(const char *text, uint32_t *value)
@@ -67,22 +67,30 @@ uint32_t SYSDT_IsIpv6MultiCastAddr(const char *text)
     return address[0] == 0xFF;
 }
 
+// Reads into a copy: a refused text leaves the record alone.
 uint32_t SYSDT_Str2IPv4IPv6(const char *text, BgpAddressRecord *record)
 {
-    record->Family = QOV_StrChr(text, ':') != nullptr;
-    const uint32_t code =
-        record->Family != 0 ? SYSDT_Str2Ipv6(text, record->Ipv6, 0) : SYSDT_Str2Ipv4(text, &record->Ipv4);
-    return code == 0 ? DT_OK : DT_ERR_FAIL;
+    BgpAddressRecord read = *record;
+    read.Family = QOV_StrChr(text, ':') != nullptr;
+    const uint32_t code = read.Family != 0 ? SYSDT_Str2Ipv6(text, read.Ipv6, 0) : SYSDT_Str2Ipv4(text, &read.Ipv4);
+    if (code != 0) {
+        return DT_ERR_FAIL;
+    }
+    *record = read;
+    return DT_OK;
 }
 
-// The two failures report differently; callers tell by the code which family was tried.
+// The same; the two failures report differently, callers tell by the code which family was tried.
 uint32_t SYSDT_Str2SysIpv4Ipv6(const char *text, uint32_t, BgpAddressRecord *record)
 {
-    record->Family = QOV_StrChr(text, ':') != nullptr;
-    if (record->Family != 0) {
-        return SMP_InetAToN6(text, record->Ipv6) == 0 ? DT_OK : DT_ERR_INVALID_PARAM;
+    BgpAddressRecord read = *record;
+    read.Family = QOV_StrChr(text, ':') != nullptr;
+    const uint32_t code = read.Family != 0 ? SMP_InetAToN6(text, read.Ipv6) : QOV_StrToIpAddr(text, &read.Ipv4);
+    if (code != 0) {
+        return read.Family != 0 ? DT_ERR_INVALID_PARAM : DT_ERR_FAIL;
     }
-    return QOV_StrToIpAddr(text, &record->Ipv4) == 0 ? DT_OK : DT_ERR_FAIL;
+    *record = read;
+    return DT_OK;
 }
 
 uint32_t SYSDT_Str2Ipv4Ipv6(const char *text, uint32_t *ipv4, uint8_t *ipv6)

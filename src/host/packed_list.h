@@ -42,7 +42,7 @@ struct PackedListRule {
     uint32_t count;       // entries of a value
     uint32_t longestText; // characters, typed or printed
     // One item, without blanks around it and never empty. False when it is none of the type's.
-    bool (*read)(uint32_t memoryHandle, Text item, PackedEntry &entry);
+    bool (*read)(uint32_t memoryHandle, Text item, PackedEntry &entry, Why *why);
     bool (*isUnused)(PackedEntry entry);
     // At most room - 1 characters and a terminator; returns the characters written, which may be none.
     uint32_t (*print)(PackedEntry entry, char *to, uint32_t room);
@@ -52,6 +52,7 @@ struct PackedListRule {
     // one that is too long, or a character that stands in none.
     bool (*allows)(char character) = nullptr;
     uint32_t longestItem = 0;
+    const char *item = nullptr; // what an item is called: "a community"
 
     constexpr uint32_t Length() const { return count * kPackedEntrySize; }
 };
@@ -59,58 +60,81 @@ struct PackedListRule {
 // Takes the first item off a trimmed text, with the blanks behind it.
 inline Text TakeItem(Text &rest, Blanks &blanks)
 {
-    uint32_t length = 0;
-    while (length < rest.length && !IsBlank(blanks, rest.at[length])) {
-        ++length;
+    const char *at = rest.at;
+    const char *const end = at + rest.length;
+    while (at < end && !IsBlank(blanks, *at)) {
+        ++at;
     }
-    const Text item{rest.at, length};
-    while (length < rest.length && IsBlank(blanks, rest.at[length])) {
-        ++length;
+    const Text item{rest.at, static_cast<uint32_t>(at - rest.at)};
+    while (at < end && IsBlank(blanks, *at)) {
+        ++at;
     }
-    rest = {rest.at + length, rest.length - length};
+    rest = {at, static_cast<uint32_t>(end - at)};
     return item;
 }
 
-inline bool CanBeCut(const PackedListRule &rule, Text text)
+// Always false: the reason was noted, and is that of an item.
+inline bool RefuseItem(Why *why, uint32_t index)
 {
-    Blanks blanks;
-    for (uint32_t items = 0; text.length != 0; ++items) {
-        const Text item = TakeItem(text, blanks);
-        if (items == rule.count || item.length > rule.longestItem) {
-            return false;
-        }
-        for (uint32_t i = 0; i < item.length; ++i) {
-            if (!rule.allows(item.at[i])) {
-                return false;
-            }
+    StandsInElement(why, index + 1);
+    return false;
+}
+
+inline bool RefuseOneTooMany(const PackedListRule &rule, Text item, Why *why)
+{
+    Refuse(why, item, kTooManyItems, rule.count);
+    return RefuseItem(why, rule.count);
+}
+
+[[gnu::always_inline]] inline bool IsAllowed(const PackedListRule &rule, Text item, Why *why)
+{
+    if (item.length > rule.longestItem) {
+        return Refuse(why, item, kTooLong, rule.longestItem, rule.item);
+    }
+    for (uint32_t i = 0; i < item.length; ++i) {
+        if (!rule.allows(item.at[i])) {
+            return Refuse(why, {item.at + i, 1}, kWrongCharacter);
         }
     }
     return true;
 }
 
-// A text to the first entries of a value; the other entries stay as they are. DT_ERR_FAIL, with part of the value
-// written, when the text is empty or too long, holds too many items, or holds one that is none.
-[[gnu::always_inline]] inline uint32_t ReadPackedList(const PackedListRule &rule, uint32_t memoryHandle,
-                                                      const char *text, void *value)
+[[gnu::always_inline]] inline bool CanBeCut(const PackedListRule &rule, Text list, Blanks &blanks, Why *why)
 {
-    if (text == nullptr || value == nullptr) {
-        return DT_ERR_NULL_PTR;
+    for (uint32_t i = 0; list.length != 0; ++i) {
+        const Text item = TakeItem(list, blanks);
+        if (i == rule.count) {
+            return RefuseOneTooMany(rule, item, why);
+        }
+        if (!IsAllowed(rule, item, why)) {
+            return RefuseItem(why, i);
+        }
     }
-    Text rest = Trim(text);
-    if (!IsLong(rest, 1, rule.longestText) || (rule.allows != nullptr && !CanBeCut(rule, rest))) {
-        return DT_ERR_FAIL;
+    return true;
+}
+
+// A trimmed text to the first entries of a value; the other entries stay as they are. False, with part of the value
+// written, when the text is empty or too long, holds too many items, or holds one that is none.
+[[gnu::always_inline]] inline bool ReadPackedList(const PackedListRule &rule, uint32_t memoryHandle, Text list,
+                                                  void *value, Why *why)
+{
+    Blanks blanks;
+    if (!HasLength(list, 1, rule.longestText, why) || (rule.allows != nullptr && !CanBeCut(rule, list, blanks, why))) {
+        return false;
     }
     auto *at = static_cast<uint8_t *>(value);
-    const uint8_t *const end = at + rule.Length();
-    Blanks blanks;
-    for (; rest.length != 0; at += kPackedEntrySize) {
+    for (uint32_t i = 0; list.length != 0; ++i, at += kPackedEntrySize) {
+        const Text item = TakeItem(list, blanks);
+        if (i == rule.count) {
+            return RefuseOneTooMany(rule, item, why);
+        }
         PackedEntry entry;
-        if (at == end || !rule.read(memoryHandle, TakeItem(rest, blanks), entry)) {
-            return DT_ERR_FAIL;
+        if (!rule.read(memoryHandle, item, entry, why)) {
+            return RefuseItem(why, i);
         }
         StoreEntry(at, entry);
     }
-    return DT_OK;
+    return true;
 }
 
 // The used entries in order, one blank before each but the first, cut at the longest text.

@@ -30,7 +30,7 @@ uint32_t Piece(const char *at, const char *end)
 
 } // namespace
 
-Text TrimBy(TrimService service, Text whole)
+Text TrimEnds(TrimService service, Text whole)
 {
     const char *text = whole.at;
     const char *end = text + whole.length;
@@ -61,9 +61,9 @@ Text TrimBy(TrimService service, Text whole)
     return {text, static_cast<uint32_t>(end - text)};
 }
 
-Text TrimByHost(Text text)
+char *TrimBlanks(char *text)
 {
-    return TrimBy([](char *copy) { return SYSDT_BTrim(copy, nullptr); }, text);
+    return SYSDT_BTrim(text, nullptr);
 }
 
 uint32_t GraphicWords(Text text)
@@ -95,6 +95,11 @@ bool HostFindsBlank(Text text)
         }
     }
     return false;
+}
+
+bool IsHostsBlank(char character)
+{
+    return HostFindsBlank({&character, 1});
 }
 
 void NoteBlank(const Why &why, Text text)

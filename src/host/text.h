@@ -38,17 +38,23 @@ inline bool IsWhiteSpace(char character)
 }
 
 // The text without what the host's service trims at its ends. The service works on copies of the characters there that
-// are not graphic; the caller's text is left alone. A service that answers null gives a null piece.
+// are not graphic, and need not be asked about a text that begins and ends with a graphic one; the caller's text is
+// left alone. A service that answers null gives a null piece.
 using TrimService = char *(*)(char *text);
-Text TrimBy(TrimService service, Text text);
-Text TrimByHost(Text text);
+Text TrimEnds(TrimService service, Text text);
 
-// The text without the blanks around it, however many: by SYSDT_BTrim(), which need not be asked about texts that begin
-// and end with a graphic character.
-inline Text Trim(Text text)
+inline Text TrimBy(TrimService service, Text text)
 {
     const bool bare = text.length == 0 || (IsGraphic(text.at[0]) && IsGraphic(text.at[text.length - 1]));
-    return bare ? text : TrimByHost(text);
+    return bare ? text : TrimEnds(service, text);
+}
+
+char *TrimBlanks(char *text); // SYSDT_BTrim()
+
+// The text without the blanks around it, however many.
+inline Text Trim(Text text)
+{
+    return TrimBy(TrimBlanks, text);
 }
 
 inline Text Trim(const char *text)
@@ -106,13 +112,15 @@ struct Blanks {
     bool isBlank = false;
 };
 
+bool IsHostsBlank(char character);
+
 inline bool IsBlank(Blanks &blanks, char character)
 {
     if (IsGraphic(character)) {
         return false;
     }
     if (character != blanks.asked) {
-        blanks = {character, HostFindsBlank({&character, 1})};
+        blanks = {character, IsHostsBlank(character)};
     }
     return blanks.isBlank;
 }

@@ -32,6 +32,7 @@ constexpr BgpField kFields[] = {
     Number("number", kNumberAt, 4),
     Number("kind", kKindAt, 4),
 };
+constexpr BgpLayout kLayout = Layout(kFields, kRecordLength);
 
 // Appends one item at buffer + *used. False when the host refuses the copy.
 bool PutItem(uint8_t *buffer, uint16_t *used, uint16_t type, const char *text, uint32_t textLength)
@@ -65,7 +66,23 @@ uint32_t NameLength(const char *name)
 
 } // namespace
 
-const BgpLayout kCvrfNameLayout = Layout(kFields, kRecordLength);
+constinit const Type kCvrfName = MakeType({
+    .name = "CVRFNAME",
+    .description = "the name of a VRF",
+    .layout = &kLayout,
+    .rules = kHostRules,
+    .shortestText = 1,
+    .longestText = kNameSize - 1,
+    .typeId = kTypeId,
+    .valueLength = kNameSize,
+    .checkedLength = 0,
+    .typingMode = 1,
+    .network = BGP_NETWORK_NONE,
+    .lua = BGP_LUA_TYPED,
+    .traits =
+        BGP_TRAIT_HOST_TEXT | BGP_TRAIT_COPIES_RAW | BGP_TRAIT_ANY_LENGTH | BGP_TRAIT_COMPOSES | BGP_TRAIT_SETS_ANY,
+    .explain = ExplainByHost<SYSDT_StringFormatIn, kTypeId>,
+});
 
 } // namespace bgp
 
@@ -82,7 +99,7 @@ uint32_t SYS_DT_CVrfName_Str2Cplx(const void *record, uint16_t *outLength, void 
     const auto *name = static_cast<const char *>(record);
     uint16_t used = 0;
     if (bgp::Load<uint32_t>(bytes + bgp::kKindAt) == 1) {
-        char number[16];
+        char number[16] = {}; // the empty text, should the host write none
         QOV_Uint32ToStr(bgp::Load<uint32_t>(bytes + bgp::kNumberAt), number, 10);
         if (!bgp::PutItem(items, &used, bgp::kNumberItem, number, QOV_StrLen(number))) {
             return DT_ERR_FAIL;

@@ -14,61 +14,125 @@ namespace bgp {
 namespace {
 
 constexpr BgpField kFields[] = {Number("seconds", 0, 4)};
+constexpr BgpLayout kLayout = Layout(kFields, 4);
+
+constexpr uint32_t kShortest = 8; // "1d2h3m4s"
+constexpr uint32_t kLongest = 15; // "10000d23h59m59s"
 
 // The four parts in the order in which they stand.
 struct Unit {
-    char letter;
+    const char *letter;
+    const char *name;
     uint32_t most;
     uint32_t seconds;
 };
 
-constexpr Unit kUnits[] = {{'d', 10000, 86400}, {'h', 23, 3600}, {'m', 59, 60}, {'s', 59, 1}};
+constexpr Unit kUnits[] = {
+    {"d", "the days", 10000, 86400},
+    {"h", "the hours", 23, 3600},
+    {"m", "the minutes", 59, 60},
+    {"s", "the seconds", 59, 1},
+};
+
+constexpr BgpRule kNoUnit{"unit", "the letter of {what} is expected here", 0};
+
+constexpr const BgpRule *kRules[] = {&kEmpty,   &kTooShort,       &kTooLong, &kBlank,
+                                     &kNoDigit, &kWrongCharacter, &kNoUnit,  &kTooLarge};
+
+// No text breaks it: the host has failed.
+constexpr BgpRule kNotTrimmed{"trim", "the host does not trim the text", 0};
 
 constexpr char LowerCase(char letter)
 {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
+bool RefuseLetter(const Unit &unit, Text character, Why *why)
+{
+    return HasNoBlank(character, why) && RefuseChoice(why, character, kNoUnit, {&unit, 1, sizeof unit}, unit.name);
+}
+
+// One part, with its letter. Returns the first character behind it, null when it is refused.
+const char *ReadPart(const Unit &unit, const char *start, const char *end, uint32_t &sum, Why *why)
+{
+    uint64_t number = 0;
+    const char *at = ReadNumber(start, end, &number);
+    if (at == nullptr) {
+        RefuseCharacter(why, {start, start < end}, kNoDigit);
+        return nullptr;
+    }
+    if (at == end || LowerCase(*at) != *unit.letter) {
+        RefuseLetter(unit, {at, at < end}, why);
+        return nullptr;
+    }
+    if (number > unit.most) {
+        Refuse(why, {start, static_cast<uint32_t>(at - start)}, kTooLarge, unit.most, unit.name);
+        return nullptr;
+    }
+    sum += static_cast<uint32_t>(number) * unit.seconds;
+    return at + 1;
+}
+
 // Digits may follow the "s"; they are never read. A second letter may not.
-uint32_t Read(Text text, uint32_t *seconds)
+bool ReadParts(Text text, uint32_t *seconds, Why *why)
 {
     const char *at = text.at;
     const char *const end = at + text.length;
     uint32_t sum = 0;
     for (const Unit &unit : kUnits) {
-        uint64_t number = 0;
-        at = ReadNumber(at, end, &number);
-        if (at == nullptr || at == end || LowerCase(*at) != unit.letter || number > unit.most) {
-            return DT_ERR_FAIL;
+        at = ReadPart(unit, at, end, sum, why);
+        if (at == nullptr) {
+            return false;
         }
-        ++at;
-        sum += static_cast<uint32_t>(number) * unit.seconds;
     }
     while (at < end && IsDigit(*at)) {
         ++at;
     }
     if (at != end) {
-        return DT_ERR_FAIL;
+        return RefuseCharacter(why, {at, 1}, kWrongCharacter);
     }
     *seconds = sum;
-    return DT_OK;
+    return true;
 }
 
-uint32_t Parse(const char *text, void *value)
+uint32_t ReadTo(const char *text, uint32_t *seconds, Why *why)
+{
+    const Text trimmed = TrimBy(QOV_StrTrim, {text, static_cast<uint32_t>(std::strlen(text))});
+    if (trimmed.at == nullptr) {
+        Refuse(why, {text, 0}, kNotTrimmed);
+        return DT_ERR_NULL_PTR;
+    }
+    return HasLength(trimmed, kShortest, kLongest, why) && ReadParts(trimmed, seconds, why) ? DT_OK : DT_ERR_FAIL;
+}
+
+bool Read(const char *text, void *value, Why *why)
 {
     uint32_t seconds = 0;
-    const uint32_t code = SYSDT_Str2TimeRange(text, &seconds);
+    const uint32_t code = ReadTo(text, &seconds, why);
     Store(value, seconds);
-    return code;
+    return code == DT_OK;
 }
 
 constexpr FormatInRule kIn{
-    .typeId = 284, .length = 4, .modes = kTextOnly, .read = Unexplained<Parse>, .refusal = DT_ERR_INVALID_PARAM};
+    .typeId = 284, .length = 4, .modes = kTextOnly, .read = Read, .refusal = DT_ERR_INVALID_PARAM};
 constexpr HelpRule kHelp{.text = "STRING<8-15>"};
 
 } // namespace
 
-const BgpLayout kTimeRangeLayout = Layout(kFields, 4);
+constinit const Type kTimeRange = MakeType({
+    .name = "TIME_RANGE",
+    .description = "a duration in days, hours, minutes and seconds",
+    .in = &kIn,
+    .layout = &kLayout,
+    .rules = kRules,
+    .shortestText = kShortest,
+    .longestText = kLongest,
+    .checkedLength = 0,
+    .typingMode = 1,
+    .order = BGP_ORDER_NONE,
+    .network = BGP_NETWORK_LAYOUT,
+    .traits = BGP_TRAIT_SETS_ANY,
+});
 
 } // namespace bgp
 
@@ -78,11 +142,7 @@ uint32_t SYSDT_Str2TimeRange(const char *text, uint32_t *seconds)
         return DT_ERR_NULL_PTR;
     }
     *seconds = 0;
-    if (text == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
-    const bgp::Text trimmed = bgp::Trim(text);
-    return bgp::IsLong(trimmed, 8, 15) ? bgp::Read(trimmed, seconds) : DT_ERR_FAIL;
+    return text == nullptr ? DT_ERR_NULL_PTR : bgp::ReadTo(text, seconds, nullptr);
 }
 
 BGP_FORMAT_IN(SYSDT_TimeRangeFormatIn, bgp::kIn)

@@ -1,3 +1,4 @@
+#include "support/refusals.h"
 #include "support/type_case.h"
 
 #include "bgp_host_services.h"
@@ -404,6 +405,82 @@ TEST_F(AsNumList, FormatInNeedsEveryPointerInEveryMode)
             EXPECT_EQ(buffer, text);
         }
     }
+}
+
+// clang-format off
+constexpr Refused kReasons[] = {
+    // text               rule                at  length
+    {"",                  "empty",             0,  0},
+    {"\t \t",             "empty",             3,  0},
+    {"1 100000000000",    "too-long",          2, 12, 11, "an AS number", "", 2},
+    {"1 2 a",             "digit",             4,  1, 0, "", "", 3},
+    {"1 2. 3",            "digit",             4,  0, 0, "", "", 2},
+    {"1 . 2",             "digit",             2,  1, 0, "", "", 2},
+    {"100,200",           "character",         3,  1, 0, "", "", 1},
+    {" 100 200,",         "character",         8,  1, 0, "", "", 2},
+    {"1\r",               "character",         1,  1, 0, "", "", 1},
+    {"1.2.3.4.5.6",       "too-many-numbers",  9,  1, 5, "", "", 1},
+    {"1 2.3.4",           "notation",          2,  5, 0, "", "", 2, 2, "number high.low"},
+    {"100 0",             "too-small",         4,  1, 1, "the AS number", "", 2},
+    {"1\t0.5",            "too-small",         2,  1, 1, "the high part", "", 2},
+    {"1 4294967296 x",    "too-large",         2, 10, 4294967295, "the AS number", "", 2},
+    {"7  1.65536",        "too-large",         5,  5, 65535, "the low part", "", 2},
+    {"\"100\"",           "digit",             0,  1, 0, "", "", 1},
+    // in double quotes
+    {"",                  "quote",             0,  0, 0, "", "", 0, 1},
+    {"100 200",           "quote",             0,  0, 0, "", "", 0, 1},
+    {" \"100\"",          "quote",             0,  0, 0, "", "", 0, 1},
+    {"\"",                "quote",             1,  0, 0, "", "", 0, 1},
+    {"\"100",             "quote",             4,  0, 0, "", "", 0, 1},
+    {"\"100\" ",          "quote",             6,  0, 0, "", "", 0, 1},
+    {"\"\"",              "empty",             1,  0, 0, "", "", 0, 1},
+    {"\" \t\"",           "empty",             3,  0, 0, "", "", 0, 1},
+    {"\"100 0\"",         "too-small",         5,  1, 1, "the AS number", "", 2, 1},
+    {"\" 1 x \"",         "digit",             4,  1, 0, "", "", 2, 1},
+    {"\"\"1\"",           "digit",             1,  1, 0, "", "", 1, 1},
+    {"1",                 "mode",              0,  0, 0, "", "", 0, 0},
+    {"1",                 "mode",              0,  0, 3, "", "", 0, 3},
+    {"1",                 "mode",              0,  0, 4, "", "", 0, 4},
+    {"1",                 "mode",              0,  0, 7, "", "", 0, 7},
+};
+// clang-format on
+
+TEST_F(AsNumList, Reasons)
+{
+    const std::string many = Repeated("9", 257, " ");
+    const std::string quotedMany = Quoted(' ' + many);
+    const std::string longer = " 1" + std::string(3070, ' ') + "2";
+    std::vector<Refused> rows(std::begin(kReasons), std::end(kReasons));
+    rows.push_back({many, "too-many-items", 512, 1, 256, "", "", 257});
+    rows.push_back({quotedMany, "too-many-items", 514, 1, 256, "", "", 257, 1});
+    rows.push_back({longer, "too-long", 1, 3072, 3071});
+    CheckRefusals(kType, rows);
+    constexpr std::string_view kGood[] = {"1", " 100 200\t1.5 ", "4294967295 65535.65535"};
+    CheckAccepted(kType, kGood, 2);
+    CheckAccepted(kType, kGood, 6);
+    constexpr std::string_view kQuoted[] = {"\"1\"", "\" 100 200\t1.5 \""}; // Explained() holds them to be left alone
+    CheckAccepted(kType, kQuoted, 1);
+}
+
+TEST_F(AsNumList, Facts)
+{
+    const BgpTypeFacts *facts = Bgp_DescribeType(325);
+    ASSERT_NE(facts, nullptr);
+    EXPECT_STREQ(facts->Name, kType);
+    EXPECT_EQ(facts->ResultTypeId, 325);
+    EXPECT_EQ(facts->ValueLength, 1280);
+    EXPECT_EQ(facts->CheckedLength, 1280);
+    EXPECT_EQ(facts->TextSize, 3072);
+    EXPECT_EQ(facts->ShortestText, 1);
+    EXPECT_EQ(facts->LongestText, 3071);
+    EXPECT_EQ(facts->TypingMode, 2);
+    EXPECT_EQ(facts->Order, BGP_ORDER_TOTAL);
+    EXPECT_EQ(facts->Network, BGP_NETWORK_ENDIAN);
+    EXPECT_EQ(facts->Lua, BGP_LUA_ALL);
+    EXPECT_EQ(facts->Traits, BGP_TRAIT_WRITES_TEXT);
+    EXPECT_EQ(facts->NotationCount, 0u);
+    EXPECT_EQ(facts->Layout->Length, 5u);
+    EXPECT_EQ(Bgp_DescribeValue(325, nullptr, 0), facts->Layout);
 }
 
 } // namespace

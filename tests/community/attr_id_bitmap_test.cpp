@@ -1,6 +1,39 @@
+#include "support/refusals.h"
 #include "support/type_case.h"
 
+#include <cstring>
+#include <dlfcn.h>
 #include <initializer_list>
+
+namespace {
+
+// What the host's services do where a test asks for it.
+struct {
+    bool returnsAreBlanks = false;
+    bool writesNoAddress = false;
+} odd;
+
+template <class Service>
+Service Theirs(const char *name)
+{
+    return reinterpret_cast<Service>(dlsym(RTLD_NEXT, name));
+}
+
+} // namespace
+
+// These stand before the host's services.
+extern "C" void NCF_IsSpaceInString(const char *text, uint32_t *flag)
+{
+    static const auto theirs = Theirs<void (*)(const char *, uint32_t *)>("NCF_IsSpaceInString");
+    theirs(text, flag);
+    *flag |= odd.returnsAreBlanks && std::strchr(text, '\r') != nullptr;
+}
+
+extern "C" char *QOV_IpAddrToStr(uint32_t address, char *buffer)
+{
+    static const auto theirs = Theirs<char *(*)(uint32_t, char *)>("QOV_IpAddrToStr");
+    return odd.writesNoAddress ? nullptr : theirs(address, buffer);
+}
 
 namespace bgp::test {
 namespace {
@@ -9,7 +42,14 @@ namespace {
 // the item count (u16) at byte 24, the items from byte 44 on, each type (u16), length (u16) and data.
 constexpr const char *kType = "ATTRIDBITMAP";
 
-class AttrIdBitmap : public PlugIn {};
+class AttrIdBitmap : public PlugIn {
+protected:
+    void SetUp() override
+    {
+        PlugIn::SetUp();
+        odd = {};
+    }
+};
 
 // ------------------------------------------------------------------------------------------------------ the item list
 
@@ -671,6 +711,44 @@ TypeCase Case()
 }
 
 [[maybe_unused]] const bool kStated = StateTests<AttrIdBitmap>("AttrIdBitmap", Case());
+
+TEST_F(AttrIdBitmap, TheHostSaysWhereTheLastBlankIs)
+{
+    EXPECT_EQ(Identifiers("IDs here:\r###;", {1}), "IDs 1;\r\n");
+    odd.returnsAreBlanks = true;
+    EXPECT_EQ(Identifiers("IDs here:\r###;", {1}), "IDs here: 1;\r\n");
+}
+
+TEST_F(AttrIdBitmap, AHostThatWritesNoAddressGetsNone)
+{
+    EXPECT_EQ(Filled("IDs: <%s>", {Item(21, Bytes("0302010a"))}), "IDs: <10.1.2.3> 1\r\n");
+    odd.writesNoAddress = true;
+    EXPECT_EQ(Filled("IDs: <%s>", {Item(21, Bytes("0302010a"))}), "IDs: <> 1\r\n");
+}
+
+TEST_F(AttrIdBitmap, CannotBeTypedAndSaysSo)
+{
+    for (const uint8_t mode : kAllModes) {
+        const BgpRefusal refusal = Explained(kType, "1", mode);
+        EXPECT_EQ(Describe(refusal.Reason), "not-typed 0+0 limit 0 what '' where '' element 0 expected ''");
+        EXPECT_EQ(refusal.Reason.Code, DT_ERR_FAIL);
+    }
+    const BgpTypeFacts *facts = Bgp_DescribeType(290);
+    ASSERT_NE(facts, nullptr);
+    EXPECT_STREQ(facts->Name, kType);
+    EXPECT_EQ(facts->ResultTypeId, 290);
+    EXPECT_EQ(facts->ValueLength, 32);
+    EXPECT_EQ(facts->CheckedLength, 32);
+    EXPECT_EQ(facts->TextSize, 4096);
+    EXPECT_EQ(facts->LongestText, 0);
+    EXPECT_EQ(facts->Order, BGP_ORDER_TOTAL);
+    EXPECT_EQ(facts->Network, BGP_NETWORK_ENDIAN);
+    EXPECT_EQ(facts->Lua, BGP_LUA_ALL);
+    EXPECT_EQ(facts->Traits, BGP_TRAIT_NO_TEXT | BGP_TRAIT_PRINTS_ITEMS);
+    ASSERT_EQ(facts->RuleCount, 1u);
+    EXPECT_STREQ(facts->Rules[0]->Name, "not-typed");
+    EXPECT_EQ(Bgp_DescribeValue(290, nullptr, 0), facts->Layout);
+}
 
 } // namespace
 } // namespace bgp::test

@@ -1,3 +1,4 @@
+#include "support/refusals.h"
 #include "support/type_case.h"
 
 #include "bgp_host_services.h"
@@ -355,6 +356,92 @@ TEST_F(CommunityList, EveryNameLookupNeedsACopyAndGivesItBack)
     EXPECT_EQ(in.typeId, kUntouched);
     EXPECT_EQ(in.length, kUntouched);
     EXPECT_FALSE(in.bufferSet);
+}
+
+constexpr const char *kNames = "internet no-advertise no-export no-export-subconfed";
+
+// clang-format off
+constexpr Refused kReasons[] = {
+    // text                     rule                at  length
+    {"",                        "empty",             0,  0},
+    {"\t \t",                   "empty",             3,  0},
+    {"7 00000000000000000001",  "too-long",          2, 20, 19, "a community", "", 2},
+    {"1 no_export",             "character",         4,  1, 0, "", "", 2},
+    {"100:1,100:2",             "character",         5,  1, 0, "", "", 1},
+    {"7 100:1x",                "character",         7,  1, 0, "", "", 2},
+    {"no-exp \xe9",             "character",         7,  1, 0, "", "", 2}, // the whole text is cut first
+    {"7 1: 2",                  "digit",             4,  0, 0, "", "", 2},
+    {"7 : 8",                   "digit",             2,  1, 0, "", "", 2},
+    {"1:2:3:4:5:6",             "too-many-numbers",  9,  1, 5, "", "", 1},
+    {" 7 1:2:3",                "notation",          3,  5, 0, "", "", 2, 2, "number first:second"},
+    {"7 a:b:c",                 "notation",          2,  5, 0, "", "", 2, 2, "number first:second"},
+    {"100:1\t65536:1",          "too-large",         6,  5, 65535, "the first half", "", 2},
+    {"1:65536",                 "too-large",         2,  5, 65535, "the second half", "", 1},
+    {"7 8 4294967296",          "too-large",         4, 10, 4294967295, "the community", "", 3},
+    {"no-export no-exp",        "unknown-name",     10,  6, 0, "", "", 2, 2, kNames},
+    {"no-exp no-export",        "unknown-name",      0,  6, 0, "", "", 1, 2, kNames},
+    {"internet:0",              "unknown-name",      0, 10, 0, "", "", 1, 2, kNames},
+    {"no-exp",                  "unknown-name",      0,  6, 0, "", "", 1, 3, kNames},
+    {"1",                       "mode",              0,  0, 4, "", "", 0, 4},
+    {"1",                       "mode",              0,  0, 7, "", "", 0, 7},
+};
+// clang-format on
+
+TEST_F(CommunityList, Reasons)
+{
+    const std::string many = '\t' + Repeated("9", 33, " ");
+    const std::string longer = " 1" + std::string(391, ' ') + "2";
+    std::vector<Refused> rows(std::begin(kReasons), std::end(kReasons));
+    rows.push_back({many, "too-many-items", 65, 1, 32, "", "", 33});
+    rows.push_back({longer, "too-long", 1, 393, 392});
+    CheckRefusals(kType, rows);
+    constexpr std::string_view kGood[] = {"0", " no-export\t100:1 4294967295 ", "INTERNET"};
+    for (const uint8_t mode : {uint8_t{0}, uint8_t{1}, uint8_t{2}, uint8_t{3}, uint8_t{5}, uint8_t{6}}) {
+        CheckAccepted(kType, kGood, mode);
+    }
+}
+
+TEST_F(CommunityList, LackOfMemoryIsAReason)
+{
+    host::SetFaults({.failAllocation = 2});
+    const BgpRefusal refusal = Explained(kType, "no-export 1 internet");
+    EXPECT_EQ(Describe(refusal.Reason), "memory 12+8 limit 0 what 'the name' where '' element 3 expected ''");
+    EXPECT_EQ(refusal.Reason.Code, DT_ERR_INVALID_VALUE);
+}
+
+TEST_F(CommunityList, NoItemWithTwoColonsIsLookedUp)
+{
+    for (const char *text : {"a:b:c", "no-export:1:2", "1:2:x", "::x"}) {
+        host::TakeCounters();
+        EXPECT_EQ(CodeOf(kType, text), DT_ERR_INVALID_VALUE) << text;
+        EXPECT_EQ(host::TakeCounters().allocations, 0u) << text;
+    }
+    EXPECT_EQ(CodeOf(kType, "a:b"), DT_ERR_INVALID_VALUE); // one colon is looked up
+    EXPECT_EQ(host::TakeCounters().allocations, 1u);
+    EXPECT_EQ(CodeOf(kType, "no-export a:b:c no-export"), DT_ERR_INVALID_VALUE); // and so are the items before
+    EXPECT_EQ(host::TakeCounters().allocations, 1u);
+}
+
+TEST_F(CommunityList, Facts)
+{
+    const BgpTypeFacts *facts = Bgp_DescribeType(326);
+    ASSERT_NE(facts, nullptr);
+    EXPECT_STREQ(facts->Name, kType);
+    EXPECT_STREQ(facts->Reference, "RFC 1997");
+    EXPECT_EQ(facts->ResultTypeId, 326);
+    EXPECT_EQ(facts->ValueLength, 160);
+    EXPECT_EQ(facts->CheckedLength, 160);
+    EXPECT_EQ(facts->TextSize, 393);
+    EXPECT_EQ(facts->ShortestText, 1);
+    EXPECT_EQ(facts->LongestText, 392);
+    EXPECT_EQ(facts->TypingMode, 2);
+    EXPECT_EQ(facts->Order, BGP_ORDER_TOTAL);
+    EXPECT_EQ(facts->Network, BGP_NETWORK_ENDIAN);
+    EXPECT_EQ(facts->Lua, BGP_LUA_ALL);
+    EXPECT_EQ(facts->Traits, 0u);
+    EXPECT_EQ(facts->NotationCount, 0u);
+    EXPECT_EQ(facts->Layout->Length, 5u);
+    EXPECT_EQ(Bgp_DescribeValue(326, nullptr, 0), facts->Layout);
 }
 
 } // namespace

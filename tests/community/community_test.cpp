@@ -1,3 +1,4 @@
+#include "support/refusals.h"
 #include "support/type_case.h"
 
 namespace bgp::test {
@@ -261,6 +262,25 @@ TEST_F(Community, TheNameLookupAlone)
     EXPECT_EQ(host::HandleBlocks(Handle()), 0u);
 }
 
+TEST_F(Community, TheNameLookupReadsTheTextHoweverLongItIsSaidToBe)
+{
+    for (const uint32_t length : {9u, 10u, 19u, 20u, 21u, 100u, 65536u, 0x7FFFFFFFu, 0xFFFFFFFEu, 0xFFFFFFFFu}) {
+        // Of exactly its size, so that a sanitizer sees what is read behind the terminator.
+        const std::vector<char> text{'N', 'o', '-', 'E', 'x', 'p', 'o', 'r', 't', '\0'};
+        uint32_t word = 0;
+        EXPECT_EQ(BRM_GetWellKnownCmyVal(Handle(), length, &word, text.data()), DT_OK) << length;
+        EXPECT_EQ(word, 0xFFFFFF01u) << length;
+        word = 7;
+        EXPECT_EQ(BRM_GetWellKnownCmyVal(Handle(), length, &word, "no-exportx"),
+                  length == 9 ? DT_OK : DT_ERR_FAIL)
+            << length; // no more of the text than its length says
+        EXPECT_EQ(BRM_GetWellKnownCmyVal(Handle(), length, &word, ""), DT_ERR_FAIL) << length;
+    }
+    std::string report;
+    EXPECT_TRUE(host::BlocksIntact(&report)) << report;
+    EXPECT_EQ(host::HandleBlocks(Handle()), 0u);
+}
+
 TEST_F(Community, NamesNeedTwoAllocationsNumbersOne)
 {
     const auto codes = [](const char *text) {
@@ -324,6 +344,77 @@ TEST_F(Community, AnUnknownFormHandsTheBufferOver)
             ExpectNoSuchKind(Row(kType), value, mode, DT_ERR_INVALID_VALUE, 33);
         }
     }
+}
+
+constexpr const char *kNames = "internet no-advertise no-export no-export-subconfed";
+
+// clang-format off
+constexpr Refused kReasons[] = {
+    // text                    rule                at  length
+    {"",                       "empty",             0,  0},
+    {"\t",                     "empty",             1,  0},
+    {"00000000000000000001",   "too-long",          0, 20, 19},
+    {" no-export-subconfedx ", "too-long",          1, 20, 19},
+    {"no export",              "blank",             2,  1},
+    {"1\t2",                   "blank",             1,  1},
+    {" 100: 1",                "blank",             5,  1},
+    {":",                      "digit",             0,  1},
+    {"1:",                     "digit",             2,  0},
+    {"1::2",                   "digit",             2,  1},
+    {"100:1x",                 "character",         5,  1},
+    {" 1.2",                   "character",         2,  1},
+    {"1\n",                    "character",         1,  1},
+    {"1:2:3:4:5:6",            "too-many-numbers",  9,  1, 5},
+    {"1:2:3",                  "notation",          0,  5, 0, "", "", 0, 2, "number first:second"},
+    {"4294967296",             "too-large",         0, 10, 4294967295, "the community"},
+    {" 65536:1",               "too-large",         1,  5, 65535, "the first half"},
+    {"1:4294967297",           "too-large",         2, 10, 65535, "the second half"},
+    {"no-exp",                 "unknown-name",      0,  6, 0, "", "", 0, 2, kNames},
+    {"\tinternet:0",           "unknown-name",      1, 10, 0, "", "", 0, 2, kNames},
+    {"a:b:c",                  "unknown-name",      0,  5, 0, "", "", 0, 2, kNames},
+    {"-1",                     "unknown-name",      0,  2, 0, "", "", 0, 2, kNames},
+    {"1",                      "mode",              0,  0, 0, "", "", 0, 0},
+    {"1",                      "mode",              0,  0, 3, "", "", 0, 3},
+    {"1",                      "mode",              0,  0, 4, "", "", 0, 4},
+    {"1",                      "mode",              0,  0, 7, "", "", 0, 7},
+};
+// clang-format on
+
+TEST_F(Community, Reasons)
+{
+    CheckRefusals(kType, kReasons);
+    constexpr std::string_view kGood[] = {"0", " 65535:65535\t", "4294967295", "NO-EXPORT-subconfed"};
+    CheckAccepted(kType, kGood);
+    EXPECT_EQ(host::HandleBlocks(Handle()), 2u * 2u); // the values that CheckAccepted() and CodeOf() made, no copies
+}
+
+TEST_F(Community, LackOfMemoryIsAReason)
+{
+    host::SetFaults({.failAllocation = 1});
+    const BgpRefusal refusal = Explained(kType, " no-export");
+    EXPECT_EQ(Describe(refusal.Reason), "memory 1+9 limit 0 what 'the name' where '' element 0 expected ''");
+    EXPECT_EQ(refusal.Reason.Code, DT_ERR_INVALID_VALUE);
+}
+
+TEST_F(Community, Facts)
+{
+    const BgpTypeFacts *facts = Bgp_DescribeType(256);
+    ASSERT_NE(facts, nullptr);
+    EXPECT_STREQ(facts->Name, kType);
+    EXPECT_STREQ(facts->Reference, "RFC 1997");
+    EXPECT_EQ(facts->ResultTypeId, 256);
+    EXPECT_EQ(facts->ValueLength, 8);
+    EXPECT_EQ(facts->CheckedLength, 8);
+    EXPECT_EQ(facts->TextSize, 33);
+    EXPECT_EQ(facts->ShortestText, 1);
+    EXPECT_EQ(facts->LongestText, 19);
+    EXPECT_EQ(facts->TypingMode, 2);
+    EXPECT_EQ(facts->Order, BGP_ORDER_TOTAL);
+    EXPECT_EQ(facts->Network, BGP_NETWORK_ENDIAN);
+    EXPECT_EQ(facts->Lua, BGP_LUA_ALL);
+    EXPECT_EQ(facts->Traits, 0u);
+    EXPECT_EQ(facts->NotationCount, 0u); // names beside the numbers
+    EXPECT_EQ(Bgp_DescribeValue(256, nullptr, 0), facts->Layout);
 }
 
 } // namespace

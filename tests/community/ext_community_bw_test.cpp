@@ -1,3 +1,4 @@
+#include "support/refusals.h"
 #include "support/type_case.h"
 
 namespace bgp::test {
@@ -93,6 +94,30 @@ TEST_F(ExtCommunityBw, EveryAsNumberPrints)
             host::ResetHandle(Handle());
         }
     }
+}
+
+TEST_F(ExtCommunityBw, CannotBeTypedAndSaysSo)
+{
+    for (const uint8_t mode : kAllModes) {
+        const BgpRefusal refusal = Explained(kType, "1", mode);
+        EXPECT_EQ(Describe(refusal.Reason), "not-typed 0+0 limit 0 what '' where '' element 0 expected ''");
+        EXPECT_EQ(refusal.Reason.Code, DT_ERR_FAIL);
+    }
+    const BgpTypeFacts *facts = Bgp_DescribeType(329);
+    ASSERT_NE(facts, nullptr);
+    EXPECT_STREQ(facts->Name, kType);
+    EXPECT_EQ(facts->ResultTypeId, 329);
+    EXPECT_EQ(facts->ValueLength, 12);
+    EXPECT_EQ(facts->CheckedLength, 12);
+    EXPECT_EQ(facts->TextSize, 257);
+    EXPECT_EQ(facts->LongestText, 0);
+    EXPECT_EQ(facts->Order, BGP_ORDER_TOTAL);
+    EXPECT_EQ(facts->Network, BGP_NETWORK_ENDIAN);
+    EXPECT_EQ(facts->Lua, BGP_LUA_ALL);
+    EXPECT_EQ(facts->Traits, BGP_TRAIT_NO_TEXT);
+    ASSERT_EQ(facts->RuleCount, 1u);
+    EXPECT_STREQ(facts->Rules[0]->Name, "not-typed");
+    EXPECT_EQ(Bgp_DescribeValue(329, nullptr, 0), facts->Layout);
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "support/refusals.h"
 #include "support/type_case.h"
 
 namespace bgp::test {
@@ -155,6 +156,64 @@ TEST_F(ExtCommunityCompr, AnotherTypeWordPrintsNothing)
             host::ResetHandle(Handle());
         }
     }
+}
+
+// clang-format off
+constexpr Refused kReasons[] = {
+    // text          rule        at  length
+    {"",             "empty",     0,  0},
+    {" \t",          "empty",     2,  0},
+    {"065535:0",     "too-long",  0,  8, 7},
+    {"\t1:000000 ",  "too-long",  1,  8, 7},
+    {"1 :0",         "blank",     1,  1},
+    {"1:\t0",        "blank",     2,  1},
+    {":0",           "digit",     0,  1},
+    {" 1:",          "digit",     3,  0},
+    {"1::0",         "digit",     2,  1},
+    {"a:0",          "digit",     0,  1},
+    {"1:0x",         "character", 3,  1},
+    {"1;0",          "character", 1,  1},
+    {"1.0:0",        "character", 1,  1},
+    {"100",          "notation",  0,  3, 0, "", "", 0, 2, "cpi:0"},
+    {" 1:0:0",       "notation",  1,  5, 0, "", "", 0, 2, "cpi:0"},
+    {"65536:0",      "too-large", 0,  5, 65535, "the cpi"},
+    {" 100:1",       "too-large", 5,  1, 0, "the second number"},
+    {"1:0",          "mode",      0,  0, 0, "", "", 0, 0},
+    {"1:0",          "mode",      0,  0, 3, "", "", 0, 3},
+    {"1:0",          "mode",      0,  0, 4, "", "", 0, 4},
+    {"1:0",          "mode",      0,  0, 7, "", "", 0, 7},
+};
+// clang-format on
+
+TEST_F(ExtCommunityCompr, Reasons)
+{
+    CheckRefusals(kType, kReasons);
+    constexpr std::string_view kGood[] = {"0:0", " 65535:0\t", "000:000"};
+    for (const uint8_t mode : kTextModes) {
+        CheckAccepted(kType, kGood, mode);
+    }
+}
+
+TEST_F(ExtCommunityCompr, Facts)
+{
+    const BgpTypeFacts *facts = Bgp_DescribeType(1300);
+    ASSERT_NE(facts, nullptr);
+    EXPECT_STREQ(facts->Name, kType);
+    EXPECT_EQ(facts->ResultTypeId, 1300);
+    EXPECT_EQ(facts->ValueLength, 8);
+    EXPECT_EQ(facts->CheckedLength, 8);
+    EXPECT_EQ(facts->TextSize, 257);
+    EXPECT_EQ(facts->ShortestText, 1);
+    EXPECT_EQ(facts->LongestText, 7);
+    EXPECT_EQ(facts->TypingMode, 2);
+    EXPECT_EQ(facts->Order, BGP_ORDER_TOTAL);
+    EXPECT_EQ(facts->Network, BGP_NETWORK_ENDIAN);
+    EXPECT_EQ(facts->Lua, BGP_LUA_TYPED);
+    EXPECT_EQ(facts->Traits, 0u);
+    ASSERT_EQ(facts->NotationCount, 1u);
+    EXPECT_EQ(facts->Notations[0].Largest[0], 65535u);
+    EXPECT_EQ(facts->Notations[0].Largest[1], 0u);
+    EXPECT_EQ(Bgp_DescribeValue(1300, nullptr, 0), facts->Layout);
 }
 
 } // namespace

@@ -82,7 +82,7 @@ TEST_F(StoredForms, AFalseOneIsFound)
         {"BGPLSPREFIX.md", "| 4 IPV6-PREFIX |", "| 7 IPV6-PREFIX |", "no column tells of 4"},
         {"BGPLSPREFIX.md", "`ipv6TeRouterId` | IPv6", "`ipv6TeRouterId` | dotted",
          "ipv6TeRouterId is not of width dotted"},
-        {"name-index-types.md", "| index |", "| `index` |", "no field index"},
+        {"name-index-types.md", "| `index` |", "| `number` |", "no field number"},
     };
     for (const auto &canary : canaries) {
         const std::vector<std::string> faults = FaultsOf(canary.page, canary.piece, canary.by);

@@ -118,5 +118,27 @@ TEST_F(Helpers, AddressOfEitherFamily)
     EXPECT_NE(SYSDT_Str2Ipv4Ipv6("::g", &ipv4, ipv6), DT_OK);
 }
 
+TEST_F(Helpers, ARefusedAddressLeavesTheRecordAlone)
+{
+    for (const uint8_t fill : {uint8_t{0x00}, uint8_t{0xA5}}) {
+        for (const char *text : {"", "10.1.2", "10.1.2.3.4", "x", "2001:", "::g", ":", "1.2.3.4:5"}) {
+            BgpAddressRecord record;
+            std::memset(&record, fill, sizeof record);
+            const std::string before = Hex(&record, sizeof record);
+            EXPECT_NE(SYSDT_Str2IPv4IPv6(text, &record), DT_OK) << text;
+            EXPECT_EQ(Hex(&record, sizeof record), before) << text;
+            EXPECT_NE(SYSDT_Str2SysIpv4Ipv6(text, 0, &record), DT_OK) << text;
+            EXPECT_EQ(Hex(&record, sizeof record), before) << text;
+        }
+    }
+    // An accepted one changes its own family's field alone.
+    BgpAddressRecord record;
+    std::memset(&record, 0xA5, sizeof record);
+    EXPECT_EQ(SYSDT_Str2IPv4IPv6("10.1.2.3", &record), DT_OK);
+    EXPECT_EQ(Hex(&record, sizeof record), "0302010aa5a5a5a5a5a5a5a5a5a5a5a5a5a5a5a500000000");
+    EXPECT_EQ(SYSDT_Str2SysIpv4Ipv6("::1", 0, &record), DT_OK);
+    EXPECT_EQ(Hex(&record, sizeof record), "0302010a0000000000000000000000000000000101000000");
+}
+
 } // namespace
 } // namespace bgp::test

@@ -1,6 +1,21 @@
-#include "support/harness.h"
+#include "support/refusals.h"
 
 #include <cstring>
+#include <dlfcn.h>
+
+namespace {
+
+bool numbersAreWritten = true;
+
+} // namespace
+
+// Stands before the host's service, and writes nothing where a test asks for it.
+extern "C" char *QOV_Uint32ToStr(uint32_t value, char *buffer, uint32_t base)
+{
+    using Service = char *(*)(uint32_t, char *, uint32_t);
+    static const auto theirs = reinterpret_cast<Service>(dlsym(RTLD_NEXT, "QOV_Uint32ToStr"));
+    return numbersAreWritten ? theirs(value, buffer, base) : nullptr;
+}
 
 namespace bgp::test {
 namespace {
@@ -126,6 +141,81 @@ TEST_F(CvrfName, OtherModesAreTheHosts)
     EXPECT_EQ(row.Check, nullptr);
     EXPECT_EQ(row.Endian, nullptr);
     EXPECT_EQ(CodeOf("CVRFNAME", "public"), DT_OK);
+}
+
+// Leaves marks where the next call has its locals.
+[[gnu::noinline]] void SoilTheStack()
+{
+    volatile char marks[1024];
+    for (volatile char &mark : marks) {
+        mark = 'x';
+    }
+}
+
+TEST_F(CvrfName, AHostThatWritesNoNumberGetsNone)
+{
+    const std::string record = Bytes(Record("a", 7, 1));
+    uint8_t buffer[257] = {};
+    uint16_t length = 0;
+    numbersAreWritten = false;
+    SoilTheStack();
+    EXPECT_EQ(SYS_DT_CVrfName_Str2Cplx(record.data(), &length, buffer), DT_OK);
+    numbersAreWritten = true;
+    EXPECT_EQ(Hex(buffer, length), "0100010000000002006100");
+}
+
+TEST_F(CvrfName, TheLongestCompositeFormHas51Bytes)
+{
+    // Two heads of 4 bytes, ten digits and 31 characters, each with its terminator.
+    const Out out = FormatOut(Row("CVRFNAME"), Record(std::string(31, 'x'), 4294967295, 1), 2);
+    EXPECT_EQ(out.length, 51);
+}
+
+constexpr Refused kReasons[] = {
+    {"", "host", 0, 0},
+    {" \t", "host", 0, 2},
+    {"public", "host", 0, 6, 0, "", "", 0, 0},
+    {"public", "host", 0, 6, 0, "", "", 0, 3},
+    {"public", "host", 0, 6, 0, "", "", 0, 4},
+    {"public", "host", 0, 6, 0, "", "", 0, 7},
+};
+
+TEST_F(CvrfName, TheHostsRefusalsAreTold)
+{
+    CheckRefusals("CVRFNAME", kReasons);
+    constexpr std::string_view kGood[] = {"public", " a ", "no \xe9 limits"};
+    for (const uint8_t mode : kTextModes) {
+        for (const std::string_view text : kGood) {
+            const BgpRefusal refusal = Explained("CVRFNAME", text, mode);
+            EXPECT_EQ(refusal.Reason.Code, DT_OK) << text;
+            EXPECT_EQ(refusal.Reason.Rule, nullptr) << text;
+            EXPECT_EQ(host::HandleBlocks(Handle()), 0u) << text; // the value was given back
+        }
+        CheckAccepted("CVRFNAME", kGood, mode);
+        host::ResetHandle(Handle());
+    }
+    host::SetFaults({.failAllocation = 1});
+    EXPECT_EQ(Explained("CVRFNAME", "public").Reason.Code, DT_ERR_NO_MEMORY); // the host's own answer
+}
+
+TEST_F(CvrfName, Facts)
+{
+    const BgpTypeFacts *facts = Bgp_DescribeType(292);
+    ASSERT_NE(facts, nullptr);
+    EXPECT_STREQ(facts->Name, "CVRFNAME");
+    EXPECT_EQ(facts->ResultTypeId, 292);
+    EXPECT_EQ(facts->ValueLength, 32);
+    EXPECT_EQ(facts->CheckedLength, 0);
+    EXPECT_EQ(facts->TextSize, 0);
+    EXPECT_EQ(facts->ShortestText, 1);
+    EXPECT_EQ(facts->LongestText, 31);
+    EXPECT_EQ(facts->TypingMode, 1);
+    EXPECT_EQ(facts->Order, BGP_ORDER_TOTAL);
+    EXPECT_EQ(facts->Network, BGP_NETWORK_NONE);
+    EXPECT_EQ(facts->Lua, BGP_LUA_TYPED);
+    EXPECT_EQ(facts->Traits, BGP_TRAIT_HOST_TEXT | BGP_TRAIT_COPIES_RAW | BGP_TRAIT_ANY_LENGTH | BGP_TRAIT_COMPOSES |
+                                 BGP_TRAIT_SETS_ANY);
+    EXPECT_EQ(Bgp_DescribeValue(292, nullptr, 0), facts->Layout);
 }
 
 } // namespace
