@@ -32,7 +32,7 @@ const DataTypeDescriptor *FindType(std::string_view name);
 
 // What the plug-in says of its types, and the functions by which it says it.
 const explain::PlugIn &PlugInFunctions();
-const BgpTypeFacts &Facts(const DataTypeDescriptor &type);
+BgpTypeFacts Facts(const DataTypeDescriptor &type);
 
 // Whether the operations work on values of that many bytes. A shorter value may make them read beyond its end.
 bool IsValueLength(const DataTypeDescriptor &type, size_t length);
