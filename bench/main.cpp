@@ -1,8 +1,8 @@
 // Runs every row through the plug-in, the textbook and the floor, over one text repeated and over a ring of different
 // ones (a small ring is learned by the branch predictor and flatters), and closes with the ratios.
 #include "bench.h"
-#include "bgp_standalone_host.h"
-#include "host_services.h"
+#include "bgp_host_services.h"
+#include "bgp_standalone_host.hpp"
 
 #include <benchmark/benchmark.h>
 

@@ -1,7 +1,7 @@
 #include "fuzz/calls.h"
 
-#include "bgp_standalone_host.h"
-#include "host_services.h"
+#include "bgp_host_services.h"
+#include "bgp_standalone_host.hpp"
 
 #include <lua.hpp>
 
@@ -357,21 +357,6 @@ Bytes Swapped(const Trial &trial, const Bytes &value, int times)
 }
 
 // --------------------------------------------------------------------------------------------------------------- Lua
-
-lua_State *FreshLua()
-{
-    struct Interpreter {
-        lua_State *L = host::NewLua();
-        ~Interpreter() { host::CloseLua(L); }
-    };
-    thread_local Interpreter interpreter;
-    constexpr int kBelow = 24; // slots that are not the plug-in's, for readers that pop more than they pushed
-    lua_State *L = interpreter.L;
-    lua_settop(L, 0);
-    lua_settop(L, kBelow);
-    lua_newtable(L);
-    return L;
-}
 
 uint32_t LuaSet(const Trial &trial, lua_State *L, int32_t table, const Bytes &value)
 {

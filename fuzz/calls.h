@@ -76,8 +76,6 @@ Bytes Swapped(const Trial &trial, const Bytes &value, int times);
 
 // --------------------------------------------------------------------------------------------------------------- Lua
 
-// A stack whose one table is meant to hold field "v"; cleared by every call. One interpreter a thread.
-lua_State *FreshLua();
 // Stores the value as field "v".
 uint32_t LuaSet(const Trial &trial, lua_State *L, int32_t table, const Bytes &value);
 // Field "v" of the table at that index into `value`, which tells the size of the buffer and its bytes beforehand.

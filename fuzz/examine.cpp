@@ -1,5 +1,7 @@
 #include "fuzz/examine.h"
 
+#include "fuzz/lua_edits.h"
+
 #include <lua.hpp>
 
 #include <algorithm>

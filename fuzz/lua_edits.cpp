@@ -1,5 +1,7 @@
 #include "fuzz/lua_edits.h"
 
+#include "bgp_standalone_host.hpp"
+
 #include <lua.hpp>
 
 #include <cstring>
@@ -141,6 +143,21 @@ void Edit(lua_State *L, int root, Input &input)
 }
 
 } // namespace
+
+lua_State *FreshLua()
+{
+    struct Interpreter {
+        lua_State *L = bgp::standalone::NewLua();
+        ~Interpreter() { bgp::standalone::CloseLua(L); }
+    };
+    thread_local Interpreter interpreter;
+    constexpr int kBelow = 24; // slots that are not the plug-in's, for readers that pop more than they pushed
+    lua_State *L = interpreter.L;
+    lua_settop(L, 0);
+    lua_settop(L, kBelow);
+    lua_newtable(L);
+    return L;
+}
 
 void EditField(lua_State *L, Input &input)
 {

@@ -66,10 +66,6 @@ struct Subject {
 // inputs name subjects by number.
 std::vector<Subject> AllSubjects();
 
-// The bytes of one typed item list, as ATTRIDBITMAP prints it: byte 0 the number of items, then for each its type
-// selector, length and data. Every input gives a well-formed list of exactly the bytes that its items need.
-std::vector<uint8_t> ItemList(const uint8_t *data, size_t size);
-
 } // namespace bgp::fuzz
 
 #endif

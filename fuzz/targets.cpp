@@ -1,9 +1,10 @@
 #include "fuzz/targets.h"
 
-#include "bgp_standalone_host.h"
+#include "bgp_host_services.h"
+#include "bgp_standalone_host.hpp"
 #include "fuzz/examine.h"
+#include "fuzz/item_list.h"
 #include "fuzz/lua_edits.h"
-#include "host_services.h"
 
 #include <lua.hpp>
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <fstream>
 #include <string>
 #include <string_view>
 
@@ -200,6 +201,59 @@ void ChangeText(std::vector<uint8_t> &input, size_t textAt, Random &random)
     }
     input.erase(begin, input.end());
     input.insert(input.end(), text.begin(), text.end());
+}
+
+void ChangeBytes(std::vector<uint8_t> &input, const std::vector<std::string> &words, Random &random)
+{
+    if (input.empty()) {
+        input.push_back(static_cast<uint8_t>(random()));
+    }
+    constexpr size_t kLongestGap = 8;
+    constexpr size_t kLongestRun = 300;
+    const size_t at = Below(random, input.size());
+    const auto place = input.begin() + static_cast<std::ptrdiff_t>(at);
+    switch (Below(random, 6)) {
+    case 0:
+        *place = static_cast<uint8_t>(random());
+        break;
+    case 1:
+        *place ^= static_cast<uint8_t>(1u << Below(random, 8));
+        break;
+    case 2:
+        *place = static_cast<uint8_t>(*place + (Below(random, 2) == 0 ? 1 : 255));
+        break;
+    case 3:
+        input.erase(place,
+                    place + 1 + static_cast<std::ptrdiff_t>(Below(random, std::min(kLongestGap, input.size() - at))));
+        break;
+    case 4:
+        if (!words.empty()) {
+            const std::string &word = Any(words, random);
+            input.insert(place, word.begin(), word.end());
+        }
+        break;
+    default: {
+        const std::vector<uint8_t> run(1 + Below(random, kLongestRun), *place);
+        input.insert(place, run.begin(), run.end());
+    }
+    }
+}
+
+std::vector<std::string> DictionaryWords(const std::string &path)
+{
+    std::vector<std::string> words;
+    std::ifstream file(path);
+    for (std::string line; std::getline(file, line);) {
+        if (line.size() < 3 || line[0] != '"') {
+            continue;
+        }
+        std::string word = line.substr(1, line.size() - 2);
+        for (size_t at; (at = word.find("\\x")) != std::string::npos;) {
+            word.replace(at, 4, 1, static_cast<char>(std::stoi(word.substr(at + 2, 2), nullptr, 16)));
+        }
+        words.push_back(word);
+    }
+    return words;
 }
 
 } // namespace bgp::fuzz

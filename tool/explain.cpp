@@ -1,8 +1,8 @@
 #include "explain.h"
 
-#include "bgp_standalone_host.h"
+#include "bgp_host_services.h"
+#include "bgp_standalone_host.hpp"
 #include "explainers.h"
-#include "host_services.h"
 #include "values.h"
 
 #include <arpa/inet.h>

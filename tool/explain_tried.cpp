@@ -3,7 +3,7 @@
 #include "explain.h"
 #include "explainers.h"
 
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 #include "values.h"
 
 namespace bgpdt {

@@ -1,4 +1,4 @@
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 #include "commands.h"
 #include "values.h"
 

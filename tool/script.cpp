@@ -11,7 +11,7 @@
 // v, a and b are tables (or plain numbers, for the types that are numbers) or texts.
 #include "script.h"
 
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 #include "commands.h"
 #include "values.h"
 

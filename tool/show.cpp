@@ -1,5 +1,5 @@
 // bgpdt show: everything about one value.
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 #include "commands.h"
 #include "explain.h"
 #include "script.h"

@@ -1,5 +1,5 @@
 // bgpdt types: the rows of the plug-in.
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 #include "commands.h"
 #include "values.h"
 

@@ -1,12 +1,11 @@
 #include "values.h"
 
-#include "bgp_standalone_host.h"
-#include "host_services.h"
+#include "bgp_host_services.h"
+#include "bgp_standalone_host.hpp"
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 
 namespace bgpdt {
 
@@ -149,10 +148,7 @@ std::string CodeMeaning(uint32_t code)
 bool Load(const std::string &path, std::string *error)
 {
     const char *environment = std::getenv("BGPDT_PLUGIN");
-    std::string file = !path.empty() ? path : environment != nullptr ? environment : BGPDT_BUILT_PLUGIN;
-    if (path.empty() && environment == nullptr && !std::filesystem::exists(file)) {
-        file = BGPDT_PLUGIN_NAME;
-    }
+    const std::string file = !path.empty() ? path : environment != nullptr ? environment : BGPDT_PLUGIN_NAME;
     return host::LoadPlugIn(file.c_str(), error);
 }
 

@@ -17,7 +17,6 @@ namespace bgp {
 
 namespace {
 
-constexpr uint32_t kLongestTyped = 11; // "65535.65535"
 constexpr uint16_t kLength = 8;
 constexpr uint16_t kAsTextSize = 33;
 
@@ -25,84 +24,113 @@ constexpr BgpField kFields[] = {
     Number("asNumValue", 0, 4),
     Number("asType", 4, 4),
 };
-
-} // namespace
-
-const BgpLayout kAsNumLayout = Layout(kFields, kLength);
+constexpr BgpLayout kLayout = Layout(kFields, kLength);
 
 // ----------------------------------------------------------------------------------------------------------- text in
 
-namespace {
-
-bool TakePlain(uint64_t number, bool zeroWelcome, AsNumber &as)
+constexpr BgpNotation PlainFrom(uint64_t smallest)
 {
-    as = {static_cast<uint32_t>(number), 0};
-    return number <= UINT32_MAX && (number != 0 || zeroWelcome);
+    return {.Form = "number",
+            .Separators = "",
+            .When = nullptr,
+            .Names = {"the AS number"},
+            .Smallest = {smallest},
+            .Largest = {UINT32_MAX}};
 }
 
 // A high part of 0 is no dotted AS number, whether or not zero is welcome.
-bool TakeDotted(uint64_t high, uint64_t low, AsNumber &as)
+constexpr BgpNotation kDottedNotation{.Form = "high.low",
+                                      .Separators = ".",
+                                      .When = nullptr,
+                                      .Names = {"the high part", "the low part"},
+                                      .Smallest = {1, 0},
+                                      .Largest = {UINT16_MAX, UINT16_MAX}};
+
+constexpr char kSeparator[] = ".";
+constexpr uint32_t kDotted = 1; // of the notations below, whose index is stored
+
+constexpr BgpNotation kUsable[] = {PlainFrom(1), kDottedNotation};
+constexpr BgpNotation kAny[] = {PlainFrom(0), kDottedNotation};
+
+constexpr NumbersRule kUsableText = NumbersText(1, kLongestAsNumber, kSeparator, kUsable);
+constexpr NumbersRule kAnyText = NumbersText(1, kLongestAsNumber, kSeparator, kAny);
+
+constexpr const BgpRule *kRules[] = {&kEmpty,          &kTooLong,    &kBlank,    &kNoDigit, &kWrongCharacter,
+                                     &kTooManyNumbers, &kNoNotation, &kTooSmall, &kTooLarge};
+
+AsNumber Taken(const Numbers &numbers, uint32_t notation)
 {
-    as = {static_cast<uint32_t>(high << 16 | low), 1};
-    return high >= 1 && high <= UINT16_MAX && low <= UINT16_MAX;
+    const uint64_t number = notation == kDotted ? numbers.at[0] << 16 | numbers.at[1] : numbers.at[0];
+    return {static_cast<uint32_t>(number), notation};
 }
 
 } // namespace
 
-bool ReadAsNumber(Text text, bool zeroWelcome, AsNumber &as)
+bool ReadAsNumber(Text text, bool zeroWelcome, AsNumber &as, Why *why)
 {
     Numbers numbers;
-    if (!IsLong(text, 1, kLongestTyped) || !ReadNumbers(text, ".", numbers, nullptr)) {
+    if (!HasLength(text, 1, kLongestAsNumber, why) || !ReadNumbers(text, kSeparator, numbers, why)) {
         return false;
     }
-    if (numbers.shape == Shape("")) {
-        return TakePlain(numbers.at[0], zeroWelcome, as);
+    const uint32_t notation =
+        zeroWelcome ? FindNotation(kAnyText, text, numbers, why) : FindNotation(kUsableText, text, numbers, why);
+    if (notation == kNoFit) {
+        return false;
     }
-    return numbers.shape == Shape(".") && TakeDotted(numbers.at[0], numbers.at[1], as);
+    as = Taken(numbers, notation);
+    return true;
 }
 
 namespace {
 
-uint32_t Parse(const char *text, void *value, bool zeroWelcome)
+template <bool ZeroWelcome>
+bool Read(const char *text, void *value, Why *why)
 {
-    if (text == nullptr || value == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
     AsNumber as;
-    if (!ReadAsNumber(Trim(text), zeroWelcome, as)) {
-        return DT_ERR_FAIL;
+    if (!ReadAsNumber(Trim(text), ZeroWelcome, as, why)) {
+        return false;
     }
     Store(value, as);
-    return DT_OK;
+    return true;
 }
 
-// The same rules for a caller that has counted the dots and wants the parts too. What stands behind the number is not
-// looked at.
-bool ReadForm(uint32_t dots, const char *text, bool zeroWelcome, uint32_t *high, uint64_t *low, AsNumber &as)
+// The same notations for a caller that has counted the dots and wants the parts too. What stands behind the number is
+// not looked at.
+bool ScanParts(uint32_t dots, const char *text, uint32_t *high, uint64_t *low, Numbers &numbers)
 {
     switch (dots) {
     case 0:
-        return sscanf_s(text, "%llu", low) == 1 && TakePlain(*low, zeroWelcome, as);
+        if (sscanf_s(text, "%llu", low) != 1) {
+            return false;
+        }
+        numbers = {{*low}, Shape("")};
+        return true;
     case 1:
-        return sscanf_s(text, "%u.%llu", high, low) == 2 && TakeDotted(*high, *low, as);
+        if (sscanf_s(text, "%u.%llu", high, low) != 2) {
+            return false;
+        }
+        numbers = {{*high, *low}, Shape(".")};
+        return true;
     default:
         return false;
     }
 }
 
-uint32_t ParseForm(uint32_t dots, const char *text, bool zeroWelcome, uint32_t *high, uint64_t *low, void *value)
+uint32_t ReadParts(const NumbersRule &rule, uint32_t dots, const char *text, uint32_t *high, uint64_t *low, void *value)
 {
-    AsNumber as;
-    if (!ReadForm(dots, text, zeroWelcome, high, low, as)) {
+    Numbers numbers;
+    const uint32_t notation =
+        ScanParts(dots, text, high, low, numbers) ? FindNotation(rule, {}, numbers, nullptr) : kNoFit;
+    if (notation == kNoFit) {
         return DT_ERR_FAIL;
     }
-    Store(value, as);
+    Store(value, Taken(numbers, notation));
     return DT_OK;
 }
 
-// ---------------------------------------------------------------------------------------------------------- text out
-
 } // namespace
+
+// ---------------------------------------------------------------------------------------------------------- text out
 
 int32_t PrintAsNumber(char *buffer, uint32_t size, AsNumber as)
 {
@@ -129,39 +157,54 @@ uint32_t PrintUsable(const uint8_t *value, uint32_t mode, char *buffer, uint32_t
 
 // -------------------------------------------------------------------------------------------------------- operations
 
-constexpr FormatInRule kAsNumIn{
-    .typeId = 255, .length = kLength, .modes = kTextOnly, .read = Unexplained<SYSDT_Str2AsNum>};
-constexpr FormatInRule kAsNumExtIn{
-    .typeId = 285, .length = kLength, .modes = kTextOnly, .read = Unexplained<SYSDT_Str2AsNumExt>};
+constexpr FormatInRule kAsNumIn{.typeId = 255, .length = kLength, .modes = kTextOnly, .read = Read<false>};
+constexpr FormatInRule kAsNumExtIn{.typeId = 285, .length = kLength, .modes = kTextOnly, .read = Read<true>};
 constexpr FormatOutRule kAsNumOut{
     .modes = kTextOrRaw, .print = PrintUsable, .textSize = kAsTextSize, .valueSize = kLength, .mode3 = Mode3::kCopy};
 constexpr FormatOutRule kAsNumExtOut{
     .modes = kTextOrRaw, .print = PrintExt, .textSize = kAsTextSize, .valueSize = kLength, .mode3 = Mode3::kCopy};
 constexpr HelpRule kHelp{.text = "STRING<1-11>"};
-constexpr LuaRule kLua{.layout = kAsNumLayout, .pops = 2}; // the fetched table stays: scripts of old count on it
+constexpr LuaRule kLua{.layout = kLayout, .pops = 2}; // the fetched table stays: scripts of old count on it
+
+constexpr char kReference[] = "RFC 6793, RFC 5396";
 
 } // namespace
 
+constinit const Type kAsNum = MakeType({
+    .name = "ASNUM",
+    .description = "one BGP AS number; 0 is none",
+    .reference = kReference,
+    .in = &kAsNumIn,
+    .out = &kAsNumOut,
+    .layout = &kLayout,
+    .text = &kUsableText,
+    .rules = kRules,
+});
+
+constinit const Type kAsNumExt = MakeType({
+    .name = "ASNUMEXT",
+    .description = "one BGP AS number, 0 like any other",
+    .reference = kReference,
+    .in = &kAsNumExtIn,
+    .out = &kAsNumExtOut,
+    .layout = &kLayout,
+    .text = &kAnyText,
+    .rules = kRules,
+});
+
 } // namespace bgp
 
-uint32_t SYSDT_Str2AsNum(const char *text, void *value)
-{
-    return bgp::Parse(text, value, false);
-}
-
-uint32_t SYSDT_Str2AsNumExt(const char *text, void *value)
-{
-    return bgp::Parse(text, value, true);
-}
+BGP_STR2(SYSDT_Str2AsNum, bgp::Read<false>)
+BGP_STR2(SYSDT_Str2AsNumExt, bgp::Read<true>)
 
 uint32_t SYSDT_Str2AsNumSetAsType(uint32_t dotCount, const char *text, uint32_t *high, uint64_t *low, void *value)
 {
-    return bgp::ParseForm(dotCount, text, false, high, low, value);
+    return bgp::ReadParts(bgp::kUsableText, dotCount, text, high, low, value);
 }
 
 uint32_t SYSDT_Str2AsNumToAsType(uint32_t dotCount, const char *text, uint32_t *high, uint64_t *low, void *value)
 {
-    return bgp::ParseForm(dotCount, text, true, high, low, value);
+    return bgp::ReadParts(bgp::kAnyText, dotCount, text, high, low, value);
 }
 
 uint32_t SYSDT_AsNumCheck(const void *, uint32_t, uint32_t length, const void *value)
@@ -181,4 +224,4 @@ BGP_CHECK_LENGTH(SYSDT_AsNumExtCheck, bgp::kLength)
 BGP_HELP(SYSDT_AsNumHelp, bgp::kHelp)
 BGP_LUA_SET(SYSDT_AsNumLuaSet, bgp::kLua)
 BGP_LUA_GET(SYSDT_AsNumLuaGet, bgp::kLua)
-BGP_ENDIAN(SYSDT_AsNumLuaEndian, bgp::kAsNumLayout)
+BGP_ENDIAN(SYSDT_AsNumLuaEndian, bgp::kLayout)

@@ -4,11 +4,15 @@
 
 #include "bgp_datatypes/asnum.h"
 #include "host/text.h"
+#include "host/type.h"
 
 namespace bgp {
 
-extern const BgpLayout kAsNumLayout;     // ASNUM and ASNUMEXT
+extern const Type kAsNum;
+extern const Type kAsNumExt;
 extern const BgpLayout kAsNumListLayout; // ASNUM_ENHANCE
+
+inline constexpr uint32_t kLongestAsNumber = 11; // "65535.65535"
 
 // An AS number, by its notation.
 struct AsNumber {
@@ -16,8 +20,8 @@ struct AsNumber {
     uint32_t notation; // 0 plain, 1 dotted (RFC 5396 asdot)
 };
 
-// A trimmed text of 1 to 11 characters, plain or dotted. False when it is no AS number, or 0 and zero is not welcome.
-bool ReadAsNumber(Text text, bool zeroWelcome, AsNumber &as);
+// A trimmed text, plain or dotted. False when it is no AS number, or 0 and zero is not welcome.
+bool ReadAsNumber(Text text, bool zeroWelcome, AsNumber &as, Why *why = nullptr);
 
 // "%u.%u" with the two halves when the notation is not 0, else "%u".
 int32_t PrintAsNumber(char *buffer, uint32_t size, AsNumber as);

@@ -10,9 +10,10 @@
 //   prefix             nested table "Prefix"
 #include "bgpls/record.h"
 
-#include "asnum/asnum.h"
 #include "host/bytes.h"
 #include "host/contract.h"
+
+#include <cstddef>
 
 namespace bgp {
 
@@ -27,52 +28,6 @@ void SetNumber(lua_State *L, int32_t table, const char *name, uint32_t number)
 {
     SYSDT_SPTI_PushUInt(L, number);
     SYSDT_SPTI_SetField(L, table, name);
-}
-
-// The pieces leave their table on the stack.
-void SYSDT_LsPrefixLuaSet_Identifier(lua_State *L, const uint8_t *at)
-{
-    const auto identifier = Load<uint64_t>(at);
-    SYSDT_SPTI_CreateTable(L, 0, 2);
-    const int32_t table = SYSDT_SPTI_GetTop(L);
-    SetNumber(L, table, "hUint32", static_cast<uint32_t>(identifier >> 32));
-    SetNumber(L, table, "lUint32", static_cast<uint32_t>(identifier));
-}
-
-void SYSDT_LsPrefixLuaSet_AsNum(lua_State *L, const uint8_t *at)
-{
-    const auto as = Load<AsNumber>(at);
-    SYSDT_SPTI_CreateTable(L, 0, 2);
-    const int32_t table = SYSDT_SPTI_GetTop(L);
-    SetNumber(L, table, "asNumValue", as.number);
-    SetNumber(L, table, "asType", as.notation);
-}
-
-void SYSDT_LsPrefixLuaSet_Sysipv6(lua_State *L, const uint8_t *at)
-{
-    LuaPushArray(L, at, sizeof BgpLsAddress::ipv6, 1);
-}
-
-void SYSDT_LsPrefixLuaSet_Sysipv4ipv6(lua_State *L, const uint8_t *at)
-{
-    const auto address = Load<BgpLsAddress>(at);
-    SYSDT_SPTI_CreateTable(L, 0, 3);
-    const int32_t table = SYSDT_SPTI_GetTop(L);
-    SetNumber(L, table, "ipv4Addr", Load<uint32_t>(address.ipv4));
-    SYSDT_LsPrefixLuaSet_Sysipv6(L, address.ipv6);
-    SYSDT_SPTI_SetField(L, table, "ipv6Addr");
-    SetNumber(L, table, "flag", address.flag);
-}
-
-// IS-IS has 8 bytes always; the others 8 with a second address, else 4. The string has 8 whatever the length says.
-void SYSDT_LsPrefixLuaSet_LocIgpRtId(lua_State *L, int32_t table, const LsField &field, const uint8_t *record)
-{
-    const auto *area = record + field.offset;
-    const auto protocol = Load<uint32_t>(record + kLsProtocolAt);
-    const bool isWhole =
-        protocol == kLsIsisLevel1 || protocol == kLsIsisLevel2 || Load<uint32_t>(area + sizeof(uint32_t)) != 0;
-    SetNumber(L, table, field.lengthName, isWhole ? kLsIgpIdSize : sizeof(uint32_t));
-    SYSDT_SPTI_PushLString(L, reinterpret_cast<const char *>(area), kLsIgpIdSize);
 }
 
 void SetField(lua_State *L, int32_t table, const LsField &field, const uint8_t *record)
@@ -99,7 +54,7 @@ void SetField(lua_State *L, int32_t table, const LsField &field, const uint8_t *
         SYSDT_LsPrefixLuaSet_Sysipv4ipv6(L, at);
         break;
     case LsKind::kIgpArea:
-        SYSDT_LsPrefixLuaSet_LocIgpRtId(L, table, field, record);
+        SYSDT_LsPrefixLuaSet_LocIgpRtId(L, table, field.lengthName, Load<uint32_t>(record + kLsProtocolAt), at);
         break;
     }
     SYSDT_SPTI_SetField(L, table, field.name);
@@ -139,93 +94,12 @@ bool GetNumber(lua_State *L, int32_t table, const char *name, uint32_t *number)
     return TakeNumber(L, number);
 }
 
-// The number, or the error code in its place.
-uint32_t SYSDT_LsPrefixLuaGet_Uinteger(lua_State *L, int32_t table, const char *name)
-{
-    uint32_t number = 0;
-    if (GetNumber(L, table, name, &number)) {
-        return number;
-    }
-    SYSDT_SPTI_Pop(L, 1);
-    return DT_ERR_INVALID_PARAM;
-}
-
 // Fetches a nested table, which stays on the stack.
 bool OpenTable(lua_State *L, int32_t table, const char *name, int32_t *nested)
 {
     SYSDT_SPTI_GetField(L, table, name);
     *nested = SYSDT_SPTI_GetTop(L);
     return SYSDT_SPTI_IsTable(L, *nested) != 0;
-}
-
-// The pieces: true when all was there. What was read before the failure is in the record, but for the identifier, which
-// is put together first.
-bool SYSDT_LsPrefixLuaGet_Identifier(lua_State *L, int32_t table, const char *name, uint8_t *at)
-{
-    int32_t nested = 0;
-    uint32_t low = 0;
-    uint32_t high = 0;
-    if (!OpenTable(L, table, name, &nested) || !GetNumber(L, nested, "lUint32", &low) ||
-        !GetNumber(L, nested, "hUint32", &high)) {
-        return false;
-    }
-    Store(at, uint64_t{high} << 32 | low);
-    SYSDT_SPTI_Pop(L, 1);
-    return true;
-}
-
-bool SYSDT_LsPrefixLuaGet_AsNum(lua_State *L, int32_t table, const char *name, uint8_t *at)
-{
-    int32_t nested = 0;
-    uint32_t number = 0;
-    uint32_t notation = 0;
-    if (!OpenTable(L, table, name, &nested) || !GetNumber(L, nested, "asNumValue", &number)) {
-        return false;
-    }
-    Store(at + offsetof(AsNumber, number), number);
-    if (!GetNumber(L, nested, "asType", &notation)) {
-        return false;
-    }
-    Store(at + offsetof(AsNumber, notation), notation);
-    SYSDT_SPTI_Pop(L, 1);
-    return true;
-}
-
-bool SYSDT_LsPrefixLuaGet_Sysipv6(lua_State *L, int32_t table, const char *name, uint8_t *at)
-{
-    int32_t array = 0;
-    if (!OpenTable(L, table, name, &array)) {
-        return false;
-    }
-    for (uint32_t i = 0; i < sizeof BgpLsAddress::ipv6; ++i) {
-        uint32_t number = 0;
-        SYSDT_SPTI_PushUInt(L, i + 1);
-        SYSDT_SPTI_GetTable(L, array);
-        if (!TakeNumber(L, &number)) {
-            return false;
-        }
-        at[i] = static_cast<uint8_t>(number);
-    }
-    SYSDT_SPTI_Pop(L, 1);
-    return true;
-}
-
-bool SYSDT_LsPrefixLuaGet_Sysipv4ipv6(lua_State *L, int32_t table, const char *name, uint8_t *at)
-{
-    int32_t nested = 0;
-    uint32_t ipv4 = 0;
-    uint32_t flag = 0;
-    if (!OpenTable(L, table, name, &nested) || !GetNumber(L, nested, "ipv4Addr", &ipv4)) {
-        return false;
-    }
-    Store(at + offsetof(BgpLsAddress, ipv4), ipv4);
-    if (!SYSDT_LsPrefixLuaGet_Sysipv6(L, nested, "ipv6Addr", at + offsetof(BgpLsAddress, ipv6)) ||
-        !GetNumber(L, nested, "flag", &flag)) {
-        return false;
-    }
-    at[offsetof(BgpLsAddress, flag)] = static_cast<uint8_t>(flag);
-    SYSDT_SPTI_Pop(L, 1);
-    return true;
 }
 
 // All bytes of the string, as many as the area holds. The length beside it must be a number and is not used.
@@ -264,13 +138,13 @@ bool GetField(lua_State *L, int32_t table, const LsField &field, uint8_t *record
     case LsKind::kByte:
         return GetWord(L, table, field, at);
     case LsKind::kIdentifier:
-        return SYSDT_LsPrefixLuaGet_Identifier(L, table, field.name, at);
+        return SYSDT_LsPrefixLuaGet_Identifier(L, table, field.name, at) == DT_OK;
     case LsKind::kAs:
-        return SYSDT_LsPrefixLuaGet_AsNum(L, table, field.name, at);
+        return SYSDT_LsPrefixLuaGet_AsNum(L, table, field.name, at) == DT_OK;
     case LsKind::kIpv6:
-        return SYSDT_LsPrefixLuaGet_Sysipv6(L, table, field.name, at);
+        return SYSDT_LsPrefixLuaGet_Sysipv6(L, table, field.name, at) == DT_OK;
     case LsKind::kAddress:
-        return SYSDT_LsPrefixLuaGet_Sysipv4ipv6(L, table, field.name, at);
+        return SYSDT_LsPrefixLuaGet_Sysipv4ipv6(L, table, field.name, at) == DT_OK;
     case LsKind::kIgpArea:
         return GetIgpArea(L, table, field, at);
     }
@@ -335,5 +209,132 @@ uint32_t SYSDT_LSPrefixLuaGet(lua_State *L, int32_t tableIndex, const char *fiel
         return DT_ERR_INVALID_PARAM;
     }
     SYSDT_SPTI_Pop(L, SYSDT_SPTI_GetTop(L) - table + 1);
+    return DT_OK;
+}
+
+// ------------------------------------------------------------------------------------------------------------ pieces
+
+void SYSDT_LsPrefixLuaSet_Identifier(lua_State *L, const void *identifier8)
+{
+    const auto identifier = bgp::Load<uint64_t>(identifier8);
+    SYSDT_SPTI_CreateTable(L, 0, 2);
+    const int32_t table = SYSDT_SPTI_GetTop(L);
+    bgp::SetNumber(L, table, "hUint32", static_cast<uint32_t>(identifier >> 32));
+    bgp::SetNumber(L, table, "lUint32", static_cast<uint32_t>(identifier));
+}
+
+void SYSDT_LsPrefixLuaSet_AsNum(lua_State *L, const void *as8)
+{
+    const auto as = bgp::Load<BgpLsAsNumber>(as8);
+    SYSDT_SPTI_CreateTable(L, 0, 2);
+    const int32_t table = SYSDT_SPTI_GetTop(L);
+    bgp::SetNumber(L, table, "asNumValue", as.Number);
+    bgp::SetNumber(L, table, "asType", as.Notation);
+}
+
+void SYSDT_LsPrefixLuaSet_Sysipv6(lua_State *L, const void *address16)
+{
+    bgp::LuaPushArray(L, static_cast<const uint8_t *>(address16), bgp::kIpv6Size, 1);
+}
+
+void SYSDT_LsPrefixLuaSet_Sysipv4ipv6(lua_State *L, const void *address21)
+{
+    const auto *field = static_cast<const uint8_t *>(address21);
+    SYSDT_SPTI_CreateTable(L, 0, 3);
+    const int32_t table = SYSDT_SPTI_GetTop(L);
+    bgp::SetNumber(L, table, "ipv4Addr", bgp::Load<uint32_t>(field));
+    SYSDT_LsPrefixLuaSet_Sysipv6(L, field + bgp::kAddressIpv6At);
+    SYSDT_SPTI_SetField(L, table, "ipv6Addr");
+    bgp::SetNumber(L, table, "flag", field[bgp::kAddressFamilyAt]);
+}
+
+// IS-IS has 8 bytes always; the others 8 with a second address, else 4. The string has 8 whatever the length says.
+void SYSDT_LsPrefixLuaSet_LocIgpRtId(lua_State *L, int32_t table, const char *lengthName, uint32_t protocolId,
+                                     const void *area)
+{
+    const auto *bytes = static_cast<const char *>(area);
+    const bool isWhole = protocolId == bgp::kLsIsisLevel1 || protocolId == bgp::kLsIsisLevel2 ||
+                         bgp::Load<uint32_t>(bytes + sizeof(uint32_t)) != 0;
+    bgp::SetNumber(L, table, lengthName, isWhole ? bgp::kLsIgpIdSize : sizeof(uint32_t));
+    SYSDT_SPTI_PushLString(L, bytes, bgp::kLsIgpIdSize);
+}
+
+uint32_t SYSDT_LsPrefixLuaGet_Uinteger(lua_State *L, int32_t table, const char *name)
+{
+    uint32_t number = 0;
+    if (bgp::GetNumber(L, table, name, &number)) {
+        return number;
+    }
+    SYSDT_SPTI_Pop(L, 1);
+    return DT_ERR_INVALID_PARAM;
+}
+
+// Both halves are there before anything is stored.
+uint32_t SYSDT_LsPrefixLuaGet_Identifier(lua_State *L, int32_t table, const char *name, void *identifier8)
+{
+    int32_t nested = 0;
+    uint32_t low = 0;
+    uint32_t high = 0;
+    if (!bgp::OpenTable(L, table, name, &nested) || !bgp::GetNumber(L, nested, "lUint32", &low) ||
+        !bgp::GetNumber(L, nested, "hUint32", &high)) {
+        return DT_ERR_INVALID_PARAM;
+    }
+    bgp::Store(identifier8, uint64_t{high} << 32 | low);
+    SYSDT_SPTI_Pop(L, 1);
+    return DT_OK;
+}
+
+uint32_t SYSDT_LsPrefixLuaGet_AsNum(lua_State *L, int32_t table, const char *name, void *as8)
+{
+    auto *at = static_cast<uint8_t *>(as8);
+    int32_t nested = 0;
+    uint32_t number = 0;
+    if (!bgp::OpenTable(L, table, name, &nested) || !bgp::GetNumber(L, nested, "asNumValue", &number)) {
+        return DT_ERR_INVALID_PARAM;
+    }
+    bgp::Store(at + offsetof(BgpLsAsNumber, Number), number);
+    if (!bgp::GetNumber(L, nested, "asType", &number)) {
+        return DT_ERR_INVALID_PARAM;
+    }
+    bgp::Store(at + offsetof(BgpLsAsNumber, Notation), number);
+    SYSDT_SPTI_Pop(L, 1);
+    return DT_OK;
+}
+
+uint32_t SYSDT_LsPrefixLuaGet_Sysipv6(lua_State *L, int32_t table, const char *name, void *address16)
+{
+    auto *at = static_cast<uint8_t *>(address16);
+    int32_t array = 0;
+    if (!bgp::OpenTable(L, table, name, &array)) {
+        return DT_ERR_INVALID_PARAM;
+    }
+    for (uint32_t i = 0; i < bgp::kIpv6Size; ++i) {
+        uint32_t number = 0;
+        SYSDT_SPTI_PushUInt(L, i + 1);
+        SYSDT_SPTI_GetTable(L, array);
+        if (!bgp::TakeNumber(L, &number)) {
+            return DT_ERR_INVALID_PARAM;
+        }
+        at[i] = static_cast<uint8_t>(number);
+    }
+    SYSDT_SPTI_Pop(L, 1);
+    return DT_OK;
+}
+
+uint32_t SYSDT_LsPrefixLuaGet_Sysipv4ipv6(lua_State *L, int32_t table, const char *name, void *address21)
+{
+    auto *field = static_cast<uint8_t *>(address21);
+    int32_t nested = 0;
+    uint32_t number = 0;
+    if (!bgp::OpenTable(L, table, name, &nested) || !bgp::GetNumber(L, nested, "ipv4Addr", &number)) {
+        return DT_ERR_INVALID_PARAM;
+    }
+    bgp::Store(field, number);
+    if (SYSDT_LsPrefixLuaGet_Sysipv6(L, nested, "ipv6Addr", field + bgp::kAddressIpv6At) != DT_OK ||
+        !bgp::GetNumber(L, nested, "flag", &number)) {
+        return DT_ERR_INVALID_PARAM;
+    }
+    field[bgp::kAddressFamilyAt] = static_cast<uint8_t>(number);
+    SYSDT_SPTI_Pop(L, 1);
     return DT_OK;
 }

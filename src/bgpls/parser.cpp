@@ -3,227 +3,106 @@
 //
 //   [NODE][OSPFv2][IDENTIFIER0][LOCAL[as100][ospf-area-id0.0.0.0][igp-router-id1.1.1.1]]
 //
-// The NLRI type comes first, the other groups in any order, each once. Which groups and fields there are is in
-// keywords.cpp, what a NLRI type makes of them in sections.cpp.
-#include "bgpls/parser.h"
-
+// The NLRI type comes first, the other groups in any order, each once. The groups stand here, their fields in
+// fields.cpp, what an NLRI type makes of them in sections.cpp.
+#include "bgpls/bgpls.h"
+#include "bgpls/fields.h"
+#include "bgpls/groups.h"
+#include "bgpls/record.h"
 #include "host/bytes.h"
 #include "host/operations.h"
+#include "host/text.h"
+#include "host/type.h"
 
 namespace bgp {
 
 namespace {
 
-constexpr uint32_t kLongestKey = 500;
+constexpr uint16_t kShortestKey = 1;
+constexpr uint16_t kLongestKey = 500;
 
-// -------------------------------------------------------------------------------------------------------- group loop
-
-// The content of the text's first group, without its outer brackets, as a text of its own.
-uint32_t SYSDT_GetLsPrefixSubString(Text text, char (&group)[kLsGroupSize], uint32_t *length)
-{
-    if (text.length == 0 || text.at[0] != '[') {
-        return DT_ERR_FAIL;
-    }
-    uint32_t depth = 1;
-    uint32_t end = 1;
-    for (; end < text.length; ++end) {
-        constexpr char kBracket = '[' & ']'; // bits that hardly any other character has: one comparison, not two
-        if ((text.at[end] & kBracket) != kBracket) {
-            continue;
-        }
-        if (text.at[end] == '[') {
-            ++depth;
-        } else if (text.at[end] == ']' && --depth == 0) {
-            break;
-        }
-    }
-    *length = end - 1;
-    const Text content{text.at + 1, *length};
-    return end < text.length && Terminate(content, group, sizeof group - 1) ? DT_OK : DT_ERR_FAIL;
-}
-
-// The row whose keyword begins the content, null when there is none; *value is what stands behind the keyword.
-const BgpLsKeyword *SYSDT_ParseLsPrefixFindPattern(char *content, const BgpLsKeyword *rows, uint32_t rowCount,
-                                                   char **value)
-{
-    for (const BgpLsKeyword *row = rows; row < rows + rowCount; ++row) {
-        const char *keyword = row->Keyword;
-        char *at = content;
-        while (*keyword != '\0' && *keyword == *at) {
-            ++keyword;
-            ++at;
-        }
-        if (*keyword == '\0' && (row->Exact == 0 || *at == '\0')) {
-            *value = at;
-            return row;
-        }
-    }
-    return nullptr;
-}
-
-// "[...][...]" to the handlers of the rows, first to last group. 0 or the first error.
-uint32_t ParseGroups(Text text, const BgpLsKeyword *rows, uint32_t rowCount, void *target, BgpLsParseContext *context)
-{
-    do {
-        char group[kLsGroupSize];
-        uint32_t length = 0;
-        if (const uint32_t code = SYSDT_GetLsPrefixSubString(text, group, &length); code != DT_OK) {
-            return code;
-        }
-        char *value = nullptr;
-        const BgpLsKeyword *row = SYSDT_ParseLsPrefixFindPattern(group, rows, rowCount, &value);
-        if (row == nullptr || row->Handler == nullptr) {
-            return DT_ERR_FAIL;
-        }
-        if (const uint32_t code = row->Handler(row->Flag, value, target, context); code != DT_OK) {
-            return code;
-        }
-        text.at += length + 2;
-        text.length -= length + 2;
-    } while (text.length != 0);
-    return DT_OK;
-}
-
-// -------------------------------------------------------------------------------------------------- top-level groups
+// The rows of g_bgplsPrefixPattern that are NLRI types.
+constexpr uint32_t kTypeKeywords = 6;
 
 // Marks the group as seen. False when it was before, or when the NLRI type was not.
-bool ClaimSection(BgpLsParseContext &context, uint32_t flag)
+bool ClaimSection(BgpLsParseContext *context, uint32_t flag, const char *what = nullptr)
 {
-    if ((context.sections & flag) != 0 || (flag != kLsTypeSection && (context.sections & kLsTypeSection) == 0)) {
-        return false;
+    if (flag != kLsTypeSection && (context->sections & kLsTypeSection) == 0) {
+        return RefuseGroup(context, kTypeFirst, nullptr, {g_bgplsPrefixPattern, kTypeKeywords, sizeof(BgpLsKeyword)});
     }
-    context.sections |= flag;
-    return true;
+    const bool isFirst = (context->sections & flag) == 0;
+    context->sections |= flag;
+    return isFirst || RefuseGroup(context, kTwice, what);
 }
 
-template <class Section>
-uint32_t Hand(BgpLsSectionRoutine<Section> *routine, const Section &section, BgpLsParseContext &context)
+// What is refused while a section is read stands in it.
+LsGroup EnterSection(LsExplaining *explaining)
 {
-    return routine != nullptr ? routine(section, context) : DT_ERR_FAIL;
+    if (explaining == nullptr) {
+        return {};
+    }
+    StandsIn(explaining->why, explaining->group.keyword);
+    return explaining->group;
 }
 
-// Reads a section's fields into its working descriptor, then hands that to the NLRI type's routine for the section.
+void LeaveSection(LsExplaining *explaining, const LsGroup &section)
+{
+    if (explaining != nullptr) {
+        StandsIn(explaining->why, nullptr);
+        explaining->group = section;
+    }
+}
+
+// Reads a section's fields into its descriptor, then hands that to the NLRI type's routine for the section.
 template <class Section, uint32_t Count>
-uint32_t ParseSection(const char *value, const BgpLsKeyword (&rows)[Count], Section &section,
-                      BgpLsSectionRoutine<Section> *routine, BgpLsParseContext &context)
+uint32_t ReadSection(const char *value, const BgpLsKeyword (&rows)[Count], Section &section,
+                     uint32_t (*routine)(const Section *section, BgpLsParseContext *context),
+                     BgpLsParseContext *context)
 {
-    const uint32_t code = SYSDT_ParseLsPrefixStr(value, rows, Count, &section, &context);
-    return code == DT_OK ? Hand(routine, section, context) : code;
-}
-
-} // namespace
-
-uint32_t BgpLsParseRouteType(uint32_t nlriType, BgpLsParseContext *context)
-{
-    if (!ClaimSection(*context, kLsTypeSection) || nlriType >= context->rowCount) {
-        return DT_ERR_FAIL;
+    LsExplaining *explaining = ExplainingOf(context);
+    const LsGroup group = EnterSection(explaining);
+    const Text text{value, static_cast<uint32_t>(std::strlen(value))};
+    uint32_t code = ReadGroups({text, rows, Count, 0}, &section, context, explaining);
+    if (code == DT_OK && routine != nullptr) {
+        code = routine(&section, context);
     }
-    context->nlriType = nlriType;
-    context->row = &context->rows[nlriType];
-    Store(context->record + kLsTypeAt, nlriType);
-    return DT_OK;
-}
-
-uint32_t BgpLsParseProtocol(uint32_t protocolId, BgpLsParseContext *context)
-{
-    if (!ClaimSection(*context, kLsProtocolSection)) {
-        return DT_ERR_FAIL;
+    if (code != DT_OK) {
+        return code;
     }
-    context->protocolId = protocolId;
-    return Hand(context->row->protocol, protocolId, *context);
+    LeaveSection(explaining, group);
+    return Code(routine != nullptr || RefuseGroup(context, kNotOfType));
 }
 
-uint32_t BgpLsParseIdentifier(uint32_t flag, char *value, void *, BgpLsParseContext *context)
+template <uint32_t Type>
+uint32_t NlriType(uint32_t, char *, void *, BgpLsParseContext *context)
 {
-    uint64_t identifier = 0;
-    if (!ClaimSection(*context, flag) || QOV_StrToUint64(value, &identifier) != 0) {
-        return DT_ERR_FAIL;
-    }
-    return Hand(context->row->identifier, identifier, *context);
+    return BgpLsParseRouteType(Type, context);
 }
 
-uint32_t BgpLsParseLocalNode(uint32_t flag, char *value, void *, BgpLsParseContext *context)
+template <uint32_t Id>
+uint32_t Protocol(uint32_t, char *, void *, BgpLsParseContext *context)
 {
-    if (!ClaimSection(*context, flag)) {
-        return DT_ERR_FAIL;
-    }
-    BgpLsNodeDescriptor node{};
-    return ParseSection(value, NodeDescPartten, node, context->row->localNode, *context);
-}
-
-uint32_t BgpLsParseRemoteNode(uint32_t flag, char *value, void *, BgpLsParseContext *context)
-{
-    if (!ClaimSection(*context, flag)) {
-        return DT_ERR_FAIL;
-    }
-    BgpLsNodeDescriptor node{};
-    return ParseSection(value, NodeDescPartten, node, context->row->remoteNode, *context);
-}
-
-uint32_t BgpLsParseLink(uint32_t flag, char *value, void *, BgpLsParseContext *context)
-{
-    if (!ClaimSection(*context, flag)) {
-        return DT_ERR_FAIL;
-    }
-    BgpLsLinkDescriptor link{};
-    link.mtId = context->protocolId == kLsBgp ? 0 : kLsNoMtId;
-    return ParseSection(value, LinkPartten, link, context->row->link, *context);
-}
-
-uint32_t BgpLsParsePrefix(uint32_t flag, char *value, void *, BgpLsParseContext *context)
-{
-    const bool isPrefix = context->nlriType == kLsIpv4Prefix || context->nlriType == kLsIpv6Prefix;
-    if (!ClaimSection(*context, flag) || !isPrefix) {
-        return DT_ERR_FAIL;
-    }
-    BgpLsPrefixDescriptor prefix{};
-    prefix.mtId = kLsNoMtId;
-    return ParseSection(value, PrefixPartten, prefix, context->row->prefix, *context);
-}
-
-uint32_t BgpLsParseTe(uint32_t flag, char *value, void *, BgpLsParseContext *context)
-{
-    if (!ClaimSection(*context, flag) || context->nlriType != kLsTePolicy) {
-        return DT_ERR_FAIL;
-    }
-    BgpLsTeDescriptor te{};
-    return ParseSection(value, TePartten, te, context->row->te, *context);
-}
-
-uint32_t BgpLsParseSid(uint32_t flag, char *value, void *, BgpLsParseContext *context)
-{
-    if (!ClaimSection(*context, flag)) {
-        return DT_ERR_FAIL;
-    }
-    BgpLsSidDescriptor sid{};
-    sid.mtId = kLsNoMtId;
-    return ParseSection(value, SidPartten, sid, context->row->sid, *context);
-}
-
-uint32_t BgpLsParseDiscard(uint32_t flag, char *, void *, BgpLsParseContext *context)
-{
-    return ClaimSection(*context, flag) ? DT_OK : DT_ERR_FAIL;
+    return BgpLsParseProtocol(Id, context);
 }
 
 // ----------------------------------------------------------------------------------------------------------- the key
 
-namespace {
-
-// Keys are long enough for a search to pay.
-bool IsBlankless(Text text)
+LsRun TopLevel(const BgpLsParseContext &context)
 {
-    return std::memchr(text.at, ' ', text.length) == nullptr && std::memchr(text.at, '\t', text.length) == nullptr;
+    return {{context.text, context.textLength}, g_bgplsPrefixPattern, BGP_LS_KEYWORDS, kTypeKeywords};
 }
 
 // Null when the text cannot be a key or the host gives no memory.
-BgpLsParseContext *SYSDT_CreateLsPrefixParseContext(const char *text, uint8_t *record)
+BgpLsParseContext *MakeContext(const char *text, uint8_t *record, Why *why)
 {
     const Text trimmed = Trim(text);
-    if (!IsLong(trimmed, 1, kLongestKey) || !IsBlankless(trimmed)) {
+    if (!HasLength(trimmed, kShortestKey, kLongestKey, why) || !HasNoBlank(trimmed, why)) {
         return nullptr;
     }
-    auto *context = static_cast<BgpLsParseContext *>(SYS_DataTypeMalloc(sizeof(BgpLsParseContext)));
+    const uint32_t size = why != nullptr ? sizeof(LsExplained) : sizeof(BgpLsParseContext);
+    auto *context = static_cast<BgpLsParseContext *>(SYS_DataTypeMalloc(size));
     if (context == nullptr) {
+        Refuse(why, trimmed, kNoMemory, 0, "the key");
         return nullptr;
     }
     *context = {.text = trimmed.at,
@@ -234,59 +113,217 @@ BgpLsParseContext *SYSDT_CreateLsPrefixParseContext(const char *text, uint8_t *r
                 .protocolId = 0,
                 .row = nullptr,
                 .rows = g_bgplsPrefixParsers,
-                .rowCount = kLsNlriTypes};
+                .rowCount = BGP_LS_NLRI_TYPES};
     std::memset(record, 0, kLsRecordSize);
+    if (why != nullptr) {
+        context->sections = kLsExplained;
+        *ExplainingOf(context) = {.why = why, .run = {}, .group = {}};
+    }
     return context;
 }
 
-} // namespace
-
-uint32_t BgpLsParseLsPrefixEntry(BgpLsParseContext *context)
+// No key is read to its end without a type.
+uint32_t Missing(const BgpLsParseContext &context)
 {
-    return ParseGroups({context->text, context->textLength}, g_bgplsPrefixPattern, kLsTopKeywords, context->record,
-                       context);
+    return context.row->Required & ~context.sections;
 }
 
-namespace {
-
-// Every group that the NLRI type requires must have been there. No key is read to its end without a type.
-uint32_t SYSDT_Str2LsPrefixPostCheck(const BgpLsParseContext &context)
+bool Read(const char *text, void *value, Why *why)
 {
-    const uint32_t required = context.row->required;
-    return (context.sections & required) == required ? DT_OK : DT_ERR_FAIL;
+    BgpLsParseContext *context = MakeContext(text, static_cast<uint8_t *>(value), why);
+    if (context == nullptr) {
+        return false;
+    }
+    const bool isRead =
+        BgpLsParseLsPrefixEntry(context) == DT_OK &&
+        (Missing(*context) == 0 || RefuseMissing(ExplainingOf(context), TopLevel(*context), Missing(*context)));
+    SYS_DataTypeFree(context);
+    return isRead;
 }
 
 constexpr FormatInRule kIn{.typeId = 1299,
                            .length = kLsRecordSize,
                            .modes = {Modes(1, 2), Modes(0, 3, 5, 6)},
-                           .read = Unexplained<SYSDT_Str2LSPrefix>,
+                           .read = Read,
                            .memory = Memory::kPlain};
+
+constexpr const BgpRule *kRules[] = {
+    &kEmpty,   &kTooShort,  &kTooLong,       &kBlank,      &kNoDigit,    &kTooLarge,      &kNoIpv4,        &kNoIpv6,
+    &kNoGroup, &kUnclosed,  &kNoKeyword,     &kNotAlone,   &kNotCarried, &kTypeFirst,     &kProtocolFirst, &kTwice,
+    &kMissing, &kNotOfType, &kNotOfProtocol, &kNoHexDigit, &kNoRouterId, &kNoIdentifiers, &kNoSlash,       &kNoAs,
+};
 
 } // namespace
 
+constinit const Type kBgpLsPrefix = MakeType({
+    .name = "BGPLSPREFIX",
+    .description = "the key of a BGP-LS route",
+    .reference = "RFC 9552, RFC 9514, RFC 9857",
+    .in = &kIn,
+    .out = &kLsOut,
+    .rules = kRules,
+    .shortestText = kShortestKey,
+    .longestText = kLongestKey,
+    .network = BGP_NETWORK_TYPE_FIRST,
+    .lua = BGP_LUA_TYPED,
+    .traits = BGP_TRAIT_PRINTS_BYTES, // IGP router ids
+    .describe = DescribeBgpLs,
+});
+
 } // namespace bgp
 
-uint32_t SYSDT_ParseLsPrefixStr(const char *text, const BgpLsKeyword *rows, uint32_t rowCount, void *target,
-                                BgpLsParseContext *context)
-{
-    return bgp::ParseGroups({text, static_cast<uint32_t>(std::strlen(text))}, rows, rowCount, target, context);
-}
+using namespace bgp; // what follows has names of the system
 
-uint32_t SYSDT_Str2LSPrefix(const char *text, void *record)
+// -------------------------------------------------------------------------------------------------- top-level groups
+
+uint32_t BgpLsParseRouteType(uint32_t nlriType, BgpLsParseContext *context)
 {
-    if (text == nullptr || record == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
-    BgpLsParseContext *context = bgp::SYSDT_CreateLsPrefixParseContext(text, static_cast<uint8_t *>(record));
-    if (context == nullptr) {
+    if (!ClaimSection(context, kLsTypeSection, "the NLRI type") || nlriType >= context->rowCount) {
         return DT_ERR_FAIL;
     }
-    uint32_t code = bgp::BgpLsParseLsPrefixEntry(context);
-    if (code == DT_OK) {
-        code = bgp::SYSDT_Str2LsPrefixPostCheck(*context);
-    }
-    SYS_DataTypeFree(context);
-    return code;
+    context->nlriType = nlriType;
+    context->row = &context->rows[nlriType];
+    Store(context->record + kLsTypeAt, nlriType);
+    return DT_OK;
 }
 
-BGP_FORMAT_IN(SYSDT_LSPrefixFormatIn, bgp::kIn)
+uint32_t BgpLsParseProtocol(uint32_t protocolId, BgpLsParseContext *context)
+{
+    if (!ClaimSection(context, kLsProtocolSection, kLsTheProtocol)) {
+        return DT_ERR_FAIL;
+    }
+    context->protocolId = protocolId;
+    return context->row->Protocol != nullptr ? context->row->Protocol(protocolId, context) : DT_ERR_FAIL;
+}
+
+uint32_t BgpLsParseIdentifier(uint32_t flag, char *value, void *, BgpLsParseContext *context)
+{
+    uint64_t identifier = 0;
+    if (!ClaimSection(context, flag)) {
+        return DT_ERR_FAIL;
+    }
+    if (QOV_StrToUint64(value, &identifier) != 0) {
+        return Code(RefuseNumber(context, value, UINT64_MAX));
+    }
+    return context->row->Identifier != nullptr ? context->row->Identifier(identifier, context) : DT_ERR_FAIL;
+}
+
+uint32_t BgpLsParseLocalNode(uint32_t flag, char *value, void *, BgpLsParseContext *context)
+{
+    if (!ClaimSection(context, flag)) {
+        return DT_ERR_FAIL;
+    }
+    BgpLsNodeDescriptor node{};
+    return ReadSection(value, kLsNodeFields, node, context->row->LocalNode, context);
+}
+
+uint32_t BgpLsParseRemoteNode(uint32_t flag, char *value, void *, BgpLsParseContext *context)
+{
+    if (!ClaimSection(context, flag)) {
+        return DT_ERR_FAIL;
+    }
+    BgpLsNodeDescriptor node{};
+    return ReadSection(value, kLsNodeFields, node, context->row->RemoteNode, context);
+}
+
+uint32_t BgpLsParseLink(uint32_t flag, char *value, void *, BgpLsParseContext *context)
+{
+    if (!ClaimSection(context, flag)) {
+        return DT_ERR_FAIL;
+    }
+    BgpLsLinkDescriptor link{};
+    link.MtId = context->protocolId == kLsBgp ? 0 : kLsNoMtId;
+    return ReadSection(value, kLsLinkFields, link, context->row->Link, context);
+}
+
+// The sections of prefixes and TE policies are refused by other types before their fields are read.
+uint32_t BgpLsParsePrefix(uint32_t flag, char *value, void *, BgpLsParseContext *context)
+{
+    if (!ClaimSection(context, flag)) {
+        return DT_ERR_FAIL;
+    }
+    if (context->nlriType != kLsIpv4Prefix && context->nlriType != kLsIpv6Prefix) {
+        return Code(RefuseGroup(context, kNotOfType));
+    }
+    BgpLsPrefixDescriptor prefix{};
+    prefix.MtId = kLsNoMtId;
+    return ReadSection(value, kLsPrefixFields, prefix, context->row->Prefix, context);
+}
+
+uint32_t BgpLsParseTe(uint32_t flag, char *value, void *, BgpLsParseContext *context)
+{
+    if (!ClaimSection(context, flag)) {
+        return DT_ERR_FAIL;
+    }
+    if (context->nlriType != kLsTePolicy) {
+        return Code(RefuseGroup(context, kNotOfType));
+    }
+    BgpLsTeDescriptor te{};
+    return ReadSection(value, kLsTeFields, te, context->row->Te, context);
+}
+
+uint32_t BgpLsParseSid(uint32_t flag, char *value, void *, BgpLsParseContext *context)
+{
+    if (!ClaimSection(context, flag)) {
+        return DT_ERR_FAIL;
+    }
+    BgpLsSidDescriptor sid{};
+    sid.MtId = kLsNoMtId;
+    return ReadSection(value, kLsSidFields, sid, context->row->Sid, context);
+}
+
+uint32_t BgpLsParseDiscard(uint32_t flag, char *, void *, BgpLsParseContext *context)
+{
+    return Code(ClaimSection(context, flag));
+}
+
+// The first row whose keyword begins the group's content wins.
+// clang-format off
+//   keyword                 flag exact handler
+constinit const BgpLsKeyword g_bgplsPrefixPattern[BGP_LS_KEYWORDS] = {
+    {"NODE",                    1, 1, NlriType<kLsNode>},
+    {"LINK",                    1, 1, NlriType<kLsLink>}, // alone; with more behind it the section below
+    {"IPV4-PREFIX",             1, 1, NlriType<kLsIpv4Prefix>},
+    {"IPV6-PREFIX",             1, 1, NlriType<kLsIpv6Prefix>},
+    {"TEPOLICY",                1, 1, NlriType<kLsTePolicy>},
+    {"SRV6-SID",                1, 1, NlriType<kLsSrv6Sid>},
+    {"ISIS-LEVEL-1",            2, 1, Protocol<kLsIsisLevel1>},
+    {"ISIS-LEVEL-2",            2, 1, Protocol<kLsIsisLevel2>},
+    {"OSPFv2",                  2, 1, Protocol<kLsOspfv2>},
+    {"DIRECT",                  2, 1, Protocol<kLsDirect>},
+    {"STATIC",                  2, 1, Protocol<kLsStatic>},
+    {"OSPFv3",                  2, 1, Protocol<kLsOspfv3>},
+    {"BGP",                     2, 1, Protocol<kLsBgp>},
+    {"RSVP-TE",                 2, 1, nullptr},
+    {"SEGMENT-ROUTING",         2, 1, Protocol<kLsSegmentRouting>},
+    {"IDENTIFIER",              4, 0, BgpLsParseIdentifier},
+    {"LOCAL",                   8, 0, BgpLsParseLocalNode},
+    {"REMOTE",                 16, 0, BgpLsParseRemoteNode},
+    {"LINK",                   32, 0, BgpLsParseLink},
+    {"UNKNOWN",                64, 0, BgpLsParseDiscard},
+    {"index",                 128, 0, BgpLsParseDiscard},
+    {"PREFIX",                256, 0, BgpLsParsePrefix},
+    {"TE",                    512, 0, BgpLsParseTe},
+    {"SID",                  1024, 0, BgpLsParseSid},
+};
+// clang-format on
+
+// ------------------------------------------------------------------------------------------------------------- steps
+
+BgpLsParseContext *SYSDT_CreateLsPrefixParseContext(const char *text, void *record)
+{
+    return MakeContext(text, static_cast<uint8_t *>(record), nullptr);
+}
+
+uint32_t BgpLsParseLsPrefixEntry(BgpLsParseContext *context)
+{
+    return ReadGroups(TopLevel(*context), context->record, context, ExplainingOf(context));
+}
+
+uint32_t SYSDT_Str2LsPrefixPostCheck(const BgpLsParseContext *context)
+{
+    return Code(Missing(*context) == 0);
+}
+
+BGP_STR2(SYSDT_Str2LSPrefix, Read)
+BGP_FORMAT_IN(SYSDT_LSPrefixFormatIn, kIn)

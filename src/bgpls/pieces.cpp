@@ -1,6 +1,7 @@
 #include "bgpls/pieces.h"
 
 #include "asnum/asnum.h"
+#include "host/address_field.h"
 
 namespace bgp {
 
@@ -27,6 +28,20 @@ uint32_t CopyName(const char *name, char *buffer)
     return DT_OK;
 }
 
+uint32_t BgpLsIdToStr(uint32_t identifier, bool isGiven, char *buffer)
+{
+    if (buffer == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    buffer[0] = '\0';
+    if (isGiven) {
+        const Dotted dotted(identifier);
+        const Argument arguments[] = {dotted.text};
+        Format(buffer, kIdPiece, "[bgp-ls-identifier%s]", arguments);
+    }
+    return DT_OK;
+}
+
 } // namespace
 
 const char *LsTypeName(uint32_t nlriType)
@@ -39,62 +54,11 @@ const char *LsProtocolName(uint32_t protocolId)
     return NameOf(kProtocolNames, protocolId);
 }
 
-uint32_t SYSDT_AsNumToStr(const uint8_t *at, char (&text)[kSmallPiece])
-{
-    const auto as = Load<AsNumber>(at);
-    text[0] = '\0';
-    if (as.number == 0) {
-        return DT_ERR_FAIL;
-    }
-    const Argument halves[] = {as.number >> 16, as.number & 0xFFFF};
-    const Argument whole[] = {as.number};
-    Format(text, sizeof text, as.notation != 0 ? "%u.%u" : "%u", as.notation != 0 ? halves : whole);
-    return DT_OK;
-}
-
-void SYSDT_OriginatorAsNumToStr(const uint8_t *at, char (&text)[kSmallPiece])
-{
-    if (SYSDT_AsNumToStr(at, text) != DT_OK) {
-        std::memcpy(text, "0", sizeof "0");
-    }
-}
-
-uint32_t SYSDT_MemberAsNumToStr(const uint8_t *at, char (&text)[kNodePiece])
-{
-    char as[kSmallPiece];
-    text[0] = '\0';
-    if (SYSDT_AsNumToStr(at, as) != DT_OK) {
-        return DT_OK;
-    }
-    return snprintf_s(text, kSmallPiece, kSmallPiece - 1, "[member-as%s]", as) < 0 ? DT_ERR_FAIL : DT_OK;
-}
-
-void BgpLsIdToStr(const uint8_t *at, const uint8_t *existFlag, uint32_t existBit, char (&text)[kIdPiece])
-{
-    text[0] = '\0';
-    if ((Load<uint32_t>(existFlag) & existBit) != 0) {
-        const Dotted identifier(at);
-        const Argument arguments[] = {identifier.text};
-        Format(text, sizeof text, "[bgp-ls-identifier%s]", arguments);
-    }
-}
-
 void IgpRouterIdToStr(const uint8_t *area, char (&text)[kNodePiece])
 {
     const size_t length = strnlen(reinterpret_cast<const char *>(area), kNodePiece - 1);
     std::memcpy(text, area, length);
     text[length] = '\0';
-}
-
-void SYSDT_LS_Ipv4Ipv6ToStr(const uint8_t *at, char (&text)[kAddressPiece])
-{
-    const auto address = Load<BgpLsAddress>(at);
-    text[0] = '\0';
-    if (address.flag == 0) {
-        QOV_IpAddrToStr(Load<uint32_t>(address.ipv4), text);
-    } else if (address.flag == 1) {
-        inet_ntop6(address.ipv6, text, sizeof text);
-    }
 }
 
 uint32_t Append(const Output &output, const char *format, const Argument *arguments)
@@ -126,4 +90,72 @@ uint32_t SYSDT_LS_RouteTypeEnum2Str(uint32_t nlriType, char *buffer)
 uint32_t SYSDT_LS_ProtclTypeEnum2Str(uint32_t protocolId, char *buffer)
 {
     return bgp::CopyName(bgp::LsProtocolName(protocolId), buffer);
+}
+
+uint32_t SYSDT_AsNumToStr(const void *as, char *buffer)
+{
+    if (as == nullptr || buffer == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    const auto [number, notation] = bgp::Load<BgpLsAsNumber>(as);
+    buffer[0] = '\0';
+    if (number == 0) {
+        return DT_ERR_FAIL;
+    }
+    const bgp::Argument halves[] = {number >> 16, number & 0xFFFF};
+    const bgp::Argument whole[] = {number};
+    bgp::Format(buffer, bgp::kSmallPiece, notation != 0 ? "%u.%u" : "%u", notation != 0 ? halves : whole);
+    return DT_OK;
+}
+
+uint32_t SYSDT_OriginatorAsNumToStr(const void *as, char *buffer)
+{
+    const uint32_t code = SYSDT_AsNumToStr(as, buffer);
+    if (code != DT_ERR_FAIL) {
+        return code;
+    }
+    std::memcpy(buffer, "0", sizeof "0");
+    return DT_OK;
+}
+
+uint32_t SYSDT_MemberAsNumToStr(const void *as, char *buffer)
+{
+    if (as == nullptr || buffer == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    char number[bgp::kSmallPiece];
+    buffer[0] = '\0';
+    if (SYSDT_AsNumToStr(as, number) != DT_OK) {
+        return DT_OK;
+    }
+    return snprintf_s(buffer, bgp::kSmallPiece, bgp::kSmallPiece - 1, "[member-as%s]", number) < 0 ? DT_ERR_FAIL
+                                                                                                   : DT_OK;
+}
+
+uint32_t SYSDT_LocalBgpLsIdToStr(uint32_t identifier, uint32_t existFlag, char *buffer)
+{
+    return bgp::BgpLsIdToStr(identifier, (existFlag & bgp::kLsLocalIdGiven) != 0, buffer);
+}
+
+uint32_t SYSDT_RemoteBgpLsIdToStr(uint32_t identifier, uint32_t existFlag, char *buffer)
+{
+    return bgp::BgpLsIdToStr(identifier, (existFlag & bgp::kLsRemoteIdGiven) != 0, buffer);
+}
+
+uint32_t SYSDT_LS_Ipv4Ipv6ToStr(const void *address, char *buffer, uint32_t size)
+{
+    constexpr uint32_t kLongestIpv4 = 15;
+    constexpr uint32_t kLongestIpv6 = 45;
+    if (address == nullptr || buffer == nullptr || size == 0) {
+        return DT_ERR_NULL_PTR;
+    }
+    const auto *field = static_cast<const uint8_t *>(address);
+    const uint8_t family = field[bgp::kAddressFamilyAt];
+    buffer[0] = '\0';
+    if (family == bgp::kIpv4Family && size > kLongestIpv4) {
+        QOV_IpAddrToStr(bgp::Load<uint32_t>(field), buffer);
+    } else if (family == bgp::kIpv6Family && size > kLongestIpv6) {
+        inet_ntop6(field + bgp::kAddressIpv6At, buffer, size);
+    }
+    return DT_OK;
 }

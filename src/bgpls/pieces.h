@@ -26,8 +26,8 @@ struct Dotted {
     char text[kSmallPiece] = {};
 };
 
-struct Ipv6Text {
-    explicit Ipv6Text(const uint8_t *at)
+struct Ipv6Piece {
+    explicit Ipv6Piece(const uint8_t *at)
     {
         text[0] = '\0';
         inet_ntop6(at, text, sizeof text);
@@ -35,18 +35,8 @@ struct Ipv6Text {
     char text[kAddressPiece];
 };
 
-// "100" or "1.0", by the notation. Empty for 0, which is no AS number: DT_ERR_FAIL.
-uint32_t SYSDT_AsNumToStr(const uint8_t *at, char (&text)[kSmallPiece]);
-// The same; 0 is "0".
-void SYSDT_OriginatorAsNumToStr(const uint8_t *at, char (&text)[kSmallPiece]);
-// "[member-as100]", empty without a member AS. DT_ERR_FAIL when the host's formatter refuses.
-uint32_t SYSDT_MemberAsNumToStr(const uint8_t *at, char (&text)[kNodePiece]);
-// "[bgp-ls-identifier1.2.3.4]", empty when existFlag does not have the bit.
-void BgpLsIdToStr(const uint8_t *at, const uint8_t *existFlag, uint32_t existBit, char (&text)[kIdPiece]);
 // The raw bytes up to the first zero byte.
 void IgpRouterIdToStr(const uint8_t *area, char (&text)[kNodePiece]);
-// Either family, empty for a flag that names neither.
-void SYSDT_LS_Ipv4Ipv6ToStr(const uint8_t *at, char (&text)[kAddressPiece]);
 
 // The text so far: sections are appended at its end, and all of them together stay below the limit.
 struct Output {

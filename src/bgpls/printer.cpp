@@ -3,6 +3,7 @@
 //
 // IGP router ids print as their raw bytes up to the first zero byte. That is the type's text, and hosts compare it:
 // whoever wants them readable takes them from the record.
+#include "bgpls/bgpls.h"
 #include "bgpls/pieces.h"
 
 #include "host/bytes.h"
@@ -52,7 +53,7 @@ struct NodePlaces {
     uint16_t ospfAreaId;
     uint16_t igpRouterId;
     uint16_t existFlag;
-    uint32_t existBit;
+    uint32_t (*bgpLsIdToStr)(uint32_t identifier, uint32_t existFlag, char *buffer);
     uint16_t bgpRouterId = 0; // only where the BGP form is printed
     uint16_t memberAs = 0;
 };
@@ -65,7 +66,7 @@ constexpr NodePlaces IgpNode(const std::array<LsField, Count> &rows)
             .ospfAreaId = LsFieldOf(rows, "uiLocOspfAreaId").offset,
             .igpRouterId = LsFieldOf(rows, "stLocIgpRtId").offset,
             .existFlag = LsFieldOf(rows, "existFlag").offset,
-            .existBit = kLsLocalIdGiven};
+            .bgpLsIdToStr = SYSDT_LocalBgpLsIdToStr};
 }
 
 template <size_t Count>
@@ -87,7 +88,7 @@ constexpr NodePlaces kLinkRemote{.as = LsAt(kLsLinkRows, "stRemoteAs"),
                                  .ospfAreaId = LsAt(kLsLinkRows, "uiRemOspfAreaId"),
                                  .igpRouterId = LsAt(kLsLinkRows, "stRemIgpRtId"),
                                  .existFlag = LsAt(kLsLinkRows, "existFlag"),
-                                 .existBit = kLsRemoteIdGiven,
+                                 .bgpLsIdToStr = SYSDT_RemoteBgpLsIdToStr,
                                  .bgpRouterId = LsAt(kLsLinkRows, "uiRemoteBgpRtId"),
                                  .memberAs = LsAt(kLsLinkRows, "remoteMemberAs")};
 
@@ -98,7 +99,7 @@ uint32_t AppendNode(const Output &output, const NodeFormats &formats, const Node
     char bgpLsId[kIdPiece];
     char last[kNodePiece]; // the member AS, or the IGP router id
     SYSDT_AsNumToStr(record + places.as, as);
-    BgpLsIdToStr(record + places.bgpLsId, record + places.existFlag, places.existBit, bgpLsId);
+    places.bgpLsIdToStr(Load<uint32_t>(record + places.bgpLsId), Load<uint32_t>(record + places.existFlag), bgpLsId);
     if (!isBgp) {
         IgpRouterIdToStr(record + places.igpRouterId, last);
     } else if (const uint32_t code = SYSDT_MemberAsNumToStr(record + places.memberAs, last); code != DT_OK) {
@@ -119,7 +120,7 @@ uint32_t AppendNode(const Output &output, const NodeFormats &formats, const Node
 // -------------------------------------------------------------------------------------------------------------- links
 
 // Under BGP: the identifiers and one pair of addresses, IPv4 when there is one.
-uint32_t SYSDT_SET_LINK_BGPSTR(const Output &output, const uint8_t *record)
+uint32_t AppendBgpLink(const Output &output, const uint8_t *record)
 {
     constexpr char kFormat[] = "[LINK[identifier%s.%s][local%s][remote%s]]";
     const uint8_t *ipv4Interface = record + LsAt(kLsLinkRows, "stIpv4IntfAddr");
@@ -132,55 +133,55 @@ uint32_t SYSDT_SET_LINK_BGPSTR(const Output &output, const uint8_t *record)
         const Argument arguments[] = {localId.text, remoteId.text, local.text, remote.text};
         return Append(output, kFormat, arguments);
     }
-    const Ipv6Text local(record + LsAt(kLsLinkRows, "stIpv6IntfAddr"));
-    const Ipv6Text remote(record + LsAt(kLsLinkRows, "stIpv6PeerAddr"));
+    const Ipv6Piece local(record + LsAt(kLsLinkRows, "stIpv6IntfAddr"));
+    const Ipv6Piece remote(record + LsAt(kLsLinkRows, "stIpv6PeerAddr"));
     const Argument arguments[] = {localId.text, remoteId.text, local.text, remote.text};
     return Append(output, kFormat, arguments);
 }
 
 // All four addresses, there or not.
-uint32_t SYSDT_SET_LINK_ADDRSTR(const Output &output, const uint8_t *record, uint32_t mtId)
+uint32_t AppendLinkAddresses(const Output &output, const uint8_t *record)
 {
+    const auto mtId = Load<uint32_t>(record + LsAt(kLsLinkRows, "uiMtId"));
     const Dotted ipv4Interface(record + LsAt(kLsLinkRows, "stIpv4IntfAddr"));
     const Dotted ipv4Neighbour(record + LsAt(kLsLinkRows, "stIpv4PeerAddr"));
-    const Ipv6Text ipv6Interface(record + LsAt(kLsLinkRows, "stIpv6IntfAddr"));
-    const Ipv6Text ipv6Neighbour(record + LsAt(kLsLinkRows, "stIpv6PeerAddr"));
+    const Ipv6Piece ipv6Interface(record + LsAt(kLsLinkRows, "stIpv6IntfAddr"));
+    const Ipv6Piece ipv6Neighbour(record + LsAt(kLsLinkRows, "stIpv6PeerAddr"));
     const Argument arguments[] = {ipv4Interface.text, ipv4Neighbour.text, ipv6Interface.text, ipv6Neighbour.text, mtId};
     return AppendMt(output, kLinkAddressFormats, mtId, arguments);
 }
 
-uint32_t SYSDT_SET_LINK_IDSTR(const Output &output, uint32_t localId, uint32_t remoteId, uint32_t mtId)
+uint32_t AppendLinkIds(const Output &output, const uint8_t *record)
 {
-    const Dotted local(localId);
-    const Dotted remote(remoteId);
+    const auto mtId = Load<uint32_t>(record + LsAt(kLsLinkRows, "uiMtId"));
+    const Dotted local(record + LsAt(kLsLinkRows, "uiLinkLocId"));
+    const Dotted remote(record + LsAt(kLsLinkRows, "uiLinkRemId"));
     const Argument arguments[] = {local.text, remote.text, mtId};
     return AppendMt(output, kLinkIdFormats, mtId, arguments);
 }
 
-uint32_t SYSDT_LinkKeyToStr_LinkDesc(const Output &output, const uint8_t *record)
+uint32_t AppendLink(const Output &output, const uint8_t *record)
 {
     if (ProtocolOf(record) == kLsBgp) {
-        return SYSDT_SET_LINK_BGPSTR(output, record);
+        return AppendBgpLink(output, record);
     }
-    const auto mtId = Load<uint32_t>(record + LsAt(kLsLinkRows, "uiMtId"));
     const auto localId = Load<uint32_t>(record + LsAt(kLsLinkRows, "uiLinkLocId"));
     const auto remoteId = Load<uint32_t>(record + LsAt(kLsLinkRows, "uiLinkRemId"));
-    return (localId | remoteId) != 0 ? SYSDT_SET_LINK_IDSTR(output, localId, remoteId, mtId)
-                                     : SYSDT_SET_LINK_ADDRSTR(output, record, mtId);
+    return (localId | remoteId) != 0 ? AppendLinkIds(output, record) : AppendLinkAddresses(output, record);
 }
 
 // -------------------------------------------------------------------------------------------------------- TE policies
 
-uint32_t SYSDT_LS_TePolicy_LocalKeyToStr(const Output &output, const uint8_t *record)
+uint32_t AppendTeLocal(const Output &output, const uint8_t *record)
 {
     char as[kSmallPiece];
     char bgpLsId[kIdPiece];
     SYSDT_AsNumToStr(record + LsAt(kLsTePolicyRows, "stLocalAs"), as);
-    BgpLsIdToStr(record + LsAt(kLsTePolicyRows, "stLocalBgpLsId"), record + LsAt(kLsTePolicyRows, "existFlag"),
-                 kLsLocalIdGiven, bgpLsId);
+    SYSDT_LocalBgpLsIdToStr(Load<uint32_t>(record + LsAt(kLsTePolicyRows, "stLocalBgpLsId")),
+                            Load<uint32_t>(record + LsAt(kLsTePolicyRows, "existFlag")), bgpLsId);
     const Dotted bgpRouterId(record + LsAt(kLsTePolicyRows, "uiLocalBgpRtId"));
     const Dotted routerId(record + LsAt(kLsTePolicyRows, "teRouterId"));
-    const Ipv6Text ipv6RouterId(record + LsAt(kLsTePolicyRows, "ipv6TeRouterId"));
+    const Ipv6Piece ipv6RouterId(record + LsAt(kLsTePolicyRows, "ipv6TeRouterId"));
     const Argument arguments[] = {LsTypeName(record[kLsTypeAt]),
                                   LsProtocolName(ProtocolOf(record)),
                                   IdentifierOf(record),
@@ -194,13 +195,13 @@ uint32_t SYSDT_LS_TePolicy_LocalKeyToStr(const Output &output, const uint8_t *re
                   arguments);
 }
 
-uint32_t SYSDT_LS_TePolicy_TeKeyToStr(const Output &output, const uint8_t *record)
+uint32_t AppendTe(const Output &output, const uint8_t *record)
 {
     char endpoint[kAddressPiece];
     char originator[kAddressPiece];
     char originatorAs[kSmallPiece];
-    SYSDT_LS_Ipv4Ipv6ToStr(record + LsAt(kLsTePolicyRows, "endpoint"), endpoint);
-    SYSDT_LS_Ipv4Ipv6ToStr(record + LsAt(kLsTePolicyRows, "originatorAddr"), originator);
+    SYSDT_LS_Ipv4Ipv6ToStr(record + LsAt(kLsTePolicyRows, "endpoint"), endpoint, sizeof endpoint);
+    SYSDT_LS_Ipv4Ipv6ToStr(record + LsAt(kLsTePolicyRows, "originatorAddr"), originator, sizeof originator);
     SYSDT_OriginatorAsNumToStr(record + LsAt(kLsTePolicyRows, "originatorAs"), originatorAs);
     const Argument arguments[] = {record[LsAt(kLsTePolicyRows, "protocolOrigin")],
                                   record[LsAt(kLsTePolicyRows, "flags")],
@@ -228,7 +229,7 @@ uint32_t PrintLink(const Output &output, const uint8_t *record)
     if (code == DT_OK) {
         code = AppendNode(output, kRemoteFormats, kLinkRemote, record);
     }
-    return code == DT_OK ? SYSDT_LinkKeyToStr_LinkDesc(output, record) : code;
+    return code == DT_OK ? AppendLink(output, record) : code;
 }
 
 // The prefix of either family, ready as text.
@@ -256,7 +257,7 @@ uint32_t PrintIpv6Prefix(const Output &output, const uint8_t *record)
     if (const uint32_t code = AppendNode(output, kLocalFormats, kIpv6PrefixLocal, record); code != DT_OK) {
         return code;
     }
-    const Ipv6Text prefix(record + LsAt(kLsIpv6PrefixRows, "stIpv6Prefix"));
+    const Ipv6Piece prefix(record + LsAt(kLsIpv6PrefixRows, "stIpv6Prefix"));
     return AppendPrefix(output, record + LsAt(kLsIpv6PrefixRows, "uiMtId"),
                         record + LsAt(kLsIpv6PrefixRows, "uiOspfRtType"), prefix.text,
                         record[LsAt(kLsIpv6PrefixRows, "uiPrefixLen")]);
@@ -264,8 +265,8 @@ uint32_t PrintIpv6Prefix(const Output &output, const uint8_t *record)
 
 uint32_t PrintTePolicy(const Output &output, const uint8_t *record)
 {
-    const uint32_t code = SYSDT_LS_TePolicy_LocalKeyToStr(output, record);
-    return code == DT_OK ? SYSDT_LS_TePolicy_TeKeyToStr(output, record) : code;
+    const uint32_t code = AppendTeLocal(output, record);
+    return code == DT_OK ? AppendTe(output, record) : code;
 }
 
 uint32_t PrintSrv6Sid(const Output &output, const uint8_t *record)
@@ -274,7 +275,7 @@ uint32_t PrintSrv6Sid(const Output &output, const uint8_t *record)
         return code;
     }
     const auto mtId = Load<uint32_t>(record + LsAt(kLsSrv6SidRows, "uiMtId"));
-    const Ipv6Text sid(record + LsAt(kLsSrv6SidRows, "srv6SidInfo"));
+    const Ipv6Piece sid(record + LsAt(kLsSrv6SidRows, "srv6SidInfo"));
     const Argument arguments[] = {mtId, sid.text};
     return AppendMt(output, kSidFormats, mtId, arguments);
 }
@@ -291,38 +292,29 @@ uint32_t PrintBy(uint32_t (*print)(const Output &, const uint8_t *), const void 
 // --------------------------------------------------------------------------------------------------------- FormatOut
 
 struct TypePrinter {
-    uint32_t (*print)(const void *record, char *buffer, uint32_t limit, uint32_t *printed);
+    BgpLsPrinter *print;
     uint16_t limit;
 };
 
-constexpr uint16_t kLargestLimit = 768;
 constexpr TypePrinter kPrinters[kLsNlriTypes] = {
     {nullptr, 0},
     {SYSDT_LS_NodeKeyToStr, 512},
-    {SYSDT_LS_LinkKeyToStr, kLargestLimit},
-    {SYSDT_LS_Ipv4PrefixKeyToStr, kLargestLimit},
-    {SYSDT_LS_Ipv6PrefixKeyToStr, kLargestLimit},
-    {SYSDT_LS_TePolicyKeyToStr, kLargestLimit},
-    {SYSDT_LS_Srv6SidKeyToStr, kLargestLimit},
+    {SYSDT_LS_LinkKeyToStr, kLsLargestLimit},
+    {SYSDT_LS_Ipv4PrefixKeyToStr, kLsLargestLimit},
+    {SYSDT_LS_Ipv6PrefixKeyToStr, kLsLargestLimit},
+    {SYSDT_LS_TePolicyKeyToStr, kLsLargestLimit},
+    {SYSDT_LS_Srv6SidKeyToStr, kLsLargestLimit},
 };
 
+} // namespace
+
 // A key that does not print, or not to its end, is shown as far as it goes.
-uint32_t PrintKey(const uint8_t *record, uint32_t, char *buffer, uint32_t *printed)
+uint32_t PrintLsKey(const uint8_t *record, uint32_t, char *buffer, uint32_t *printed)
 {
     buffer[0] = '\0';
     SYSDT_LsPrefix2Str(record, buffer, printed);
     return DT_OK;
 }
-
-constexpr FormatOutRule kOut{.modes = kAllButFour,
-                             .print = PrintKey,
-                             .textSize = kLargestLimit + 1,
-                             .valueSize = kLsRecordSize,
-                             .clearsFirst = true,
-                             .zeroExtends = true,
-                             .memory = Memory::kPlain};
-
-} // namespace
 
 } // namespace bgp
 
@@ -338,6 +330,11 @@ LS_PRINTER(SYSDT_LS_Ipv4PrefixKeyToStr, PrintIpv4Prefix)
 LS_PRINTER(SYSDT_LS_Ipv6PrefixKeyToStr, PrintIpv6Prefix)
 LS_PRINTER(SYSDT_LS_TePolicyKeyToStr, PrintTePolicy)
 LS_PRINTER(SYSDT_LS_Srv6SidKeyToStr, PrintSrv6Sid)
+LS_PRINTER(SYSDT_LS_TePolicy_LocalKeyToStr, AppendTeLocal)
+LS_PRINTER(SYSDT_LS_TePolicy_TeKeyToStr, AppendTe)
+LS_PRINTER(SYSDT_LinkKeyToStr_LinkDesc, AppendLink)
+LS_PRINTER(SYSDT_SET_LINK_IDSTR, AppendLinkIds)
+LS_PRINTER(SYSDT_SET_LINK_ADDRSTR, AppendLinkAddresses)
 
 uint32_t SYSDT_LsPrefix2Str(const void *record, char *buffer, uint32_t *printed)
 {
@@ -352,4 +349,4 @@ uint32_t SYSDT_LsPrefix2Str(const void *record, char *buffer, uint32_t *printed)
     return printer.print(record, buffer, printer.limit, printed);
 }
 
-BGP_FORMAT_OUT(SYSDT_LSPrefixFormatOut, bgp::kOut)
+BGP_FORMAT_OUT(SYSDT_LSPrefixFormatOut, bgp::kLsOut)

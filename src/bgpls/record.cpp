@@ -79,7 +79,7 @@ void Swap(const LsField &field, uint8_t *record)
 {
     const LsKindFacts &facts = FactsOf(field.kind);
     uint8_t *at = record + field.offset;
-    if (facts.onlyIpv4 && at[offsetof(BgpLsAddress, flag)] != 0) {
+    if (facts.onlyIpv4 && at[kAddressFamilyAt] != kIpv4Family) {
         return;
     }
     for (uint32_t done = 0; done < facts.swapBytes; done += facts.swapUnit) {

@@ -5,9 +5,9 @@
 #define BGP_BGPLS_RECORD_H
 
 #include "bgp_datatypes/bgpls.h"
+#include "host/address_field.h"
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -24,7 +24,7 @@ enum BgpLsNlriType : uint32_t {
     kLsTePolicy = 5,
     kLsSrv6Sid = 6,
 };
-inline constexpr uint32_t kLsNlriTypes = 7; // one more than the last
+inline constexpr uint32_t kLsNlriTypes = BGP_LS_NLRI_TYPES; // one more than the last
 
 enum BgpLsProtocolId : uint32_t {
     kLsIsisLevel1 = 1,
@@ -50,17 +50,9 @@ enum class LsKind : uint8_t {
     kIdentifier, // u64; low 32 bits first
     kAs,         // AS number u32, notation u32 (0 plain, else dotted)
     kIpv6,       // in network order
-    kAddress,    // BgpLsAddress
+    kAddress,    // address field
     kIgpArea,    // IgpRouterIdArea
 };
-
-// An address of either family; the member that the flag does not name is zero.
-struct BgpLsAddress {
-    uint8_t ipv4[4]; // u32, host order
-    uint8_t ipv6[16];
-    uint8_t flag; // 0 IPv4, 1 IPv6
-};
-static_assert(sizeof(BgpLsAddress) == 21);
 
 // The IGP router-id area: only the first 8 bytes are ever typed. IS-IS: system id (6) and pseudonode (1), in the order
 // of the text. OSPF: router id (4) and an optional second address (4), in network order.
@@ -87,7 +79,7 @@ inline constexpr LsKindFacts kLsKinds[] = {
     /* kIdentifier */ { 8, 8, 8, false, BGP_FIELD_NUMBER,   8,  1},
     /* kAs         */ { 8, 8, 4, false, BGP_FIELD_AS,       8,  1},
     /* kIpv6       */ {16, 0, 0, false, BGP_FIELD_BYTES,    1, 16},
-    /* kAddress    */ {21, 4, 4, true,  BGP_FIELD_ADDRESS, 21,  1},
+    /* kAddress    */ {kAddressFieldSize, 4, 4, true,  BGP_FIELD_ADDRESS, kAddressFieldSize, 1},
     /* kIgpArea    */ {50, 0, 0, false, BGP_FIELD_IGP_ID,  50,  1},
 };
 // clang-format on

@@ -7,6 +7,20 @@ namespace bgp {
 
 // ---------------------------------------------------------------------------------------------------------- FormatIn
 
+namespace {
+
+// An accepted text has no reason, whatever was tried before it was accepted.
+uint32_t Answer(BgpReason &reason, uint32_t code)
+{
+    if (code == DT_OK) {
+        reason = {};
+    }
+    reason.Code = code;
+    return code;
+}
+
+} // namespace
+
 uint32_t Explain(const FormatInRule &rule, const DataTypeRequest &request, const char *text, Why &why)
 {
     if (const uint32_t code = JudgeMode(rule.modes, request.FormatMode); code != DT_OK) {
@@ -17,22 +31,20 @@ uint32_t Explain(const FormatInRule &rule, const DataTypeRequest &request, const
     return ReadValue(rule, request, text, value, &why) ? DT_OK : rule.refusal;
 }
 
+uint32_t Explain(const FormatInRule *rule, const DataTypeRequest &request, const char *text, BgpReason &reason)
+{
+    Why why{&reason, text, 0};
+    if (rule == nullptr) {
+        Refuse(&why, {text, 0}, kNotTyped);
+        return Answer(reason, DT_ERR_FAIL);
+    }
+    return Answer(reason, Explain(*rule, request, text, why));
+}
+
 uint32_t Explain(const Type &type, const DataTypeRequest &request, const char *text, BgpRefusal &refusal)
 {
-    Why why{&refusal.Reason, text, 0};
-    uint32_t code = DT_ERR_FAIL;
-    if (type.explain != nullptr) {
-        code = type.explain(request, text, refusal);
-    } else if (type.in != nullptr) {
-        code = Explain(*type.in, request, text, why);
-    } else {
-        Refuse(&why, {text, 0}, kNotTyped);
-    }
-    if (code == DT_OK) {
-        refusal.Reason = {}; // what was tried before the text was accepted
-    }
-    refusal.Reason.Code = code;
-    return code;
+    return type.explain != nullptr ? Answer(refusal.Reason, type.explain(request, text, refusal))
+                                   : Explain(type.in, request, text, refusal.Reason);
 }
 
 // --------------------------------------------------------------------------------------------------------- FormatOut

@@ -5,7 +5,7 @@
 #define BGP_HOST_CONTRACT_H
 
 #include "host/bytes.h"
-#include "host/host_services.h"
+#include "bgp_host_services.h"
 #include "host/refusal.h"
 
 #include <cstdint>
@@ -193,7 +193,8 @@ struct FormatOutRule {
     uint32_t subType = 0;
 };
 
-inline constexpr uint16_t kTextSize = 257; // the text buffer of most types; printing stops one short of it
+inline constexpr uint16_t kTextSize = 257;             // the text buffer of most types ...
+inline constexpr uint32_t kPrintLimit = kTextSize - 1; // ... of which printing uses so much, terminator included
 
 // The largest value that is read as if zeros followed it: a BGP-LS key.
 inline constexpr uint32_t kLargestExtended = 228;

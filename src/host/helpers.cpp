@@ -1,7 +1,7 @@
 // The text and address helpers that several types share, under their own exported names.
 #include "bgp_datatypes/helpers.h"
 #include "host/bytes.h"
-#include "host/host_services.h"
+#include "bgp_host_services.h"
 #include "host/numbers.h"
 
 uint32_t SYSDT_atoul(const char *text, uint32_t *value)
@@ -11,7 +11,7 @@ uint32_t SYSDT_atoul(const char *text, uint32_t *value)
         return kFailed;
     }
     *value = 0;
-    while (*text == ' ' || (*text >= '\t' && *text <= '\r')) { // white space, as a "%u" scan skips it
+    while (bgp::IsWhiteSpace(*text)) {
         ++text;
     }
     uint64_t number = 0;

@@ -64,6 +64,22 @@ inline const char *ReadNumber(const char *at, const char *end, uint64_t *number)
     return at == start ? nullptr : at;
 }
 
+// Scans one byte of one or two hexadecimal digits of either case, white space before it skipped. Returns the first
+// character behind it, null when there is no digit.
+inline const char *ScanHexByte(const char *at, const char *end, uint8_t *byte)
+{
+    while (at < end && IsWhiteSpace(*at)) {
+        ++at;
+    }
+    uint32_t number = 0;
+    uint32_t digits = 0;
+    for (; digits < 2 && at < end && IsHexDigit(*at); ++digits, ++at) {
+        number = number << 4 | DigitValue<16>(static_cast<char>(*at | 0x20)); // lower case
+    }
+    *byte = static_cast<uint8_t>(number);
+    return digits == 0 ? nullptr : at;
+}
+
 // The rule that a character breaks where a digit may stand; `otherwise`, unless it is a digit in upper case.
 template <uint32_t Base>
 constexpr const BgpRule &NoDigit(char character, const BgpRule &otherwise)

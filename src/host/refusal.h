@@ -117,6 +117,7 @@ inline constexpr BgpRule kNoNotation{"notation", "the separators are those of no
 inline constexpr BgpRule kTooSmall{"too-small", "{what} is at least {limit}", 1};
 inline constexpr BgpRule kTooLarge{"too-large", "{what} is at most {limit}", 1};
 inline constexpr BgpRule kTooLargeHex{"too-large-hex", "{what} is at most {hex}", 1};
+inline constexpr BgpRule kLeadingZero{"leading-zero", "{what} begins with no zero", 0};
 inline constexpr BgpRule kNoIpv4{"ipv4", "{what} is no IPv4 address", 0};
 inline constexpr BgpRule kNoIpv6{"ipv6", "{what} is no IPv6 address", 0};
 inline constexpr BgpRule kTooManyItems{"too-many-items", "there are at most {limit} items", 0};

@@ -30,9 +30,10 @@ uint32_t Piece(const char *at, const char *end)
 
 } // namespace
 
-Text TrimBy(TrimService service, const char *text)
+Text TrimBy(TrimService service, Text whole)
 {
-    const char *end = text + std::strlen(text);
+    const char *text = whole.at;
+    const char *end = text + whole.length;
     const char *graphic = text; // the first, or the end
     while (graphic < end && !IsGraphic(*graphic)) {
         ++graphic;
@@ -60,9 +61,24 @@ Text TrimBy(TrimService service, const char *text)
     return {text, static_cast<uint32_t>(end - text)};
 }
 
-Text TrimByHost(const char *text)
+Text TrimByHost(Text text)
 {
     return TrimBy([](char *copy) { return SYSDT_BTrim(copy, nullptr); }, text);
+}
+
+uint32_t GraphicWords(Text text)
+{
+    constexpr uint64_t kEach = 0x0101010101010101;
+    uint32_t length = 0;
+    for (uint64_t eight = 0; text.length - length >= sizeof eight; length += sizeof eight) {
+        std::memcpy(&eight, text.at + length, sizeof eight);
+        // Adding 1 carries 0x7F into the high bit, taking '!' away borrows it from what is smaller. What is carried or
+        // borrowed further comes from a character that is not graphic itself.
+        if ((((eight + kEach) | (eight - kEach * '!') | eight) & kEach * 0x80) != 0) {
+            break;
+        }
+    }
+    return length;
 }
 
 bool HostFindsBlank(Text text)
@@ -120,18 +136,6 @@ namespace {
 // The longest text that is printed from one format: a section of a BGP-LS key.
 constexpr uint32_t kLongestText = 1024;
 
-struct Sink {
-    char *at;
-    char *end; // the last place, kept for the terminator
-};
-
-inline void Put(Sink &sink, char character)
-{
-    if (sink.at < sink.end) {
-        *sink.at++ = character;
-    }
-}
-
 // The decimal digits of a number that fits a machine word, right-aligned before `end`, two at a time; the first digit.
 template <class Word>
 inline char *Digits(Word number, char *end)
@@ -156,10 +160,10 @@ inline char *Digits(Word number, char *end)
 
 constexpr uint32_t kMostDigits = 20; // of a 64-bit number
 
-inline void PutNumber(Sink &sink, uint64_t number)
+inline void PutNumber(GrowingText &text, uint64_t number)
 {
     if (number < 10) { // octets, lengths and flags are often this small
-        Put(sink, static_cast<char>('0' + number));
+        Put(text, static_cast<char>('0' + number));
         return;
     }
     char digits[2 * kMostDigits];
@@ -167,35 +171,35 @@ inline void PutNumber(Sink &sink, uint64_t number)
     // 32-bit division is many times cheaper on the 32-bit target.
     const char *first = number <= UINT32_MAX ? Digits(static_cast<uint32_t>(number), end) : Digits(number, end);
     const auto length = static_cast<uint32_t>(end - first);
-    if (sink.end - sink.at >= static_cast<ptrdiff_t>(kMostDigits)) {
-        std::memcpy(sink.at, first, kMostDigits); // a fixed size is one move; what is too much is overwritten next
-        sink.at += length;
+    if (text.end - text.at >= static_cast<ptrdiff_t>(kMostDigits)) {
+        std::memcpy(text.at, first, kMostDigits); // a fixed size is one move; what is too much is overwritten next
+        text.at += length;
         return;
     }
     while (first < end) {
-        Put(sink, *first++);
+        Put(text, *first++);
     }
 }
 
-inline void PutHex(Sink &sink, uint64_t number, uint32_t least)
+inline void PutHex(GrowingText &text, uint64_t number, uint32_t least)
 {
     uint32_t count = 1;
     while (count < 16 && (count < least || number >> (4 * count) != 0)) {
         ++count;
     }
     while (count-- > 0) {
-        Put(sink, "0123456789abcdef"[number >> (4 * count) & 0xF]);
+        Put(text, "0123456789abcdef"[number >> (4 * count) & 0xF]);
     }
 }
 
 } // namespace
 
-uint32_t Format(char *to, uint32_t room, const char *format, const Argument *arguments)
+void Format(GrowingText &text, const char *format, const Argument *arguments)
 {
-    Sink sink{to, to + room - 1};
+    GrowingText growing = text; // no character that is written can be a part of it
     for (; *format != '\0'; ++format) {
         if (*format != '%') {
-            Put(sink, *format);
+            Put(growing, *format);
             continue;
         }
         uint32_t digits = 1;
@@ -208,23 +212,28 @@ uint32_t Format(char *to, uint32_t room, const char *format, const Argument *arg
         const Argument &argument = *arguments++;
         switch (*format) {
         case 's':
-            for (const char *text = argument.text; *text != '\0'; ++text) {
-                Put(sink, *text);
-            }
+            Put(growing, argument.text);
             break;
         case 'x':
-            PutHex(sink, argument.number, digits);
+            PutHex(growing, argument.number, digits);
             break;
         case 'c':
-            Put(sink, static_cast<char>(argument.number));
+            Put(growing, static_cast<char>(argument.number));
             break;
         default:
-            PutNumber(sink, argument.number);
+            PutNumber(growing, argument.number);
             break;
         }
     }
-    *sink.at = '\0';
-    return static_cast<uint32_t>(sink.at - to);
+    *growing.at = '\0';
+    text.at = growing.at;
+}
+
+uint32_t Format(char *to, uint32_t room, const char *format, const Argument *arguments)
+{
+    GrowingText text = GrowIn(to, room);
+    Format(text, format, arguments);
+    return Length(text);
 }
 
 int32_t Print(char *buffer, uint32_t size, const char *format, const Argument *arguments)
@@ -232,6 +241,16 @@ int32_t Print(char *buffer, uint32_t size, const char *format, const Argument *a
     char text[kLongestText];
     Format(text, sizeof text, format, arguments);
     return PrintText(buffer, size, text);
+}
+
+bool Print(GrowingText &text, const char *format, const Argument *arguments)
+{
+    if (text.at > text.end) {
+        return false;
+    }
+    const int32_t printed = Print(text.at, static_cast<uint32_t>(text.end - text.at) + 1, format, arguments);
+    text.at += printed > 0 ? printed : 0;
+    return printed >= 0;
 }
 
 } // namespace bgp

@@ -3,7 +3,7 @@
 #ifndef BGP_HOST_TEXT_H
 #define BGP_HOST_TEXT_H
 
-#include "host/host_services.h"
+#include "bgp_host_services.h"
 #include "host/refusal.h"
 
 #include <cstdint>
@@ -30,29 +30,42 @@ inline bool IsHexDigit(char character)
     return IsDigit(character) || (character >= 'A' && character <= 'F') || (character >= 'a' && character <= 'f');
 }
 
+// The white space of the C locale, vertical kinds included, which a scan by format skips before a number or a word:
+// wider than the blanks that are trimmed, and the same for all hosts.
+inline bool IsWhiteSpace(char character)
+{
+    return character == ' ' || (character >= '\t' && character <= '\r');
+}
+
 // The text without what the host's service trims at its ends. The service works on copies of the characters there that
 // are not graphic; the caller's text is left alone. A service that answers null gives a null piece.
 using TrimService = char *(*)(char *text);
-Text TrimBy(TrimService service, const char *text);
-Text TrimByHost(const char *text);
+Text TrimBy(TrimService service, Text text);
+Text TrimByHost(Text text);
 
 // The text without the blanks around it, however many: by SYSDT_BTrim(), which need not be asked about texts that begin
 // and end with a graphic character.
+inline Text Trim(Text text)
+{
+    const bool bare = text.length == 0 || (IsGraphic(text.at[0]) && IsGraphic(text.at[text.length - 1]));
+    return bare ? text : TrimByHost(text);
+}
+
 inline Text Trim(const char *text)
 {
-    const auto length = static_cast<uint32_t>(std::strlen(text));
-    if (IsGraphic(text[0]) && IsGraphic(text[length - 1])) [[likely]] {
-        return {text, length};
-    }
-    return TrimByHost(text);
+    return Trim(Text{text, static_cast<uint32_t>(std::strlen(text))});
 }
 
 // Whether the host (NCF_IsSpaceInString) finds a blank in the piece.
 bool HostFindsBlank(Text text);
 
+// The characters at the start of a piece that are graphic, in whole words of eight.
+uint32_t GraphicWords(Text text);
+
 inline bool HasBlank(Text text)
 {
-    for (uint32_t i = 0; i < text.length; ++i) {
+    constexpr uint32_t kLong = 32; // where a scan by words pays
+    for (uint32_t i = text.length < kLong ? 0 : GraphicWords(text); i < text.length; ++i) {
         if (!IsGraphic(text.at[i])) {
             return HostFindsBlank({text.at + i, text.length - i});
         }
@@ -145,9 +158,63 @@ struct Argument {
     const char *text;
 };
 
-// Writes format with its arguments into at most `room` bytes, terminator included, cutting what does not fit; returns
-// the characters written. The conversions are those of the types' formats: a number (%u %hu %hhu %llu %d), two-digit
-// hexadecimal (%02x %.2x %02hx), plain hexadecimal (%x), a text (%s), a character (%c).
+// A text that grows at its end; what does not fit is cut. Putting leaves it without a terminator, formatting and
+// printing terminate it.
+struct GrowingText {
+    char *start;
+    char *at;  // where the next character goes
+    char *end; // the last place, kept for the terminator
+};
+
+// An empty text in `size` bytes, of which there is at least one.
+inline GrowingText GrowIn(char *buffer, uint32_t size)
+{
+    return {buffer, buffer, buffer + size - 1};
+}
+
+inline uint32_t Length(const GrowingText &text)
+{
+    return static_cast<uint32_t>(text.at - text.start);
+}
+
+inline void Put(GrowingText &text, char character)
+{
+    if (text.at < text.end) {
+        *text.at++ = character;
+    }
+}
+
+inline void Put(GrowingText &text, Text piece)
+{
+    for (uint32_t i = 0; i < piece.length; ++i) {
+        Put(text, piece.at[i]);
+    }
+}
+
+inline void Put(GrowingText &text, const char *words)
+{
+    for (; *words != '\0'; ++words) {
+        Put(text, *words);
+    }
+}
+
+inline void PutTimes(GrowingText &text, char character, uint32_t count)
+{
+    for (; count > 0 && text.at < text.end; --count) {
+        *text.at++ = character;
+    }
+}
+
+// Appends format with its arguments. The conversions are those of the types' formats: a number (%u %hu %hhu %llu %d),
+// two-digit hexadecimal (%02x %.2x %02hx), plain hexadecimal (%x), a text (%s), a character (%c).
+void Format(GrowingText &text, const char *format, const Argument *arguments);
+
+inline void Format(GrowingText &text, const char *format, std::initializer_list<Argument> arguments)
+{
+    Format(text, format, arguments.begin());
+}
+
+// The same into `room` bytes, terminator included; returns the characters written.
 uint32_t Format(char *to, uint32_t room, const char *format, const Argument *arguments);
 
 // Formats into buffer: at most size - 1 characters and a terminator, through the host's bounded formatter, which has
@@ -157,6 +224,15 @@ int32_t Print(char *buffer, uint32_t size, const char *format, const Argument *a
 inline int32_t Print(char *buffer, uint32_t size, const char *format, std::initializer_list<Argument> arguments)
 {
     return Print(buffer, size, format, arguments.begin());
+}
+
+// Appends what the host's bounded formatter makes of it. False, with the text as it was, when the host refuses, or has
+// filled more than there was room for.
+bool Print(GrowingText &text, const char *format, const Argument *arguments);
+
+inline bool Print(GrowingText &text, const char *format, std::initializer_list<Argument> arguments)
+{
+    return Print(text, format, arguments.begin());
 }
 
 // A ready text through the host's bounded formatter, the one road by which text leaves the plug-in.

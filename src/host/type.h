@@ -21,7 +21,10 @@ struct Type {
     uint32_t subTypeCount;
 };
 
-// Of any type. The answer is FormatIn's, and the reason's code.
+// By the rules of a FormatIn; null: there is none. The answer is FormatIn's, and the reason's code.
+uint32_t Explain(const FormatInRule *rule, const DataTypeRequest &request, const char *text, BgpReason &reason);
+
+// The same, of any type.
 uint32_t Explain(const Type &type, const DataTypeRequest &request, const char *text, BgpRefusal &refusal);
 
 // The rules that a type's texts can break.
@@ -80,7 +83,8 @@ consteval Type MakeType(const TypeRule &rule)
     facts.ResultTypeId = rule.in != nullptr ? rule.in->typeId : rule.typeId;
     facts.TypeId = Or(rule.typeId, facts.ResultTypeId);
     facts.SubType = rule.subType;
-    facts.ValueLength = Or(rule.valueLength, rule.in != nullptr ? rule.in->length : rule.out->valueSize);
+    const uint16_t printed = rule.out != nullptr ? rule.out->valueSize : uint16_t{0};
+    facts.ValueLength = Or(rule.valueLength, rule.in != nullptr ? rule.in->length : printed);
     facts.CheckedLength = rule.checkedLength == TypeRule::kValueLength ? facts.ValueLength : rule.checkedLength;
     facts.TextSize = Or(rule.textSize, rule.out != nullptr ? rule.out->textSize : uint16_t{0});
     facts.ShortestText = rule.text != nullptr ? rule.text->shortest : rule.shortestText;

@@ -2,10 +2,10 @@
 // registration. This source alone sees all types.
 #include "asnum/asnum.h"
 #include "bgp_datatypes/evpn.h"
+#include "bgp_host_services.h"
 #include "bgpls/bgpls.h"
 #include "community/community.h"
 #include "community/ext_community.h"
-#include "host/host_services.h"
 #include "prefix/prefix.h"
 #include "rdrt/rdrt.h"
 #include "types/types.h"
@@ -171,21 +171,13 @@ struct Description {
 };
 
 constexpr Description kDescriptions[] = {
-    {255, &bgp::kAsNumLayout},
     {256, &bgp::kCommunityLayout},
-    {279, nullptr, bgp::DescribeBolPrefix},
-    {281, nullptr, bgp::DescribeBolPrefix},
     {284, &bgp::kTimeRangeLayout},
-    {285, &bgp::kAsNumLayout},
     {290, &bgp::kAttrIdBitmapLayout},
     {292, &bgp::kCvrfNameLayout},
-    {294, nullptr, bgp::DescribeBolPrefix},
-    {295, nullptr, bgp::DescribeBolPrefix},
-    {296, nullptr, bgp::DescribeBolPrefix},
     {325, &bgp::kAsNumListLayout},
     {326, &bgp::kCommunityListLayout},
     {329, &bgp::kExtCommunityBwLayout},
-    {1299, nullptr, bgp::DescribeBgpLs},
     {1300, &bgp::kExtCommunityComprLayout},
 };
 
@@ -213,16 +205,24 @@ namespace {
 // clang-format off
 // The types in the order of their rows.
 constexpr const bgp::Type *kTypes[] = {
+    &bgp::kAsNum,
     &bgp::kLargeCommunity,
     &bgp::kExtCommunity,
+    &bgp::kBgpLsPrefix,
     &bgp::kVrfRt,
     &bgp::kVrfRd,
     &bgp::kSoo,
+    &bgp::kBolPrefix,
     &bgp::kBolRd,
+    &bgp::kVpnv4McPrefix,
+    &bgp::kMdtPrefix,
+    &bgp::kL2vpnPrefix,
+    &bgp::kAsNumExt,
     &bgp::kVpnId,
     &bgp::kVrfRtV6,
     &bgp::kRtpRd,
     &bgp::kSidStructure,
+    &bgp::kEvnPrefix,
 };
 // clang-format on
 

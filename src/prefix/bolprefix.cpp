@@ -7,7 +7,8 @@
 #include "bgp_datatypes/evpn.h"
 #include "bgp_datatypes/ng_mvpn.h"
 #include "bgp_datatypes/rdrt.h"
-#include "host/contract.h"
+#include "host/address_field.h"
+#include "host/type.h"
 #include "prefix/prefix.h"
 
 namespace {
@@ -124,6 +125,114 @@ const BolPrefixSubtypeEntry *FindRow(const void *value, uint32_t length)
 
 } // namespace
 
+// --------------------------------------------------------------------------------------------------- what a text lacks
+
+namespace bgp {
+
+namespace {
+
+// In the order of their words.
+constexpr const Type *kSubTypes[BOL_PREFIX_SUBTYPES] = {
+    &kVplsAd, &kEvpn,       &kNgType2, &kNgType3, &kNgType42, &kNgType43, &kNgType5,    &kNgType6, &kVrfRtExt,
+    &kL2vpn,  &kVpnv4Mcast, &kMdt,     &kRpd,     &kNgType41, &kSrPolicy, &kIpv6Prefix, &kSdwan,
+};
+
+// The row's answer. Rows that share a parser share it, and the rows that cannot be typed have one too.
+void Ask(uint32_t row, const DataTypeRequest &request, const char *text, BgpRefusal &refusal)
+{
+    uint32_t first = 0;
+    while (kSubTypes[first]->in != kSubTypes[row]->in) {
+        ++first;
+    }
+    if (first < row) {
+        refusal.SubTypes[row] = refusal.SubTypes[first];
+    } else {
+        Explain(kSubTypes[row]->in, request, text, refusal.SubTypes[row]);
+    }
+}
+
+// How far a parser got: behind a piece of which only the size is wrong, else up to the piece.
+uint32_t Reach(const BgpReason &reason)
+{
+    return reason.Offset + (reason.Rule->FormHolds != 0 ? reason.Length : 0);
+}
+
+// The first of those that got furthest.
+uint32_t FindClosest(const BgpRefusal &refusal)
+{
+    uint32_t closest = 0;
+    for (uint32_t row = 1; row < refusal.SubTypeCount; ++row) {
+        if (Reach(refusal.SubTypes[row]) > Reach(refusal.SubTypes[closest])) {
+            closest = row;
+        }
+    }
+    return closest;
+}
+
+// The word of the value that a text gives: the rows of NG-MVPN share a parser, which picks one of them.
+uint32_t SubTypeOfText(const FormatInRule &rule, const DataTypeRequest &request, const char *text)
+{
+    uint8_t value[kBolPrefixLength];
+    ReadValue(rule, request, text, value, nullptr);
+    return Load<uint32_t>(value);
+}
+
+uint32_t ExplainBolPrefix(const DataTypeRequest &request, const char *text, BgpRefusal &refusal)
+{
+    refusal.SubTypeCount = BOL_PREFIX_SUBTYPES;
+    const Type *taker = nullptr;
+    for (uint32_t row = 0; row < BOL_PREFIX_SUBTYPES; ++row) {
+        Ask(row, request, text, refusal);
+        if (taker == nullptr && refusal.SubTypes[row].Code == DT_OK) {
+            taker = kSubTypes[row];
+        }
+    }
+    if (taker != nullptr) {
+        refusal.Closest = SubTypeOfText(*taker->in, request, text);
+        return DT_OK;
+    }
+    refusal.Closest = FindClosest(refusal);
+    refusal.Reason = refusal.SubTypes[refusal.Closest];
+    return DT_ERR_INVALID_VALUE;
+}
+
+} // namespace
+
+constinit const Type kBolPrefix = MakeType({
+    .name = "BOLPREFIX",
+    .description = "the key of a BGP route of any address family",
+    .shortestText = 1,
+    .longestText = 255,
+    .typeId = kBolPrefixTypeId,
+    .valueLength = kBolPrefixLength,
+    .textSize = kTextSize,
+    .order = BGP_ORDER_NONE, // sub-types find values equal that differ
+    .network = BGP_NETWORK_LAYOUT,
+    .lua = BGP_LUA_TYPED,
+    .traits = BGP_TRAIT_READS_SHORT,
+    .explain = ExplainBolPrefix,
+    .describe = DescribeBolPrefix,
+    .subTypes = kSubTypes,
+    .subTypeCount = BOL_PREFIX_SUBTYPES,
+});
+
+const BgpLayout *DescribeBolPrefix(const void *value, uint32_t length)
+{
+    if (value == nullptr || length < kPayloadAt) {
+        return nullptr;
+    }
+    const auto subType = Load<uint32_t>(value);
+    if (subType >= BOL_PREFIX_SUBTYPES) {
+        return nullptr;
+    }
+    const Type &type = *kSubTypes[subType];
+    return type.describe != nullptr ? type.describe(value, length) : type.facts.Layout;
+}
+
+} // namespace bgp
+
+// ---------------------------------------------------------------------------------------------------------- operations
+
 uint32_t SYSDT_BolPrefixFormatIn(const DataTypeRequest *request, uint32_t typeId, uint32_t length, char *text,
                                  uint16_t *outTypeId, uint16_t *outLength, void **outBuffer)
 {
@@ -215,4 +324,12 @@ uint32_t SYSDT_BolPrefixLuaGet(lua_State *L, int32_t tableIndex, const char *fie
     const bool read =
         subType < BOL_PREFIX_SUBTYPES && g_astBOL_PREFIX_LuaGetTable[subType].Reader(L, outValue, table) == DT_OK;
     return read ? DT_OK : DT_ERR_INVALID_VALUE;
+}
+
+uint32_t SYSDT_BolPrefixLuaParseToIPv4IPv6(lua_State *L, uint32_t kind, void *block)
+{
+    if (L == nullptr || block == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    return bgp::LuaReadAddress(L, kind, static_cast<uint8_t *>(block));
 }

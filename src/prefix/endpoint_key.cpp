@@ -23,7 +23,7 @@ int32_t PrintWith(const char *format, const uint32_t *numbers, uint32_t count, c
     if (address != nullptr) {
         arguments[count] = address;
     }
-    return Print(buffer, kPrintSize, format, arguments);
+    return Print(buffer, kPrintLimit, format, arguments);
 }
 
 bool IsAsLong(int32_t printed, Text text)
@@ -55,7 +55,7 @@ uint32_t ReadIpv4Key(const EndpointKey &key, Text text, uint8_t *body)
         !AreOctetsWithin(octets, key.mostOctet)) {
         return DT_ERR_FAIL;
     }
-    char again[kPrintSize];
+    char again[kPrintLimit];
     if (!IsAsLong(PrintWith(key.scanIpv4, scanned.numbers, items, nullptr, again), text)) {
         return DT_ERR_FAIL;
     }
@@ -78,7 +78,7 @@ uint32_t ReadIpv6Key(const EndpointKey &key, Text text, uint8_t *body)
         return DT_ERR_INVALID_PARAM;
     }
     char address[kAddressTextSize];
-    char again[kPrintSize];
+    char again[kPrintLimit];
     AddressTextAs(field, kIpv6Family, address);
     if (!IsAsLong(PrintWith(key.print, scanned.numbers, key.numberCount, address, again), text)) {
         return DT_ERR_FAIL;

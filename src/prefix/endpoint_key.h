@@ -8,8 +8,8 @@
 #ifndef BGP_PREFIX_ENDPOINT_KEY_H
 #define BGP_PREFIX_ENDPOINT_KEY_H
 
+#include "host/address_field.h"
 #include "host/text.h"
-#include "prefix/address_field.h"
 
 #include <cstdint>
 

@@ -6,6 +6,7 @@
 //
 // Check, Help and Compare are those of the EVPN routes: the Compare finds any two IPv6 addresses without order.
 #include "bgp_datatypes/evpn.h"
+#include "host/address_field.h"
 #include "host/layout.h"
 #include "host/operations.h"
 #include "host/text.h"
@@ -18,7 +19,6 @@ namespace {
 
 constexpr uint32_t kIpv6SubType = 15;
 constexpr uint32_t kIpv6TextSize = 256; // room for the host's text of an address, and for any text of one
-constexpr uint32_t kIpv6Size = 16;
 
 constexpr BgpField kFields[] = {
     Number("bolType", 0, 4),
@@ -48,18 +48,27 @@ constexpr FormatOutRule ClearsNothing(FormatOutRule rule)
     return rule;
 }
 
-} // namespace
-
-const BgpLayout kIpv6PrefixLayout = Layout(kFields, kBolPrefixLength);
-
-namespace {
+constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 
 constexpr FormatInRule kIn = RouteKeyIn(Unexplained<Parse>);
 constexpr FormatOutRule kOut = ClearsNothing(RouteKeyOut(PrintAddress));
-constexpr LuaRule kLua{.layout = kIpv6PrefixLayout, .pops = 0};
-constexpr ReaderRule kReader{.layout = kIpv6PrefixLayout, .pops = 0}; // the array's 17 slots are popped with the field
+constexpr LuaRule kLua{.layout = kLayout, .pops = 0};
+constexpr ReaderRule kReader{.layout = kLayout, .pops = 0}; // the array's 17 slots are popped with the field
 
 } // namespace
+
+constinit const Type kIpv6Prefix = MakeSubType({
+    .name = "IPV6",
+    .description = "an IPv6 address",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .shortestText = 1,
+    .longestText = kIpv6TextSize - 1,
+    .subType = kIpv6SubType,
+    .order = BGP_ORDER_NONE,
+    .lua = BGP_LUA_LOSES, // only the composite reads it
+});
 
 } // namespace bgp
 

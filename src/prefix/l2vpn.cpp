@@ -23,35 +23,52 @@ constexpr BgpField kFields[] = {
     Number("bolLabelOffSet", kPayloadAt + 2, 2),
 };
 
-} // namespace
-
-const BgpLayout kL2vpnLayout = Layout(kFields, kBolPrefixLength);
-
-namespace {
+constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 
 constexpr FormatOutRule kOut = OfSubType(RouteKeyOut(PrintKey<SYSDT_L2VPNPrefix2Str>), kL2vpnSubType, false);
-constexpr LuaRule kLua{.layout = kL2vpnLayout, .pops = 0};
-constexpr KeyLuaRule kLuaGet{.layout = kL2vpnLayout, .subType = kL2vpnSubType, .pops = 3};
-constexpr ReaderRule kReader{.layout = kL2vpnLayout, .pops = 3};
+constexpr LuaRule kLua{.layout = kLayout, .pops = 0};
+constexpr KeyLuaRule kLuaGet{.layout = kLayout, .subType = kL2vpnSubType, .pops = 3};
+constexpr ReaderRule kReader{.layout = kLayout, .pops = 3};
 
 } // namespace
+
+constinit const Type kL2vpn = MakeSubType({
+    .name = "L2VPN",
+    .description = "the key of a BGP layer-2 VPN route",
+    .reference = "RFC 4761",
+    .out = &kOut,
+    .layout = &kLayout,
+    .subType = kL2vpnSubType,
+    .order = BGP_ORDER_NONE, // Compare is that of sub-type 0
+    .lua = BGP_LUA_LOSES,
+    .traits = BGP_TRAIT_NO_TEXT,
+});
+
+constinit const Type kL2vpnPrefix = MakeType({
+    .name = "L2VPNPREFIX",
+    .description = "the key of a BGP layer-2 VPN route",
+    .reference = "RFC 4761",
+    .out = &kOut,
+    .layout = &kLayout,
+    .typeId = 294,
+    .order = BGP_ORDER_NONE,
+    .network = BGP_NETWORK_LAYOUT,
+    .lua = BGP_LUA_LOSES,
+    .traits = BGP_TRAIT_NO_TEXT,
+    .explain = [](const DataTypeRequest &, const char *, BgpRefusal &) -> uint32_t { return DT_OK; },
+});
 
 } // namespace bgp
 
 uint32_t SYSDT_L2VPNPrefix2Str(const void *payload, char *buffer, uint32_t *printed)
 {
     const auto *bytes = static_cast<const uint8_t *>(payload);
-    const int32_t site = bgp::Print(buffer, bgp::kPrintSize, "%u", {bgp::Load<uint16_t>(bytes)});
-    if (site < 0) {
+    bgp::GrowingText text = bgp::GrowIn(buffer, bgp::kPrintLimit);
+    if (!bgp::Print(text, "%u", {bgp::Load<uint16_t>(bytes)}) ||
+        !bgp::Print(text, "/%u", {bgp::Load<uint16_t>(bytes + sizeof(uint16_t))})) {
         return DT_ERR_FAIL;
     }
-    const auto used = static_cast<uint32_t>(site);
-    const int32_t offset =
-        bgp::Print(buffer + used, bgp::kPrintSize - used, "/%u", {bgp::Load<uint16_t>(bytes + sizeof(uint16_t))});
-    if (offset < 0) {
-        return DT_ERR_FAIL;
-    }
-    *printed = used + static_cast<uint32_t>(offset);
+    *printed = bgp::Length(text);
     return DT_OK;
 }
 

@@ -36,22 +36,43 @@ constexpr BgpField kShortFields[] = {
 
 constexpr BgpLayout kShortLayout = Layout(kShortFields, 12);
 
-} // namespace
-
-const BgpLayout kMdtLayout = Layout(kFields, kBolPrefixLength);
-
-namespace {
+constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 
 constexpr MaskedPrefix kForm{.least = 7, .most = 35, .maskAt = kMaskAt - kPayloadAt};
 
 constexpr FormatInRule kIn = InPlainMemory(RouteKeyIn(Unexplained<ParseKey<kMdtSubType, SYSDT_Str2MdtPrefix>>));
 constexpr FormatOutRule kOut = InPlainMemory(RouteKeyOut(PrintKey<SYSDT_MdtPrefix2Str>));
 constexpr HelpRule kHelp{.text = "X.X.X.X/M or X.X.X.X", .memory = Memory::kPlain};
-constexpr LuaRule kLua{.layout = kMdtLayout, .pops = 0};
-constexpr KeyLuaRule kLuaGet{.layout = kMdtLayout, .subType = kMdtSubType, .pops = 4};
-constexpr ReaderRule kReader{.layout = kMdtLayout, .pops = 4};
+constexpr LuaRule kLua{.layout = kLayout, .pops = 0};
+constexpr KeyLuaRule kLuaGet{.layout = kLayout, .subType = kMdtSubType, .pops = 4};
+constexpr ReaderRule kReader{.layout = kLayout, .pops = 4};
 
 } // namespace
+
+constinit const Type kMdt = MakeSubType({
+    .name = "MDT",
+    .description = "the key of a multicast distribution tree route",
+    .reference = "RFC 6037",
+    .out = &kOut,
+    .layout = &kLayout,
+    .subType = kMdtSubType,
+    .lua = BGP_LUA_LOSES,
+    .traits = BGP_TRAIT_NO_TEXT,
+});
+
+constinit const Type kMdtPrefix = MakeType({
+    .name = "MDTPREFIX",
+    .description = "the key of a multicast distribution tree route",
+    .reference = "RFC 6037",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .shortestText = kForm.least,
+    .longestText = kForm.most,
+    .typeId = 296,
+    .network = BGP_NETWORK_PAYLOAD,
+    .lua = BGP_LUA_TYPED,
+});
 
 } // namespace bgp
 

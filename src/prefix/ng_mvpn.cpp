@@ -17,14 +17,36 @@
 #include "asnum/asnum.h"
 #include "bgp_datatypes/evpn.h"
 #include "bgp_datatypes/helpers.h"
+#include "host/address_field.h"
 #include "host/bytes.h"
 #include "host/operations.h"
-#include "prefix/address_field.h"
 #include "prefix/prefix.h"
 
 namespace bgp {
 
 namespace {
+
+struct Rows {
+    BgpField fields[5];
+};
+
+// "bolType" and the key's fields.
+constexpr Rows RowsOf(const NgKey &key)
+{
+    Rows rows{{Number("bolType", 0, 4)}};
+    for (uint32_t i = 0; i < key.count; ++i) {
+        const NgField &field = key.fields[i];
+        const auto width = static_cast<uint8_t>(field.kind == BGP_FIELD_AS ? 2 * sizeof(uint32_t) : kAddressFieldSize);
+        rows.fields[i + 1] = {field.name, field.at, width, 1, field.kind, 0, 0};
+    }
+    return rows;
+}
+
+template <const NgKey &Key>
+inline constexpr Rows kRows = RowsOf(Key);
+
+template <const NgKey &Key>
+inline constexpr BgpLayout kLayout{kRows<Key>.fields, Key.count + 1u, kBolPrefixLength};
 
 // ----------------------------------------------------------------------------------------------------------- text in
 
@@ -44,7 +66,7 @@ struct Spelling {
     bool ipv6; // colons and hexadecimal letters may stand beside digits and dots
 };
 
-constexpr uint32_t kLongestKey = 159;
+constexpr uint16_t kLongestKey = 159;
 constexpr Spelling kIpv4Spelling{63, ':', false};
 constexpr Spelling kIpv6Spelling{kLongestKey, '-', true};
 
@@ -217,28 +239,22 @@ uint32_t ParseIpv6(Text text, uint8_t *value)
 
 // ---------------------------------------------------------------------------------------------------------- text out
 
-// A key under construction. Four addresses of 45 characters and their separators fit.
-struct Line {
-    char text[kTextSize];
-    uint32_t length;
-};
-
 // Dotted only where the notation says so and the number needs it.
-void AppendAs(Line &line, const uint8_t *field)
+void AppendAs(GrowingText &text, const uint8_t *field)
 {
     const auto as = Load<AsNumber>(field);
-    const bool dotted = as.notation != 0 && as.number > UINT16_MAX;
-    const Argument halves[] = {as.number >> 16, as.number & 0xFFFF};
-    const Argument whole[] = {as.number};
-    line.length += dotted ? Format(line.text + line.length, sizeof line.text - line.length, "%u.%u", halves)
-                          : Format(line.text + line.length, sizeof line.text - line.length, "%u", whole);
+    if (as.notation != 0 && as.number > UINT16_MAX) {
+        Format(text, "%u.%u", {as.number >> 16, as.number & 0xFFFF});
+    } else {
+        Format(text, "%u", {as.number});
+    }
 }
 
-void AppendAddress(Line &line, const uint8_t *field, uint32_t family)
+void AppendAddress(GrowingText &text, const uint8_t *field, uint32_t family)
 {
-    char *at = line.text + line.length;
-    AddressTextAs(field, family == kIpv6Family ? kIpv6Family : kIpv4Family, at);
-    line.length += static_cast<uint32_t>(std::strlen(at));
+    char address[kAddressTextSize];
+    AddressTextAs(field, family == kIpv6Family ? kIpv6Family : kIpv4Family, address);
+    Put(text, address);
 }
 
 // The family that the first address names, or IPv6 when all do and IPv4 otherwise.
@@ -258,7 +274,7 @@ uint32_t CommonFamily(const NgKey &key, const uint8_t *value)
     return all;
 }
 
-void Append(Line &line, const NgKey &key, const uint8_t *value)
+void Append(GrowingText &text, const NgKey &key, const uint8_t *value)
 {
     const uint32_t common = key.family == NgFamily::kNone ? kIpv4Family : CommonFamily(key, value);
     if (common > kIpv6Family) {
@@ -266,13 +282,13 @@ void Append(Line &line, const NgKey &key, const uint8_t *value)
     }
     for (uint32_t i = 0; i < key.count; ++i) {
         if (i > 0) {
-            line.text[line.length++] = common == kIpv6Family ? '-' : ':';
+            Put(text, common == kIpv6Family ? '-' : ':');
         }
         const uint8_t *field = value + key.fields[i].at;
         if (key.fields[i].kind == BGP_FIELD_AS) {
-            AppendAs(line, field);
+            AppendAs(text, field);
         } else {
-            AppendAddress(line, field, key.family == NgFamily::kOfFirst ? common : field[kAddressFamilyAt]);
+            AppendAddress(text, field, key.family == NgFamily::kOfFirst ? common : field[kAddressFamilyAt]);
         }
     }
 }
@@ -285,7 +301,34 @@ uint32_t PrintValue(const uint8_t *value, uint32_t, char *buffer, uint32_t *prin
 constexpr FormatInRule kIn = RouteKeyIn(Unexplained<SYSDT_Str2NGPrefix>);
 constexpr FormatOutRule kOut = RouteKeyOut(PrintValue);
 
+template <const NgKey &Key>
+consteval Type MakeNgType(const char *name)
+{
+    return MakeSubType({
+        .name = name,
+        .description = Key.route,
+        .reference = "RFC 6514",
+        .in = &kIn,
+        .out = &kOut,
+        .layout = &kLayout<Key>,
+        .shortestText = 1,
+        .longestText = kLongestKey,
+        .subType = Key.subType,
+        .order = BGP_ORDER_NONE, // Compare and LuaGet are those of the EVPN routes
+        .lua = BGP_LUA_LOSES,
+        .traits = BGP_TRAIT_OTHER_SUBTYPES,
+    });
+}
+
 } // namespace
+
+constinit const Type kNgType2 = MakeNgType<kNg2>("NG_TYPE_2");
+constinit const Type kNgType3 = MakeNgType<kNg3>("NG_TYPE_3");
+constinit const Type kNgType42 = MakeNgType<kNg42>("NG_TYPE_4_2");
+constinit const Type kNgType43 = MakeNgType<kNg43>("NG_TYPE_4-3");
+constinit const Type kNgType5 = MakeNgType<kNg5>("NG_TYPE_5");
+constinit const Type kNgType6 = MakeNgType<kNg6>("NG_TYPE_6");
+constinit const Type kNgType41 = MakeNgType<kNg41>("NG_TYPE_4-1");
 
 } // namespace bgp
 
@@ -307,11 +350,11 @@ uint32_t SYSDT_NGPrefix2Str(const void *value, char *buffer, uint32_t *printed)
     if (key == nullptr || key == &bgp::kNgPlain) {
         return DT_ERR_FAIL;
     }
-    bgp::Line line;
-    line.length = 0;
-    bgp::Append(line, *key, bytes);
-    line.text[line.length] = '\0';
-    return bgp::Printed(bgp::PrintText(buffer, bgp::kTextSize - 1, line.text), printed);
+    char typed[bgp::kTextSize];
+    bgp::GrowingText text = bgp::GrowIn(typed, sizeof typed);
+    bgp::Append(text, *key, bytes);
+    *text.at = '\0';
+    return bgp::Printed(bgp::PrintText(buffer, bgp::kPrintLimit, typed), printed);
 }
 
 BGP_FORMAT_IN(SYSDT_NGPrefixFormatIn, bgp::kIn)

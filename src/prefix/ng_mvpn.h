@@ -10,7 +10,8 @@
 
 namespace bgp {
 
-// Lua names of a field: of what it holds, and of its notation (AS number) or family (address).
+// A field: its Lua names, of what it holds and of its notation (AS number) or family (address), and what people call
+// it.
 struct NgField {
     uint8_t kind; // BGP_FIELD_AS or BGP_FIELD_ADDRESS
     uint8_t at;   // in the value
@@ -50,6 +51,7 @@ enum class NgFamily : uint8_t {
 
 struct NgKey {
     uint8_t subType;
+    const char *route; // of RFC 6514
     uint8_t count;
     NgField fields[4];       // in the order of the text
     const char *readerOrder; // in which the reader visits them, as digits
@@ -57,19 +59,64 @@ struct NgKey {
     NgFamily family;
 };
 
-// clang-format off
-inline constexpr NgKey kNgPlain{0,  1, {NgSource(4)}, "0", 0, NgFamily::kNone}; // typed here, printed by the IPV4 row
-inline constexpr NgKey kNg2{    2,  1, {NgAs(4)}, "0", 3, NgFamily::kNone};
-inline constexpr NgKey kNg3{    3,  3, {NgSource(4), NgGroup(25), NgOriginator(46, "bolNgPrefixOriIP")},
-                                "201", 4, NgFamily::kOfFirst};
-inline constexpr NgKey kNg42{   4,  2, {NgAs(4), NgOriginator(12, "bolNgPrefixOriIP")}, "10", 4, NgFamily::kOfFirst};
-inline constexpr NgKey kNg43{   5,  4, {NgSource(4), NgGroup(25), NgOriginator(46, "bolNgPrefixOriIP1"),
-                                        NgOriginator(67, "bolNgPrefixOriIP2")}, "3201", 5, NgFamily::kOfFirst};
-inline constexpr NgKey kNg5{    6,  2, {NgSource(4), NgGroup(25)}, "01", 3, NgFamily::kOfEach};
-inline constexpr NgKey kNg6{    7,  3, {NgAs(4), NgSource(12), NgGroup(33)}, "120", 5, NgFamily::kOfEach};
-inline constexpr NgKey kNg41{  13,  2, {NgOriginator(4, "bolNgPrefixOriIP1"), NgOriginator(25, "bolNgPrefixOriIP2")},
-                                "10", 3, NgFamily::kOfEach};
-// clang-format on
+// Typed here, printed by the IPV4 row.
+inline constexpr NgKey kNgPlain{.subType = 0,
+                                .route = nullptr,
+                                .count = 1,
+                                .fields = {NgSource(4)},
+                                .readerOrder = "0",
+                                .readerPops = 0,
+                                .family = NgFamily::kNone};
+inline constexpr NgKey kNg2{.subType = 2,
+                            .route = "Inter-AS I-PMSI A-D route",
+                            .count = 1,
+                            .fields = {NgAs(4)},
+                            .readerOrder = "0",
+                            .readerPops = 3,
+                            .family = NgFamily::kNone};
+inline constexpr NgKey kNg3{.subType = 3,
+                            .route = "S-PMSI A-D route",
+                            .count = 3,
+                            .fields = {NgSource(4), NgGroup(25), NgOriginator(46, "bolNgPrefixOriIP")},
+                            .readerOrder = "201",
+                            .readerPops = 4,
+                            .family = NgFamily::kOfFirst};
+inline constexpr NgKey kNg42{.subType = 4,
+                             .route = "Leaf A-D route of an Inter-AS I-PMSI",
+                             .count = 2,
+                             .fields = {NgAs(4), NgOriginator(12, "bolNgPrefixOriIP")},
+                             .readerOrder = "10",
+                             .readerPops = 4,
+                             .family = NgFamily::kOfFirst};
+inline constexpr NgKey kNg43{
+    .subType = 5,
+    .route = "Leaf A-D route of an S-PMSI",
+    .count = 4,
+    .fields = {NgSource(4), NgGroup(25), NgOriginator(46, "bolNgPrefixOriIP1"), NgOriginator(67, "bolNgPrefixOriIP2")},
+    .readerOrder = "3201",
+    .readerPops = 5,
+    .family = NgFamily::kOfFirst};
+inline constexpr NgKey kNg5{.subType = 6,
+                            .route = "Source Active A-D route",
+                            .count = 2,
+                            .fields = {NgSource(4), NgGroup(25)},
+                            .readerOrder = "01",
+                            .readerPops = 3,
+                            .family = NgFamily::kOfEach};
+inline constexpr NgKey kNg6{.subType = 7,
+                            .route = "C-multicast route",
+                            .count = 3,
+                            .fields = {NgAs(4), NgSource(12), NgGroup(33)},
+                            .readerOrder = "120",
+                            .readerPops = 5,
+                            .family = NgFamily::kOfEach};
+inline constexpr NgKey kNg41{.subType = 13,
+                             .route = "Leaf A-D route of an Intra-AS I-PMSI",
+                             .count = 2,
+                             .fields = {NgOriginator(4, "bolNgPrefixOriIP1"), NgOriginator(25, "bolNgPrefixOriIP2")},
+                             .readerOrder = "10",
+                             .readerPops = 3,
+                             .family = NgFamily::kOfEach};
 
 inline constexpr const NgKey *kNgKeys[] = {&kNgPlain, &kNg2, &kNg3, &kNg42, &kNg43, &kNg5, &kNg6, &kNg41};
 

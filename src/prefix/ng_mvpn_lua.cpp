@@ -1,51 +1,13 @@
-// The Lua side of the NG-MVPN keys, and their layouts. A field has two entries in a key's table: the AS number with its
+// The Lua side of the NG-MVPN keys. A field has two entries in a key's table: the AS number with its
 // notation, or the address (a number, or an array of 16 for IPv6) with its family. Both originators of a key share the
 // family of the first.
+#include "host/address_field.h"
 #include "host/bytes.h"
 #include "host/contract.h"
-#include "prefix/address_field.h"
 #include "prefix/ng_mvpn.h"
 #include "prefix/prefix.h"
 
 namespace bgp {
-
-// ----------------------------------------------------------------------------------------------------------- layouts
-
-namespace {
-
-struct Rows {
-    BgpField fields[5];
-};
-
-// "bolType" and the key's fields.
-constexpr Rows RowsOf(const NgKey &key)
-{
-    Rows rows{{Number("bolType", 0, 4)}};
-    for (uint32_t i = 0; i < key.count; ++i) {
-        const NgField &field = key.fields[i];
-        const auto width = static_cast<uint8_t>(field.kind == BGP_FIELD_AS ? 2 * sizeof(uint32_t) : kAddressFieldSize);
-        rows.fields[i + 1] = {field.name, field.at, width, 1, field.kind, 0, 0};
-    }
-    return rows;
-}
-
-constexpr BgpLayout LayoutOf(const NgKey &key, const Rows &rows)
-{
-    return {rows.fields, key.count + 1u, kBolPrefixLength};
-}
-
-constexpr Rows kNg2Rows = RowsOf(kNg2), kNg3Rows = RowsOf(kNg3), kNg42Rows = RowsOf(kNg42), kNg43Rows = RowsOf(kNg43),
-               kNg5Rows = RowsOf(kNg5), kNg6Rows = RowsOf(kNg6), kNg41Rows = RowsOf(kNg41);
-
-} // namespace
-
-const BgpLayout kNg2Layout = LayoutOf(kNg2, kNg2Rows);
-const BgpLayout kNg3Layout = LayoutOf(kNg3, kNg3Rows);
-const BgpLayout kNg42Layout = LayoutOf(kNg42, kNg42Rows);
-const BgpLayout kNg43Layout = LayoutOf(kNg43, kNg43Rows);
-const BgpLayout kNg5Layout = LayoutOf(kNg5, kNg5Rows);
-const BgpLayout kNg6Layout = LayoutOf(kNg6, kNg6Rows);
-const BgpLayout kNg41Layout = LayoutOf(kNg41, kNg41Rows);
 
 // -------------------------------------------------------------------------------------------------------- operations
 
@@ -125,7 +87,7 @@ uint32_t ReadTable(const NgKey &key, lua_State *L, void *value, int32_t table)
             family = SYSDT_SPTI_ToUInt(L, -1);
         }
         SYSDT_SPTI_GetField(L, table, field.name);
-        SYSDT_BolPrefixLuaParseToIPv4IPv6(L, family, bytes + field.at); // what is no address leaves the field alone
+        LuaReadAddress(L, family, bytes + field.at); // what is no address leaves the field alone
     }
     SYSDT_SPTI_Pop(L, key.readerPops);
     return DT_OK;

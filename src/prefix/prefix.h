@@ -1,10 +1,10 @@
 // What the sources of the route keys share: the frame of a BOLPREFIX value, the rules that most sub-types have in
-// common, and the layouts.
+// common, and the types.
 #ifndef BGP_PREFIX_PREFIX_H
 #define BGP_PREFIX_PREFIX_H
 
 #include "bgp_datatypes/prefix.h"
-#include "host/contract.h"
+#include "host/type.h"
 
 #include <cstdint>
 
@@ -36,6 +36,14 @@ constexpr FormatOutRule RouteKeyOut(Printer print)
             .zeroExtends = true};
 }
 
+// What the types of all sub-types have in common.
+consteval Type MakeSubType(TypeRule rule)
+{
+    rule.typeId = kBolPrefixTypeId;
+    rule.network = BGP_NETWORK_LAYOUT;
+    return MakeType(rule);
+}
+
 // The value, or a copy in `area` with zeros behind it when it is shorter than a whole one.
 inline const uint8_t *WholeKey(const void *value, uint32_t length, uint8_t (&area)[kBolPrefixLength])
 {
@@ -47,28 +55,36 @@ inline const uint8_t *WholeKey(const void *value, uint32_t length, uint8_t (&are
     return area;
 }
 
-// The layouts of the sub-types, each with "bolType" as its first field. EVPN routes have one per route type.
-extern const BgpLayout kVplsAdLayout;     // 0
-extern const BgpLayout kNg2Layout;        // 2
-extern const BgpLayout kNg3Layout;        // 3
-extern const BgpLayout kNg42Layout;       // 4
-extern const BgpLayout kNg43Layout;       // 5
-extern const BgpLayout kNg5Layout;        // 6
-extern const BgpLayout kNg6Layout;        // 7
-extern const BgpLayout kVrfRtExtLayout;   // 8
-extern const BgpLayout kL2vpnLayout;      // 9
-extern const BgpLayout kVpnv4McastLayout; // 10
-extern const BgpLayout kMdtLayout;        // 11
-extern const BgpLayout kRpdLayout;        // 12
-extern const BgpLayout kNg41Layout;       // 13
-extern const BgpLayout kSrPolicyLayout;   // 14
-extern const BgpLayout kIpv6PrefixLayout; // 15
-extern const BgpLayout kSdwanLayout;      // 16
+// The sub-types in the order of their words. A sub-type is listed in kSubTypes of bolprefix.cpp, its operations in the
+// tables above it; its own source makes the Type from the rules that the operations run on.
+extern const Type kVplsAd;     // 0
+extern const Type kEvpn;       // 1
+extern const Type kNgType2;    // 2
+extern const Type kNgType3;    // 3
+extern const Type kNgType42;   // 4
+extern const Type kNgType43;   // 5
+extern const Type kNgType5;    // 6
+extern const Type kNgType6;    // 7
+extern const Type kVrfRtExt;   // 8
+extern const Type kL2vpn;      // 9
+extern const Type kVpnv4Mcast; // 10
+extern const Type kMdt;        // 11
+extern const Type kRpd;        // 12
+extern const Type kNgType41;   // 13
+extern const Type kSrPolicy;   // 14
+extern const Type kIpv6Prefix; // 15
+extern const Type kSdwan;      // 16
+
+// The registered types: the composite, and four of its sub-types by themselves.
+extern const Type kBolPrefix;
+extern const Type kVpnv4McPrefix;
+extern const Type kMdtPrefix;
+extern const Type kL2vpnPrefix;
+extern const Type kEvnPrefix;
 
 // The layout that the sub-type word names, and for EVPN the route type behind it. Null when `length` bytes do not reach
 // that far, and for unknown sub-types and route types.
 const BgpLayout *DescribeBolPrefix(const void *value, uint32_t length);
-const BgpLayout *DescribeEvpnRoute(const void *value, uint32_t length);
 
 } // namespace bgp
 

@@ -9,7 +9,7 @@ namespace bgp {
 uint32_t PrintIpv4Word(const void *at, char *buffer, uint32_t *printed)
 {
     const auto address = Load<uint32_t>(at);
-    return Printed(Print(buffer, kPrintSize, "%hhu.%hhu.%hhu.%hhu",
+    return Printed(Print(buffer, kPrintLimit, "%hhu.%hhu.%hhu.%hhu",
                          {address >> 24, address >> 16 & 0xFF, address >> 8 & 0xFF, address & 0xFF}),
                    printed);
 }

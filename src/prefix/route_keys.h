@@ -40,9 +40,6 @@ uint32_t PrintKey(const uint8_t *value, uint32_t, char *buffer, uint32_t *printe
     return PrintPayload(value + kPayloadAt, buffer, printed);
 }
 
-// Printing stops one short of the text buffer.
-inline constexpr uint32_t kPrintSize = kTextSize - 1;
-
 // The IPv4 word at `at`, four decimal octets.
 uint32_t PrintIpv4Word(const void *at, char *buffer, uint32_t *printed);
 

@@ -22,7 +22,7 @@ namespace {
 
 constexpr uint16_t kDistinguisherAt = kPayloadAt + 2;
 constexpr uint16_t kPeerAt = kPayloadAt + 6;
-constexpr uint32_t kCheckedLength = 27;
+constexpr uint16_t kCheckedLength = 27;
 
 constexpr BgpField kFields[] = {
     Number("bolType", 0, 4),
@@ -31,11 +31,7 @@ constexpr BgpField kFields[] = {
     Number("bolRpdDistinguisher", kDistinguisherAt, 4),
 };
 
-} // namespace
-
-const BgpLayout kRpdLayout = Layout(kFields, kBolPrefixLength);
-
-namespace {
+constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 
 constexpr const char *kTyped = "%u/%u.%u.%u.%u/%u";
 constexpr uint32_t kItems = 6;
@@ -44,7 +40,7 @@ constexpr uint32_t kLargestPolicyType = 1;
 // Only the spelling that printing gives back is taken, judged by its length: no leading zeros, nothing behind it.
 bool IsCanonical(Text text, const uint32_t *numbers)
 {
-    char again[kPrintSize];
+    char again[kPrintLimit];
     const int32_t length =
         Print(again, sizeof again, kTyped, {numbers[0], numbers[1], numbers[2], numbers[3], numbers[4], numbers[5]});
     return length >= 0 && static_cast<uint32_t>(length) == text.length;
@@ -53,11 +49,25 @@ bool IsCanonical(Text text, const uint32_t *numbers)
 constexpr FormatInRule kIn = RouteKeyIn(Unexplained<ParseKey<kRpdSubType, SYSDT_Str2RpdPrefix>>);
 constexpr FormatOutRule kOut = OfSubType(RouteKeyOut(PrintKey<SYSDT_RpdPrefix2Str>), kRpdSubType, true);
 constexpr HelpRule kHelp{.text = "X/X.X.X.X/X", .memory = Memory::kPlain};
-constexpr LuaRule kLua{.layout = kRpdLayout, .pops = 0};
-constexpr KeyLuaRule kLuaGet{.layout = kRpdLayout, .subType = kRpdSubType, .pops = 4};
-constexpr ReaderRule kReader{.layout = kRpdLayout, .pops = 4};
+constexpr LuaRule kLua{.layout = kLayout, .pops = 0};
+constexpr KeyLuaRule kLuaGet{.layout = kLayout, .subType = kRpdSubType, .pops = 4};
+constexpr ReaderRule kReader{.layout = kLayout, .pops = 4};
 
 } // namespace
+
+constinit const Type kRpd = MakeSubType({
+    .name = "RPD",
+    .description = "the key of a route-policy distribution route",
+    .reference = "draft-ietf-idr-rpd",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .shortestText = 11,
+    .longestText = 31,
+    .subType = kRpdSubType,
+    .checkedLength = kCheckedLength,
+    .lua = BGP_LUA_TYPED,
+});
 
 } // namespace bgp
 
@@ -87,7 +97,7 @@ uint32_t SYSDT_RpdPrefix2Str(const void *payload, char *buffer, uint32_t *printe
     const auto peer = bgp::Load<uint32_t>(bytes + bgp::kPeerAt - bgp::kPayloadAt);
     const auto distinguisher = bgp::Load<uint32_t>(bytes + bgp::kDistinguisherAt - bgp::kPayloadAt);
     return bgp::Printed(
-        bgp::Print(buffer, bgp::kPrintSize, "%hhu/%hhu.%hhu.%hhu.%hhu/%u",
+        bgp::Print(buffer, bgp::kPrintLimit, "%hhu/%hhu.%hhu.%hhu.%hhu/%u",
                    {bytes[0], peer >> 24, peer >> 16 & 0xFF, peer >> 8 & 0xFF, peer & 0xFF, distinguisher}),
         printed);
 }

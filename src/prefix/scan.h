@@ -17,12 +17,6 @@ struct Scanned {
     Text word;                      // what "%s" took
 };
 
-// The white space of the C locale, vertical kinds included: wider than the blanks that are trimmed.
-inline bool IsWhiteSpace(char character)
-{
-    return character == ' ' || (character >= '\t' && character <= '\r');
-}
-
 // Walks a format of "%u" (32 bits), "%hu" (16 bits), "%s" (characters up to white space) and literal characters.
 // Returns how many items were taken before the first that failed.
 inline uint32_t Scan(Text text, const char *format, Scanned &scanned)

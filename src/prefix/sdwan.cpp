@@ -32,11 +32,7 @@ constexpr BgpField kFields[] = {
     Byte("bolSdwanPrefixType", kNodeAt + kAddressFamilyAt),
 };
 
-} // namespace
-
-const BgpLayout kSdwanLayout = Layout(kFields, kBolPrefixLength);
-
-namespace {
+constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 
 constexpr EndpointKey kKey{
     .scanIpv4 = "%hu-%u-%u-%u.%u.%u.%u",
@@ -55,10 +51,23 @@ constexpr FormatInRule kIn = RouteKeyIn(Unexplained<SYSDT_Str2SdwanPrefix>);
 // A value of another sub-type costs even the caller its buffer.
 constexpr FormatOutRule kOut = OfSubType(RouteKeyOut(PrintKey<SYSDT_SdwanPrefix2Str>), kSdwanSubType, true);
 constexpr HelpRule kHelp{.text = "X-X-X-X.X.X.X", .memory = Memory::kPlain};
-constexpr LuaRule kLua{.layout = kSdwanLayout, .pops = 0};
-constexpr ReaderRule kReader{.layout = kSdwanLayout, .pops = 6};
+constexpr LuaRule kLua{.layout = kLayout, .pops = 0};
+constexpr ReaderRule kReader{.layout = kLayout, .pops = 6};
 
 } // namespace
+
+constinit const Type kSdwan = MakeSubType({
+    .name = "SD-WAN",
+    .description = "the key of an SD-WAN edge route",
+    .reference = "draft-ietf-idr-sdwan-edge-discovery",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .shortestText = kKey.ipv6.least,
+    .longestText = kKey.ipv6.most,
+    .subType = kSdwanSubType,
+    .lua = BGP_LUA_LOSES, // only the composite reads it
+});
 
 } // namespace bgp
 

@@ -32,11 +32,7 @@ constexpr BgpField kFields[] = {
     Byte("bolSrPolicyPolicyType", kEndpointAt + kAddressFamilyAt),
 };
 
-} // namespace
-
-const BgpLayout kSrPolicyLayout = Layout(kFields, kBolPrefixLength);
-
-namespace {
+constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 
 constexpr EndpointKey kKey{
     .scanIpv4 = "[%u][%u][%u.%u.%u.%u]",
@@ -55,10 +51,23 @@ constexpr FormatInRule kIn = RouteKeyIn(Unexplained<ParseKey<kSrPolicySubType, S
 // A value of another sub-type costs even the caller its buffer.
 constexpr FormatOutRule kOut = OfSubType(RouteKeyOut(PrintKey<SYSDT_SrPolicyPrefix2Str>), kSrPolicySubType, true);
 constexpr HelpRule kHelp{.text = "[X][X][X.X.X.X]", .memory = Memory::kPlain};
-constexpr LuaRule kLua{.layout = kSrPolicyLayout, .pops = 0};
-constexpr ReaderRule kReader{.layout = kSrPolicyLayout, .pops = 6}; // one more than it leaves: "bolType" goes too
+constexpr LuaRule kLua{.layout = kLayout, .pops = 0};
+constexpr ReaderRule kReader{.layout = kLayout, .pops = 6}; // one more than it leaves: "bolType" goes too
 
 } // namespace
+
+constinit const Type kSrPolicy = MakeSubType({
+    .name = "SRPOLICY",
+    .description = "the key of a segment-routing policy route",
+    .reference = "RFC 9830",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .shortestText = kKey.ipv6.least,
+    .longestText = kKey.ipv6.most,
+    .subType = kSrPolicySubType,
+    .lua = BGP_LUA_LOSES, // only the composite reads it
+});
 
 } // namespace bgp
 

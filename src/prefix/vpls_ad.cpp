@@ -20,17 +20,14 @@ constexpr BgpField kFields[] = {
     Ipv4Word("bolPrefix", kPayloadAt),
 };
 
-} // namespace
+constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 
-const BgpLayout kVplsAdLayout = Layout(kFields, kBolPrefixLength);
-
-namespace {
+constexpr uint16_t kLongestText = 63;
 
 // What an IPv4 address looks like is for the host to say.
 uint32_t Parse(const char *text, void *payload)
 {
-    constexpr uint32_t kLongestText = 64;
-    char terminated[kLongestText];
+    char terminated[kLongestText + 1];
     uint32_t address = 0;
     if (!Terminate(Trim(text), terminated, sizeof terminated) || SYSDT_Str2Ipv4(terminated, &address) != 0) {
         return DT_ERR_FAIL;
@@ -46,11 +43,25 @@ constexpr FormatOutRule kOut = RouteKeyOut(PrintKey<PrintIpv4Word>);
 // A typed text that cannot become an IPv4 address gets the host's own code, so that the composite goes on to the help
 // of its next sub-type.
 constexpr HelpRule kHelp{.text = "X.X.X.X", .admits = ZOL_CheckBySymbolForIPV4};
-constexpr LuaRule kLua{.layout = kVplsAdLayout, .pops = 0};
-constexpr KeyLuaRule kLuaGet{.layout = kVplsAdLayout, .subType = kVplsAdSubType, .pops = 2};
-constexpr ReaderRule kReader{.layout = kVplsAdLayout, .pops = 2};
+constexpr LuaRule kLua{.layout = kLayout, .pops = 0};
+constexpr KeyLuaRule kLuaGet{.layout = kLayout, .subType = kVplsAdSubType, .pops = 2};
+constexpr ReaderRule kReader{.layout = kLayout, .pops = 2};
 
 } // namespace
+
+constinit const Type kVplsAd = MakeSubType({
+    .name = "IPV4",
+    .description = "the key of a VPLS auto-discovery route",
+    .reference = "RFC 4761, RFC 6074",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .shortestText = 1,
+    .longestText = kLongestText,
+    .subType = kVplsAdSubType,
+    .order = BGP_ORDER_NONE, // values of other sub-types have none
+    .lua = BGP_LUA_TYPED,
+});
 
 } // namespace bgp
 

@@ -41,22 +41,43 @@ constexpr BgpField kShortFields[] = {
 constexpr BgpLayout kWholeLayout = Layout(kWholeFields, kBolPrefixLength);
 constexpr BgpLayout kShortLayout = Layout(kShortFields, 8);
 
-} // namespace
-
-const BgpLayout kVpnv4McastLayout = Layout(kFields, kBolPrefixLength);
-
-namespace {
+constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 
 constexpr MaskedPrefix kForm{.least = 9, .most = 18, .maskAt = kMaskAt - kPayloadAt};
 
 constexpr FormatInRule kIn = RouteKeyIn(Unexplained<ParseKey<kVpnv4McastSubType, SYSDT_Str2Vpnv4McastPrefix>>);
 constexpr FormatOutRule kOut = RouteKeyOut(PrintKey<SYSDT_Vpnv4McastPrefix2Str>);
 constexpr HelpRule kHelp{.text = "X.X.X.X/M or X.X.X.X"};
-constexpr LuaRule kLua{.layout = kVpnv4McastLayout, .pops = 0};
-constexpr KeyLuaRule kLuaGet{.layout = kVpnv4McastLayout, .subType = kVpnv4McastSubType, .pops = 3};
+constexpr LuaRule kLua{.layout = kLayout, .pops = 0};
+constexpr KeyLuaRule kLuaGet{.layout = kLayout, .subType = kVpnv4McastSubType, .pops = 3};
 constexpr ReaderRule kReader{.layout = kWholeLayout, .pops = 3};
 
 } // namespace
+
+constinit const Type kVpnv4Mcast = MakeSubType({
+    .name = "VPNV4MCAST",
+    .description = "the prefix of a VPNv4 multicast route",
+    .reference = "RFC 6514",
+    .out = &kOut,
+    .layout = &kLayout,
+    .subType = kVpnv4McastSubType,
+    .lua = BGP_LUA_LOSES,
+    .traits = BGP_TRAIT_NO_TEXT,
+});
+
+constinit const Type kVpnv4McPrefix = MakeType({
+    .name = "VPNV4MCPREFIX",
+    .description = "the prefix of a VPNv4 multicast route",
+    .reference = "RFC 6514",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .shortestText = kForm.least,
+    .longestText = kForm.most,
+    .typeId = 295,
+    .network = BGP_NETWORK_PAYLOAD,
+    .lua = BGP_LUA_LOSES,
+});
 
 } // namespace bgp
 

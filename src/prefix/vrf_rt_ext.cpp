@@ -122,21 +122,6 @@ bool ReadForm(const Form &form, Text text, uint8_t *value)
     return true;
 }
 
-// One byte of one or two hexadecimal digits, of either case.
-const char *ReadHexByte(const char *at, const char *end, uint8_t *byte)
-{
-    while (at < end && IsWhiteSpace(*at)) {
-        ++at;
-    }
-    uint32_t number = 0;
-    uint32_t digits = 0;
-    for (; digits < 2 && at < end && BGP_DATATYPE_IsHex(*at) != 0; ++digits, ++at) {
-        number = number << 4 | DigitValue<16>(static_cast<char>(*at | 0x20)); // lower case
-    }
-    *byte = static_cast<uint8_t>(number);
-    return digits == 0 ? nullptr : at;
-}
-
 // "%02hx%02hx-%02hx%02hx-%02hx%02hx"
 bool ReadEsImport(Text text, uint8_t *value)
 {
@@ -148,7 +133,7 @@ bool ReadEsImport(Text text, uint8_t *value)
         if (dashed && (at == end || *at++ != '-')) {
             return false;
         }
-        at = ReadHexByte(at, end, &six[i]);
+        at = ScanHexByte(at, end, &six[i]);
         if (at == nullptr) {
             return false;
         }
@@ -217,11 +202,7 @@ uint32_t PrintVrfRtExt(const uint8_t *value, uint32_t mode, char *buffer, uint32
     return DT_OK;
 }
 
-} // namespace
-
-const BgpLayout kVrfRtExtLayout = Layout(kFields, kBolPrefixLength);
-
-namespace {
+constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 
 // LuaGet leaves the sub-type word to the composite.
 constexpr BgpLayout kRtLayout{kFields + 1, 2, kBolPrefixLength};
@@ -235,11 +216,25 @@ constexpr FormatOutRule kOut{.modes = kTextOrRaw,
                              .textSize = kTextSize,
                              .valueSize = kBolPrefixLength,
                              .mode3 = Mode3::kTextAsRaw};
-constexpr LuaRule kLuaSet{.layout = kVrfRtExtLayout, .pops = 0};
+constexpr LuaRule kLuaSet{.layout = kLayout, .pops = 0};
 constexpr LuaRule kLuaGet{.layout = kRtLayout, .pops = 3};
-constexpr ReaderRule kReader{.layout = kVrfRtExtLayout, .pops = 3};
+constexpr ReaderRule kReader{.layout = kLayout, .pops = 3};
 
 } // namespace
+
+constinit const Type kVrfRtExt = MakeSubType({
+    .name = "VRFRTEXT",
+    .description = "a route target as a route key",
+    .reference = "RFC 4360, RFC 5668, RFC 7432",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .shortestText = 1,
+    .longestText = kLongestTyped,
+    .subType = kVrfRtExtSubType,
+    .lua = BGP_LUA_TYPED,
+    .traits = BGP_TRAIT_KEEPS_SUBTYPE,
+});
 
 } // namespace bgp
 

@@ -122,7 +122,6 @@ bool ReadTyped(const char *text, void *value, Why *why)
 // In this mode a value that was never set prints as the empty text, and texts are those that would be typed.
 inline constexpr uint32_t kPlainMode = 2;
 
-inline constexpr uint32_t kPrintLimit = kTextSize - 1; // terminator included
 inline constexpr uint32_t kAny = 0xFFFFFFFF;
 inline constexpr uint32_t kStyles = 2;
 

@@ -20,7 +20,6 @@ namespace {
 
 constexpr uint16_t kLength = 7;
 constexpr uint32_t kPresentAt = 6;
-constexpr uint32_t kPrintLimit = kTextSize - 1;
 
 constexpr BgpField kFields[] = {
     Byte("locatorBlockLength", 0), Byte("locatorNodeLength", 1),   Byte("functionLength", 2),

@@ -1,8 +1,6 @@
-#include "support/harness.h"
+#include "support/type_case.h"
 
-#include "host_services.h"
-
-#include <cstring>
+#include "bgp_host_services.h"
 
 namespace bgp::test {
 namespace {
@@ -18,52 +16,29 @@ std::string List(std::string_view entries)
     return Padded(entries, kLength);
 }
 
-std::string Repeated(const std::string &item, size_t count, const std::string &separator = "")
-{
-    std::string text;
-    for (size_t i = 0; i < count; ++i) {
-        text += (i == 0 ? "" : separator) + item;
-    }
-    return text;
-}
-
 std::string Quoted(const std::string &text)
 {
     return '"' + text + '"';
 }
 
-void ExpectCode(const In &in, uint32_t code)
-{
-    EXPECT_EQ(in.code, code);
-    EXPECT_EQ(in.typeId, kUntouched);
-    EXPECT_EQ(in.length, kUntouched);
-    EXPECT_FALSE(in.bufferSet);
-}
-
-struct Accepted {
-    const char *text;
-    const char *entries;
-    const char *printed;
+const std::vector<TextCase> kAccepted = {
+    {"1", List("0100000000")},
+    {"100 200  1.5", List("6400000000 c800000000 0500010001"), "100 200 1.5"},
+    {"100\t200", List("6400000000 c800000000"), "100 200"},
+    {"100 \t \t 200", List("6400000000 c800000000"), "100 200"},
+    {"  7  ", List("0700000000"), "7"},
+    {"\t7\t8\t", List("0700000000 0800000000"), "7 8"},
+    {"7 7 7", List("0700000000 0700000000 0700000000")},
+    {"3 2 1", List("0300000000 0200000000 0100000000")},
+    {"65535 65536", List("ffff000000 0000010000")},
+    {"1.0 65536", List("0000010001 0000010000")},
+    {"4294967295 65535.65535", List("ffffffff00 ffffffff01")},
+    {"2147483648", List("0000008000")},
+    {"1.65535 65535.0", List("ffff010001 0000ffff01")},
+    {"00000000001 00001.00002", List("0100000000 0200010001"), "1 1.2"},
 };
 
-constexpr Accepted kAccepted[] = {
-    {"1", "0100000000", "1"},
-    {"100 200  1.5", "6400000000 c800000000 0500010001", "100 200 1.5"},
-    {"100\t200", "6400000000 c800000000", "100 200"},
-    {"100 \t \t 200", "6400000000 c800000000", "100 200"},
-    {"  7  ", "0700000000", "7"},
-    {"\t7\t8\t", "0700000000 0800000000", "7 8"},
-    {"7 7 7", "0700000000 0700000000 0700000000", "7 7 7"},
-    {"3 2 1", "0300000000 0200000000 0100000000", "3 2 1"},
-    {"65535 65536", "ffff000000 0000010000", "65535 65536"},
-    {"1.0 65536", "0000010001 0000010000", "1.0 65536"},
-    {"4294967295 65535.65535", "ffffffff00 ffffffff01", "4294967295 65535.65535"},
-    {"2147483648", "0000008000", "2147483648"},
-    {"1.65535 65535.0", "ffff010001 0000ffff01", "1.65535 65535.0"},
-    {"00000000001 00001.00002", "0100000000 0200010001", "1 1.2"},
-};
-
-constexpr const char *kRefused[] = {
+const std::vector<std::string> kRefused = {
     "",
     " ",
     "\t \t",
@@ -113,31 +88,98 @@ constexpr const char *kRefused[] = {
     "{1,2}",
 };
 
-TEST_F(AsNumList, ReadsEveryEntryInItsOwnNotation)
+std::vector<LuaCase> LuaTables()
 {
-    for (const Accepted &row : kAccepted) {
-        for (const uint8_t mode : {uint8_t{2}, uint8_t{6}}) {
-            SCOPED_TRACE(std::string(row.text) + ", mode " + std::to_string(mode));
-            const In in = FormatIn(kType, row.text, mode);
-            EXPECT_EQ(in.code, DT_OK);
-            EXPECT_EQ(in.typeId, 325);
-            EXPECT_EQ(in.length, 1280);
-            EXPECT_EQ(in.value, List(row.entries));
-            EXPECT_TRUE(in.textKept);
-            EXPECT_EQ(Text(kType, in.value, mode), row.printed);
-        }
-        SCOPED_TRACE(std::string(row.text) + ", quoted");
-        EXPECT_EQ(Value(kType, Quoted(row.text), 1), List(row.entries));
+    const std::string all = "{asNumValue=16909060, asType=5}";
+    const std::vector<TextCase> read = {
+        // table, entries
+        {"{stAsNum={" + Repeated(all, 256, ",") + "}}", Repeated("0403020105", 256)},
+        {"{stAsNum={" + Repeated(all, 257, ",") + "}}", Repeated("0403020105", 256)}, // the last one is not read
+        {"{stAsNum={{asNumValue=4294967295, asType=1}, {asNumValue=100, asType=0}}}", "ffffffff01 6400000000"},
+        {"{stAsNum={}}", ""},
+        {"{stAsNum={{asNumValue=7}, {asType=1}, {}}}", "0700000000 0000000001"},
+        {"{stAsNum={5, 'x', true, {asNumValue=9, asType=1}}}", "0000000000 0000000000 0000000000 0900000001"},
+        {"{stAsNum={{asNumValue='x', asType={}}, {asNumValue='8', asType='1'}}}", "0000000000 0800000001"},
+        {"{stAsNum={{asNumValue=4294967296, asType=256}, {asNumValue=4294967297, asType=258}}}",
+         "0000000000 0100000002"},
+        {"{stAsNum={{asNumValue=-1, asType=-1}}}", "ffffffffff"},
+        {"{stAsNum={[2]={asNumValue=2, asType=1}, [256]={asNumValue=6, asType=0}}}",
+         "0000000000 0200000001" + Repeated("0000000000", 253) + "0600000000"},
+    };
+    std::vector<LuaCase> cases;
+    for (const TextCase &c : read) {
+        cases.push_back({c.text, DT_OK, List(c.value), 1}); // the fetched table stays
     }
+    for (const auto &[table, growth] :
+         {std::pair("nil", 1), std::pair("7", 1), std::pair("'x'", 1), std::pair("{}", 2), std::pair("{stAsNum=5}", 2),
+          std::pair("{stAsNum='x'}", 2), std::pair("{stasnum={}}", 2)}) {
+        cases.push_back({table, DT_ERR_INVALID_PARAM, Unwritten(kLength), growth});
+    }
+    return cases;
 }
 
-TEST_F(AsNumList, RefusesTheWholeTextForOneBadPart)
+TypeCase Case()
 {
-    for (const char *text : kRefused) {
+    return {
+        .row = {325, 1280, 26, "ASNUM_ENHANCE", &SYSDT_AsNumEnhanceFormatIn, &SYSDT_AsNumEnhanceFormatOut,
+                &SYSDT_AsNumEnhanceCheck, &SYSDT_AsNumEnhanceHelp, &SYSDT_BlockCompare, nullptr, &SYSDT_AsNumEnLuaSet,
+                &SYSDT_AsNumEnLuaGet, &SYSDT_AsNumEnhanceLuaEndian},
+        // FormatIn takes quotes in mode 1, and has its own sweep below.
+        .contract = {.value = List("6400000000 0000010001"),
+                     .inModes = "F-PFUFPU",
+                     .outModes = "FTTFUFTU",
+                     .helpModes = "-H----H-",
+                     .helpText = "STRING<1-3071>",
+                     .textSize = 3072},
+        .swept = false,
+        .accepted = kAccepted,
+        .refused = kRefused,
+        .prints =
+            {
+                {"", List("")},
+                {"", List("0000000001")}, // the notation of an unused entry says nothing
+                {"7", List("0000000000 0700000000")},
+                {"1.0", List("0000000001 0000010001")},
+                {"7 8", List("0700000000 0000000000 0000000000 0800000000")},
+                {"65536 1.0 1.0 1.0", List("0000010000 0000010001 0000010002 00000100ff")},
+                {"0.5", List("0500000001")},
+                {"4294967295 65535.65535", List("ffffffff00 ffffffff01")},
+                {"0.9", Repeated("0000000000", 255) + "0900000001"},
+            },
+        .helpHostCode = DT_OK,
+        .compares =
+            {
+                {List("0001000000"), List("ff00000000"), -1},
+                {List("0700000001"), List("0700000000"), 1},
+                {List("0700000001"), List("0700000001"), 0},
+            },
+        .swaps =
+            {
+                {Repeated("0102030405", 256), Repeated("0403020105", 256)},
+                {Repeated("04030201ff", 256), Repeated("01020304ff", 256)},
+            },
+        .luaSets =
+            {
+                {List("ffffffff01 6400000000 00000000ff"),
+                 "{stAsNum={{asNumValue=4294967295, asType=1},{asNumValue=100, asType=0},{asNumValue=0, asType=255}" +
+                     Repeated(",{asNumValue=0, asType=0}", 253) + "}}"},
+                {Repeated("0403020105", 256),
+                 "{stAsNum={" + Repeated("{asNumValue=16909060, asType=5}", 256, ",") + "}}"},
+            },
+        .luaGets = LuaTables(),
+    };
+}
+
+[[maybe_unused]] const bool kStated = StateTests<AsNumList>("AsNumList", Case());
+
+TEST_F(AsNumList, ModeOneReadsTheSameInQuotes)
+{
+    for (const TextCase &c : kAccepted) {
+        EXPECT_EQ(Value(kType, Quoted(c.text), 1), c.value) << c.text;
+    }
+    for (const std::string &text : kRefused) {
         SCOPED_TRACE(text);
-        ExpectCode(FormatIn(kType, text, 2), DT_ERR_INVALID_VALUE);
-        ExpectCode(FormatIn(kType, text, 6), DT_ERR_INVALID_VALUE);
-        ExpectCode(FormatIn(kType, Quoted(text), 1), DT_ERR_INVALID_VALUE);
+        ExpectRefused(FormatIn(kType, Quoted(text), 1), DT_ERR_INVALID_VALUE);
     }
 }
 
@@ -147,26 +189,26 @@ TEST_F(AsNumList, ModeOneWantsQuotes)
                              "\"\"\t", "0", "x", "\"100\"\n"}) {
         SCOPED_TRACE(text);
         const In in = FormatIn(kType, text, 1);
-        ExpectCode(in, DT_ERR_MODE_UNSUPPORTED);
+        ExpectRefused(in, DT_ERR_MODE_UNSUPPORTED);
         EXPECT_TRUE(in.textKept);
     }
-    ExpectCode(FormatIn(kType, "\"\"", 1), DT_ERR_INVALID_VALUE); // quoted, and empty
-    ExpectCode(FormatIn(kType, "\" \"", 1), DT_ERR_INVALID_VALUE);
-    ExpectCode(FormatIn(kType, "\"\"100\"\"", 1), DT_ERR_INVALID_VALUE);
+    ExpectRefused(FormatIn(kType, "\"\"", 1), DT_ERR_INVALID_VALUE); // quoted, and empty
+    ExpectRefused(FormatIn(kType, "\" \"", 1), DT_ERR_INVALID_VALUE);
+    ExpectRefused(FormatIn(kType, "\"\"100\"\"", 1), DT_ERR_INVALID_VALUE);
     EXPECT_EQ(Value(kType, "\"  100 \t\"", 1), List("6400000000"));
 }
 
 TEST_F(AsNumList, TheLengthArgumentCountsInModeOneAlone)
 {
     const DataTypeDescriptor &row = Row(kType);
-    ExpectCode(FormatIn(row, "\"100\"", 1, 1), DT_ERR_MODE_UNSUPPORTED);
-    ExpectCode(FormatIn(row, "\"100\"", 1, 2), DT_ERR_MODE_UNSUPPORTED);
+    ExpectRefused(FormatIn(row, "\"100\"", 1, 1), DT_ERR_MODE_UNSUPPORTED);
+    ExpectRefused(FormatIn(row, "\"100\"", 1, 2), DT_ERR_MODE_UNSUPPORTED);
     // From 3 on the text's own terminator tells where the closing quote stands.
     for (const uint32_t length : {3u, 5u, 6u, 7u, 1000u, 0xFFFFFFFFu}) {
         EXPECT_EQ(FormatIn(row, "\"100\"", 1, length).value, List("6400000000")) << length;
-        ExpectCode(FormatIn(row, "", 1, length), DT_ERR_MODE_UNSUPPORTED);
-        ExpectCode(FormatIn(row, "100", 1, length), DT_ERR_MODE_UNSUPPORTED);
-        ExpectCode(FormatIn(row, "\"100", 1, length), DT_ERR_MODE_UNSUPPORTED);
+        ExpectRefused(FormatIn(row, "", 1, length), DT_ERR_MODE_UNSUPPORTED);
+        ExpectRefused(FormatIn(row, "100", 1, length), DT_ERR_MODE_UNSUPPORTED);
+        ExpectRefused(FormatIn(row, "\"100", 1, length), DT_ERR_MODE_UNSUPPORTED);
         EXPECT_NE(FormatIn(row, "\"", 1, length).code, DT_OK);
     }
     EXPECT_EQ(FormatIn(row, "100", 2, 1).value, List("6400000000"));
@@ -267,35 +309,6 @@ TEST_F(AsNumList, AllLowAndHighHalvesRoundTrip)
     }
 }
 
-TEST_F(AsNumList, PrintsWhatIsUsed)
-{
-    const struct {
-        const char *entries;
-        const char *text;
-    } rows[] = {
-        {"", ""},
-        {"0000000001", ""}, // the notation of an unused entry says nothing
-        {"0000000000 0700000000", "7"},
-        {"0000000001 0000010001", "1.0"},
-        {"0700000000 0000000000 0000000000 0800000000", "7 8"},
-        {"0000010000 0000010001 0000010002 00000100ff", "65536 1.0 1.0 1.0"},
-        {"0500000001", "0.5"},
-        {"ffffffff00 ffffffff01", "4294967295 65535.65535"},
-    };
-    for (const auto &row : rows) {
-        for (const uint8_t mode : kTextModes) {
-            SCOPED_TRACE(row.entries);
-            const Out out = FormatOut(kType, List(row.entries), mode);
-            EXPECT_EQ(out.code, DT_OK);
-            EXPECT_EQ(out.typeId, 25);
-            EXPECT_EQ(out.text, row.text);
-            EXPECT_EQ(out.length, std::strlen(row.text) + 1);
-        }
-    }
-    EXPECT_EQ(Text(kType, Repeated("0000000000", 255) + "0900000001"), "0.9");
-    EXPECT_EQ(FormatOutInto(Row(kType), List(""), 1, 3072).buffer.substr(0, 2), std::string("\0\xA5", 2));
-}
-
 TEST_F(AsNumList, TheLongestTextFillsItsBuffer)
 {
     const std::string value = Repeated("ffffffff01", 256);
@@ -310,12 +323,6 @@ TEST_F(AsNumList, TheLongestTextFillsItsBuffer)
     EXPECT_EQ(into.buffer.back(), '\0');
     // Plain numbers are at most as long.
     EXPECT_EQ(Text(kType, Repeated("ffffffff00", 256)), Repeated("4294967295", 256, " "));
-}
-
-TEST_F(AsNumList, PrintsTheWholeListWhateverTheLengthSays)
-{
-    EXPECT_EQ(FormatOut(Row(kType), List("0700000000"), 1, 0).text, "7");
-    EXPECT_EQ(FormatOut(Row(kType), List("0700000000"), 1, 100000).text, "7");
 }
 
 TEST_F(AsNumList, AFailingPrintOrCopyIsAFailure)
@@ -355,9 +362,10 @@ TEST_F(AsNumList, FormatInByMode)
         const char *text = mode == 1 ? "\"100\"" : "100";
         const In in = FormatIn(kType, text, mode);
         if (!parses) {
-            ExpectCode(in, mode == 4 || mode > 6 ? DT_ERR_MODE_UNSUPPORTED : DT_ERR_FAIL);
+            ExpectRefused(in, mode == 4 || mode > 6 ? DT_ERR_MODE_UNSUPPORTED : DT_ERR_FAIL);
             EXPECT_TRUE(in.textKept);
-            ExpectCode(FormatIn(kType, "\"100\"", mode), mode == 4 || mode > 6 ? DT_ERR_MODE_UNSUPPORTED : DT_ERR_FAIL);
+            ExpectRefused(FormatIn(kType, "\"100\"", mode),
+                          mode == 4 || mode > 6 ? DT_ERR_MODE_UNSUPPORTED : DT_ERR_FAIL);
             continue;
         }
         EXPECT_EQ(in.value, List("6400000000"));
@@ -371,7 +379,7 @@ TEST_F(AsNumList, FormatInByMode)
         EXPECT_EQ(CodesWhileAllocationsFail([&] { return FormatIn(kType, text, mode).code; }),
                   std::vector<uint32_t>{DT_ERR_NO_MEMORY});
         host::TakeCounters();
-        ExpectCode(FormatIn(kType, mode == 1 ? "\"x\"" : "x", mode), DT_ERR_INVALID_VALUE);
+        ExpectRefused(FormatIn(kType, mode == 1 ? "\"x\"" : "x", mode), DT_ERR_INVALID_VALUE);
         EXPECT_EQ(host::TakeCounters().allocations, 0u);
     }
 }
@@ -396,123 +404,6 @@ TEST_F(AsNumList, FormatInNeedsEveryPointerInEveryMode)
             EXPECT_EQ(buffer, text);
         }
     }
-}
-
-TEST_F(AsNumList, HelpKeepsTheHostsRefusalToItself)
-{
-    EXPECT_EQ(Help(kType, 1, 11, 22).helpWord, 22u);
-    EXPECT_EQ(Help(kType, 6, 11, 22).helpWord, 22u);
-    host::SetFaults({.helpInitCode = DT_ERR_NO_MEMORY});
-    const Helped helped = Help(kType);
-    EXPECT_EQ(helped.code, DT_OK);
-    EXPECT_FALSE(helped.supplied);
-    EXPECT_EQ(helped.helpInits, 1u);
-    EXPECT_EQ(helped.helpClears, 0u);
-    EXPECT_EQ(Help(kType, 1, 0, 22).code, DT_ERR_INVALID_PARAM);
-    EXPECT_EQ(Help(kType, 1, 11, 0).code, DT_ERR_INVALID_PARAM);
-}
-
-TEST_F(AsNumList, CheckLooksAtTheLengthAlone)
-{
-    EXPECT_EQ(Row(kType).Check(nullptr, 325, 1280, nullptr), DT_ERR_NULL_PTR);
-    EXPECT_EQ(Row(kType).Check(nullptr, 325, 5, nullptr), DT_ERR_NULL_PTR);
-    for (const uint32_t length : {0u, 5u, 1279u, 1281u, 65536u}) {
-        EXPECT_EQ(CheckLength(kType, length), DT_ERR_LENGTH) << length;
-    }
-    EXPECT_EQ(CheckLength(kType, 1280), DT_OK);
-    EXPECT_EQ(Check(kType, Repeated("ffffffffff", 256)), DT_OK);
-}
-
-TEST_F(AsNumList, ComparesAsABlock)
-{
-    EXPECT_EQ(Row(kType).Compare, &SYSDT_BlockCompare);
-    EXPECT_EQ(Compare(kType, List("0001000000"), List("ff00000000")), -1);
-    EXPECT_EQ(Compare(kType, List("0700000001"), List("0700000000")), 1);
-    EXPECT_EQ(Compare(kType, List("0700000001"), List("0700000001")), 0);
-}
-
-TEST_F(AsNumList, ToLua)
-{
-    const LuaOut out = LuaSet(kType, List("ffffffff01 6400000000 00000000ff"));
-    EXPECT_EQ(out.code, DT_OK);
-    EXPECT_EQ(out.growth, 0);
-    EXPECT_EQ(out.table, "{stAsNum={{asNumValue=4294967295, asType=1},{asNumValue=100, asType=0},"
-                         "{asNumValue=0, asType=255}" +
-                             Repeated(",{asNumValue=0, asType=0}", 253) + "}}");
-    const std::string full = Repeated("0403020105", 256);
-    EXPECT_EQ(LuaSet(kType, full).table, "{stAsNum={" + Repeated("{asNumValue=16909060, asType=5}", 256, ",") + "}}");
-    EXPECT_EQ(LuaSet(Row(kType), full + "00", 1281).code, DT_OK);
-    const LuaOut tooShort = LuaSet(Row(kType), full, 1279);
-    EXPECT_EQ(tooShort.code, DT_ERR_INVALID_PARAM);
-    EXPECT_EQ(tooShort.table, "nil");
-    EXPECT_EQ(tooShort.growth, 0);
-}
-
-TEST_F(AsNumList, FromLua)
-{
-    const std::string all = "{asNumValue=16909060, asType=5}";
-    const struct {
-        std::string table;
-        std::string entries;
-    } rows[] = {
-        {"{stAsNum={" + Repeated(all, 256, ",") + "}}", Repeated("0403020105", 256)},
-        {"{stAsNum={" + Repeated(all, 257, ",") + "}}", Repeated("0403020105", 256)}, // the last one is not read
-        {"{stAsNum={{asNumValue=4294967295, asType=1}, {asNumValue=100, asType=0}}}", "ffffffff01 6400000000"},
-        {"{stAsNum={}}", ""},
-        {"{stAsNum={{asNumValue=7}, {asType=1}, {}}}", "0700000000 0000000001"},
-        {"{stAsNum={5, 'x', true, {asNumValue=9, asType=1}}}", "0000000000 0000000000 0000000000 0900000001"},
-        {"{stAsNum={{asNumValue='x', asType={}}, {asNumValue='8', asType='1'}}}", "0000000000 0800000001"},
-        {"{stAsNum={{asNumValue=4294967296, asType=256}, {asNumValue=4294967297, asType=258}}}",
-         "0000000000 0100000002"},
-        {"{stAsNum={{asNumValue=-1, asType=-1}}}", "ffffffffff"},
-        {"{stAsNum={[2]={asNumValue=2, asType=1}, [256]={asNumValue=6, asType=0}}}",
-         "0000000000 0200000001" + Repeated("0000000000", 253) + "0600000000"},
-    };
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.table.substr(0, 200));
-        const LuaIn in = LuaGet(kType, row.table);
-        EXPECT_EQ(in.code, DT_OK);
-        EXPECT_EQ(in.value, List(row.entries));
-        EXPECT_EQ(in.growth, 1); // the fetched table stays
-    }
-}
-
-TEST_F(AsNumList, FromLuaWithoutItsTables)
-{
-    const std::string unwritten = Repeated("ee", kLength);
-    const struct {
-        const char *table;
-        int32_t growth;
-    } rows[] = {
-        {"nil", 1}, {"7", 1}, {"'x'", 1}, {"{}", 2}, {"{stAsNum=5}", 2}, {"{stAsNum='x'}", 2}, {"{stasnum={}}", 2},
-    };
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.table);
-        const LuaIn in = LuaGet(kType, row.table);
-        EXPECT_EQ(in.code, DT_ERR_INVALID_PARAM);
-        EXPECT_EQ(in.value, unwritten);
-        EXPECT_EQ(in.growth, row.growth);
-    }
-    const LuaIn tooShort = LuaGet(Row(kType), "{stAsNum={}}", 1279);
-    EXPECT_EQ(tooShort.code, DT_ERR_INVALID_PARAM);
-    EXPECT_EQ(tooShort.value, unwritten.substr(2));
-    EXPECT_EQ(tooShort.growth, 0);
-}
-
-TEST_F(AsNumList, EndianSwapsTheNumbersAndKeepsTheNotations)
-{
-    EXPECT_EQ(Endian(kType, Repeated("0102030405", 256)), Repeated("0403020105", 256));
-    EXPECT_EQ(Endian(kType, Repeated("04030201ff", 256)), Repeated("01020304ff", 256));
-}
-
-TEST_F(AsNumList, TheRowOffersEverything)
-{
-    const DataTypeDescriptor &row = Row(kType);
-    EXPECT_EQ(row.TypeId, 325);
-    EXPECT_EQ(row.BinaryLength, 1280);
-    EXPECT_EQ(row.BaseKind, 26);
-    EXPECT_TRUE(row.FormatIn && row.FormatOut && row.Check && row.Help && row.LuaSet && row.LuaGet && row.Endian);
-    EXPECT_EQ(row.Reserved, nullptr);
 }
 
 } // namespace

@@ -1,4 +1,7 @@
-#include "support/harness.h"
+#include "support/refusals.h"
+#include "support/type_case.h"
+
+#include "bgp_host_services.h"
 
 #include <cstring>
 
@@ -7,29 +10,22 @@ namespace {
 
 class AsNum : public PlugIn {};
 
-struct Accepted {
-    const char *text;
-    const char *value;
-    const char *printed;
-};
-
-// Both types.
-constexpr Accepted kBoth[] = {
-    {"1", "0100000000000000", "1"},
-    {"100", "6400000000000000", "100"},
-    {"65535", "ffff000000000000", "65535"},
-    {"65536", "0000010000000000", "65536"},
-    {"4294967295", "ffffffff00000000", "4294967295"},
+const std::vector<TextCase> kAccepted = {
+    {"1", "0100000000000000"},
+    {"100", "6400000000000000"},
+    {"65535", "ffff000000000000"},
+    {"65536", "0000010000000000"},
+    {"4294967295", "ffffffff00000000"},
     {"00000000001", "0100000000000000", "1"},
-    {"1.0", "0000010001000000", "1.0"},
-    {"1.65535", "ffff010001000000", "1.65535"},
-    {"65535.65535", "ffffffff01000000", "65535.65535"},
+    {"1.0", "0000010001000000"},
+    {"1.65535", "ffff010001000000"},
+    {"65535.65535", "ffffffff01000000"},
     {"00001.00001", "0100010001000000", "1.1"},
     {" 123 ", "7b00000000000000", "123"},
     {"\t123\t \t", "7b00000000000000", "123"},
 };
 
-constexpr const char *kRefusedByBoth[] = {
+const std::vector<std::string> kRefused = {
     "",
     " ",
     "4294967296",
@@ -67,63 +63,106 @@ constexpr const char *kRefusedByBoth[] = {
     "internet",
 };
 
-TEST_F(AsNum, ReadsPlainAndDotted)
+// What the two types share.
+TypeCase Both()
 {
-    for (const char *type : {"ASNUM", "ASNUMEXT"}) {
-        for (const Accepted &row : kBoth) {
-            SCOPED_TRACE(std::string(type) + " " + row.text);
-            const std::string value = Value(type, row.text);
-            EXPECT_EQ(value, row.value);
-            EXPECT_EQ(Text(type, value), row.printed);
-        }
-    }
+    return {
+        .row = {},
+        .contract = {.text = "65535.65535",
+                     .value = "ffffffff01000000",
+                     .inModes = "FPPFUFPU",
+                     .outModes = "FTTCUFTU",
+                     .helpModes = "-H----H-",
+                     .helpText = "STRING<1-11>",
+                     .textSize = 33},
+        .accepted = kAccepted,
+        .refused = kRefused,
+        .blanked = {"7"},
+        .prints =
+            {
+                // the notation decides
+                {"65536", "0000010000000000"},
+                {"1.0", "0000010001000000"},
+                {"1.0", "0000010007000000"},
+                {"1.0", "00000100ffffffff"},
+                {"0.100", "6400000001000000"},
+                {"4294967295", "ffffffff00000000"},
+                {"65535.65535", "ffffffff01000000"},
+            },
+        .printFailures = {"6400000000000000"},
+        .checks = {{"64000000ffffffff", DT_OK}},
+        .compares =
+            {
+                // by the number alone
+                {"0001000000000000", "ff00000000000000", 1},
+                {"ff00000000000000", "0001000000000000", -1},
+                {"ff00000000000000", "ff00000001000000", 0},
+            },
+        .swaps = {{"0102030405060708", "0403020108070605"}},
+        .luaSets = {{"ffffffff01000000", "{asNumValue=4294967295, asType=1}"}},
+        .luaGets =
+            {
+                {"{asNumValue = 4294967295, asType = 1}", DT_OK, "ffffffff01000000", 1}, // the fetched table stays
+                {"{asNumValue = 0, asType = 77}", DT_OK, "000000004d000000", 1},
+                {"{asNumValue = '5', asType = 0}", DT_OK, "0500000000000000", 1}, // a numeric string is a number to Lua
+                {"{asNumValue = 5, asType = 'dotted'}", DT_ERR_INVALID_PARAM, "05000000eeeeeeee", 3},
+                {"{asNumValue = 5}", DT_ERR_INVALID_PARAM, "05000000eeeeeeee", 3},
+                {"{asType = 0}", DT_ERR_INVALID_PARAM, "eeeeeeeeeeeeeeee", 2},
+                {"{asNumValue = {}, asType = 0}", DT_ERR_INVALID_PARAM, "eeeeeeeeeeeeeeee", 2},
+                {"7", DT_ERR_INVALID_PARAM, "eeeeeeeeeeeeeeee", 1},
+                {"nil", DT_ERR_INVALID_PARAM, "eeeeeeeeeeeeeeee", 1},
+            },
+    };
 }
 
-TEST_F(AsNum, RefusesWhatIsNoAsNumber)
+// Zero is no AS number but an extended one.
+TypeCase AsNumCase()
 {
-    for (const char *type : {"ASNUM", "ASNUMEXT"}) {
-        for (const char *text : kRefusedByBoth) {
-            const In in = FormatIn(type, text);
-            EXPECT_EQ(in.code, DT_ERR_INVALID_VALUE) << type << " \"" << text << '"';
-            EXPECT_EQ(in.typeId, kUntouched);
-            EXPECT_EQ(in.length, kUntouched);
-            EXPECT_FALSE(in.bufferSet);
-        }
-    }
+    TypeCase type = Both();
+    type.row = {255,
+                8,
+                26,
+                "ASNUM",
+                &SYSDT_AsNumFormatIn,
+                &SYSDT_AsNumFormatOut,
+                &SYSDT_AsNumCheck,
+                &SYSDT_AsNumHelp,
+                &SYSDT_Uint32Compare,
+                nullptr,
+                &SYSDT_AsNumLuaSet,
+                &SYSDT_AsNumLuaGet,
+                &SYSDT_AsNumLuaEndian};
+    type.refused.insert(type.refused.end(), {"0", "00000000000"});
+    type.parser = &SYSDT_Str2AsNum;
+    type.prints.insert(type.prints.end(), {{"", "0000000000000000"}, {"", "0000000001000000"}});
+    type.zeroCheck = DT_ERR_INVALID_VALUE;
+    type.checks.push_back({"0000000001000000", DT_ERR_INVALID_VALUE});
+    return type;
 }
 
-TEST_F(AsNum, ZeroIsNoAsNumberButAnExtendedOne)
+TypeCase AsNumExtCase()
 {
-    EXPECT_EQ(CodeOf("ASNUM", "0"), DT_ERR_INVALID_VALUE);
-    EXPECT_EQ(CodeOf("ASNUM", "00000000000"), DT_ERR_INVALID_VALUE);
-    EXPECT_EQ(Value("ASNUMEXT", "0"), "0000000000000000");
-    EXPECT_EQ(RoundTrip("ASNUMEXT", "0"), "0");
-    EXPECT_EQ(Check("ASNUM", "0000000000000000"), DT_ERR_INVALID_VALUE);
-    EXPECT_EQ(Check("ASNUM", "0000000001000000"), DT_ERR_INVALID_VALUE);
-    EXPECT_EQ(Check("ASNUMEXT", "0000000000000000"), DT_OK);
+    TypeCase type = Both();
+    type.row = {285,
+                8,
+                26,
+                "ASNUMEXT",
+                &SYSDT_AsNumExtFormatIn,
+                &SYSDT_AsNumExtFormatOut,
+                &SYSDT_AsNumExtCheck,
+                &SYSDT_AsNumHelp,
+                &SYSDT_Uint32Compare,
+                nullptr,
+                &SYSDT_AsNumLuaSet,
+                &SYSDT_AsNumLuaGet,
+                &SYSDT_AsNumLuaEndian};
+    type.accepted.insert(type.accepted.end(), {{"0", "0000000000000000"}, {"00000000000", "0000000000000000", "0"}});
+    type.parser = &SYSDT_Str2AsNumExt;
+    type.prints.push_back({"0.0", "0000000001000000"});
+    return type;
 }
 
-TEST_F(AsNum, AnyAmountOfOuterBlanksIsTrimmed)
-{
-    const std::string blanks(500, ' ');
-    const std::string tabs(500, '\t');
-    EXPECT_EQ(Value("ASNUM", blanks + "7" + tabs), "0700000000000000");
-    EXPECT_EQ(CodeOf("ASNUM", blanks + tabs), DT_ERR_INVALID_VALUE);
-}
-
-TEST_F(AsNum, ParsersReportTheirOwnCodes)
-{
-    uint8_t value[8];
-    for (auto *parse : {SYSDT_Str2AsNum, SYSDT_Str2AsNumExt}) {
-        EXPECT_EQ(parse(nullptr, value), DT_ERR_NULL_PTR);
-        EXPECT_EQ(parse("1", nullptr), DT_ERR_NULL_PTR);
-        EXPECT_EQ(parse("x", value), DT_ERR_FAIL);
-        EXPECT_EQ(parse("100", value), DT_OK);
-        EXPECT_EQ(Hex(value, sizeof value), "6400000000000000");
-    }
-    EXPECT_EQ(SYSDT_Str2AsNum("0", value), DT_ERR_FAIL);
-    EXPECT_EQ(SYSDT_Str2AsNumExt("0", value), DT_OK);
-}
+[[maybe_unused]] const bool kStated = StateTests<AsNum>("AsNum", AsNumCase()) && StateTests("AsNumExt", AsNumExtCase());
 
 TEST_F(AsNum, TheDotsChooseTheForm)
 {
@@ -172,145 +211,91 @@ TEST_F(AsNum, TheDotsChooseTheForm)
     EXPECT_EQ(Hex(value, sizeof value), "0000000000000000");
 }
 
-TEST_F(AsNum, NotationDecidesHowItPrints)
+TEST_F(AsNum, Mode3CopiesAsManyBytesAsTheLengthSays)
 {
-    const struct {
-        const char *value;
-        const char *asNum;
-        const char *asNumExt;
-    } rows[] = {
-        {"0000010000000000", "65536", "65536"},
-        {"0000010001000000", "1.0", "1.0"},
-        {"0000010007000000", "1.0", "1.0"},
-        {"00000100ffffffff", "1.0", "1.0"},
-        {"6400000001000000", "0.100", "0.100"},
-        {"ffffffff00000000", "4294967295", "4294967295"},
-        {"ffffffff01000000", "65535.65535", "65535.65535"},
-        {"0000000000000000", "", "0"},
-        {"0000000001000000", "", "0.0"},
-    };
-    for (const auto &row : rows) {
-        for (const uint8_t mode : kTextModes) {
-            EXPECT_EQ(Text("ASNUM", row.value, mode), row.asNum);
-            EXPECT_EQ(Text("ASNUMEXT", row.value, mode), row.asNumExt);
-        }
-    }
-    EXPECT_EQ(FormatOut("ASNUM", "0000000000000000").length, 1);
-    EXPECT_EQ(FormatOut("ASNUMEXT", "0000000000000000").length, 2);
-}
-
-TEST_F(AsNum, TextModesReadEightBytesWhateverTheLengthSays)
-{
-    EXPECT_EQ(FormatOut(Row("ASNUM"), "6400000000000000", 1, 0).text, "100");
     EXPECT_EQ(FormatOut(Row("ASNUM"), "6400000000000000", 3, 4).bytes, "64000000");
 }
 
-TEST_F(AsNum, AFailingPrintIsAFailure)
+// clang-format off
+constexpr Refused kReasons[] = {
+    // text             rule                at  length
+    {"",                "empty",             0,  0},
+    {" \t",             "empty",             2,  0},
+    {"100000000000",    "too-long",          0, 12, 11},
+    {"\t000000000001 ", "too-long",          1, 12, 11},
+    {"12 3",            "blank",             2,  1},
+    {"12\t3",           "blank",             2,  1},
+    {" 1 .2",           "blank",             2,  1},
+    {"1.",              "digit",             2,  0},
+    {".1",              "digit",             0,  1},
+    {" 1..2",           "digit",             3,  1},
+    {"as100",           "digit",             0,  1},
+    {"1e5",             "character",         1,  1},
+    {"1\n",             "character",         1,  1},
+    {"1:2",             "character",         1,  1},
+    {"1.2.3.4.5.6",     "too-many-numbers",  9,  1, 5},
+    {" 1.2.3",          "notation",          1,  5, 0, "", "", 0, 2, "number high.low"},
+    {"4294967296",      "too-large",         0, 10, 4294967295, "the AS number"},
+    {"99999999999",     "too-large",         0, 11, 4294967295, "the AS number"},
+    {"0.5",             "too-small",         0,  1, 1, "the high part"},
+    {"65536.1",         "too-large",         0,  5, 65535, "the high part"},
+    {" 1.65536 ",       "too-large",         3,  5, 65535, "the low part"},
+    {"1",               "mode",              0,  0, 0, "", "", 0, 0},
+    {"1",               "mode",              0,  0, 3, "", "", 0, 3},
+    {"1",               "mode",              0,  0, 4, "", "", 0, 4},
+    {"1",               "mode",              0,  0, 7, "", "", 0, 7},
+};
+constexpr Refused kReasonsOfZero[] = {
+    {"0",               "too-small",         0,  1, 1, "the AS number"},
+    {" 00000000000",    "too-small",         1, 11, 1, "the AS number"},
+    {"0.0",             "too-small",         0,  1, 1, "the high part"},
+};
+// clang-format on
+
+TEST_F(AsNum, Reasons)
 {
-    for (const char *type : {"ASNUM", "ASNUMEXT"}) {
-        host::SetFaults({.failPrint = 1});
-        EXPECT_EQ(FormatOut(type, "6400000000000000").code, DT_ERR_FAIL) << type;
+    CheckRefusals("ASNUMEXT", kReasons);
+    std::vector<Refused> rows(std::begin(kReasons), std::end(kReasons));
+    rows.insert(rows.end(), std::begin(kReasonsOfZero), std::end(kReasonsOfZero));
+    CheckRefusals("ASNUM", rows);
+    constexpr std::string_view kGood[] = {"1", " 4294967295\t", "1.0", "65535.65535", "00000000001"};
+    constexpr std::string_view kZero[] = {"0", " 00000000000 "};
+    for (const uint8_t mode : kTextModes) {
+        CheckAccepted("ASNUM", kGood, mode);
+        CheckAccepted("ASNUMEXT", kGood, mode);
+        CheckAccepted("ASNUMEXT", kZero, mode);
     }
 }
 
-TEST_F(AsNum, ObeysTheContract)
+TEST_F(AsNum, Facts)
 {
-    Contract contract{.text = "65535.65535",
-                      .value = "ffffffff01000000",
-                      .inModes = "FPPFUFPU",
-                      .outModes = "FTTCUFTU",
-                      .helpModes = "-H----H-",
-                      .helpText = "STRING<1-11>",
-                      .resultTypeId = 255,
-                      .resultLength = 8,
-                      .textSize = 33};
-    Sweep(Row("ASNUM"), contract);
-    contract.resultTypeId = 285;
-    Sweep(Row("ASNUMEXT"), contract);
-}
-
-TEST_F(AsNum, HelpPassesTheSecondWordAndTheHostsCode)
-{
-    EXPECT_EQ(Help("ASNUM", 1, 11, 22).helpWord, 22u);
-    host::SetFaults({.helpInitCode = 0x1234});
-    EXPECT_EQ(Help("ASNUM").code, 0x1234u);
-}
-
-TEST_F(AsNum, CheckLooksAtTheLength)
-{
-    for (const char *type : {"ASNUM", "ASNUMEXT"}) {
-        EXPECT_EQ(Row(type).Check(nullptr, 0, 8, nullptr), DT_ERR_NULL_PTR);
-        EXPECT_EQ(Check(type, "64000000000000"), DT_ERR_LENGTH);
-        EXPECT_EQ(Check(type, "640000000000000000"), DT_ERR_LENGTH);
-        EXPECT_EQ(Check(type, "6400000000000000"), DT_OK);
-        EXPECT_EQ(Check(type, "64000000ffffffff"), DT_OK);
+    for (const uint16_t typeId : {uint16_t{255}, uint16_t{285}}) {
+        const BgpTypeFacts *facts = Bgp_DescribeType(typeId);
+        ASSERT_NE(facts, nullptr);
+        EXPECT_STREQ(facts->Name, typeId == 255 ? "ASNUM" : "ASNUMEXT");
+        EXPECT_STREQ(facts->Reference, "RFC 6793, RFC 5396");
+        EXPECT_EQ(facts->ResultTypeId, typeId);
+        EXPECT_EQ(facts->ValueLength, 8);
+        EXPECT_EQ(facts->CheckedLength, 8);
+        EXPECT_EQ(facts->TextSize, 33);
+        EXPECT_EQ(facts->ShortestText, 1);
+        EXPECT_EQ(facts->LongestText, 11);
+        EXPECT_EQ(facts->TypingMode, 2);
+        EXPECT_EQ(facts->Order, BGP_ORDER_TOTAL);
+        EXPECT_EQ(facts->Network, BGP_NETWORK_ENDIAN);
+        EXPECT_EQ(facts->Lua, BGP_LUA_ALL);
+        EXPECT_EQ(facts->Traits, BGP_TRAIT_COPIES_RAW);
+        ASSERT_EQ(facts->NotationCount, 2u);
+        EXPECT_STREQ(facts->Notations[0].Separators, "");
+        EXPECT_EQ(facts->Notations[0].Smallest[0], typeId == 255 ? 1u : 0u);
+        EXPECT_EQ(facts->Notations[0].Largest[0], 4294967295u);
+        EXPECT_STREQ(facts->Notations[1].Separators, ".");
+        EXPECT_EQ(facts->Notations[1].Smallest[0], 1u);
+        EXPECT_EQ(facts->Notations[1].Largest[0], 65535u);
+        EXPECT_EQ(facts->Notations[1].Smallest[1], 0u);
+        EXPECT_EQ(facts->Notations[1].Largest[1], 65535u);
+        EXPECT_EQ(Bgp_DescribeValue(typeId, nullptr, 0), facts->Layout);
     }
-}
-
-TEST_F(AsNum, ComparesByTheNumberAlone)
-{
-    EXPECT_EQ(Compare("ASNUM", "0001000000000000", "ff00000000000000"), 1);
-    EXPECT_EQ(Compare("ASNUM", "ff00000000000000", "0001000000000000"), -1);
-    EXPECT_EQ(Compare("ASNUM", "ff00000000000000", "ff00000001000000"), 0);
-}
-
-TEST_F(AsNum, ToLua)
-{
-    const LuaOut out = LuaSet("ASNUM", "ffffffff01000000");
-    EXPECT_EQ(out.code, DT_OK);
-    EXPECT_EQ(out.table, "{asNumValue=4294967295, asType=1}");
-    EXPECT_EQ(out.growth, 0);
-    const LuaOut tooShort = LuaSet(Row("ASNUM"), "ffffffff01000000", 7);
-    EXPECT_EQ(tooShort.code, DT_ERR_INVALID_PARAM);
-    EXPECT_EQ(tooShort.table, "nil");
-    EXPECT_EQ(tooShort.growth, 0);
-}
-
-TEST_F(AsNum, FromLua)
-{
-    const struct {
-        const char *table;
-        uint32_t code;
-        const char *value;
-        int32_t growth;
-    } rows[] = {
-        {"{asNumValue = 4294967295, asType = 1}", DT_OK, "ffffffff01000000", 1}, // the fetched table stays
-        {"{asNumValue = 0, asType = 77}", DT_OK, "000000004d000000", 1},
-        {"{asNumValue = '5', asType = 0}", DT_OK, "0500000000000000", 1}, // a numeric string is a number to Lua
-        {"{asNumValue = 5, asType = 'dotted'}", DT_ERR_INVALID_PARAM, "05000000eeeeeeee", 3},
-        {"{asNumValue = 5}", DT_ERR_INVALID_PARAM, "05000000eeeeeeee", 3},
-        {"{asType = 0}", DT_ERR_INVALID_PARAM, "eeeeeeeeeeeeeeee", 2},
-        {"{asNumValue = {}, asType = 0}", DT_ERR_INVALID_PARAM, "eeeeeeeeeeeeeeee", 2},
-        {"7", DT_ERR_INVALID_PARAM, "eeeeeeeeeeeeeeee", 1},
-        {"nil", DT_ERR_INVALID_PARAM, "eeeeeeeeeeeeeeee", 1},
-    };
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.table);
-        const LuaIn in = LuaGet("ASNUM", row.table);
-        EXPECT_EQ(in.code, row.code);
-        EXPECT_EQ(in.value, row.value);
-        EXPECT_EQ(in.growth, row.growth);
-    }
-    const LuaIn tooShort = LuaGet(Row("ASNUM"), "{asNumValue = 1, asType = 0}", 7);
-    EXPECT_EQ(tooShort.code, DT_ERR_INVALID_PARAM);
-    EXPECT_EQ(tooShort.growth, 0);
-}
-
-TEST_F(AsNum, EndianSwapsBothWords)
-{
-    EXPECT_EQ(Endian("ASNUM", "0102030405060708"), "0403020108070605");
-    EXPECT_EQ(Endian("ASNUMEXT", "0403020108070605"), "0102030405060708");
-}
-
-TEST_F(AsNum, TheTwoRowsShareWhatTheyShare)
-{
-    const DataTypeDescriptor &asNum = Row("ASNUM");
-    const DataTypeDescriptor &asNumExt = Row("ASNUMEXT");
-    EXPECT_EQ(asNum.Help, asNumExt.Help);
-    EXPECT_EQ(asNum.LuaSet, asNumExt.LuaSet);
-    EXPECT_EQ(asNum.LuaGet, asNumExt.LuaGet);
-    EXPECT_EQ(asNum.Endian, asNumExt.Endian);
-    EXPECT_EQ(asNum.Compare, asNumExt.Compare);
 }
 
 } // namespace

@@ -4,8 +4,6 @@
 #include <string>
 #include <vector>
 
-extern "C" const BgpLsKeyword g_bgplsPrefixPattern[24];
-
 namespace bgp::test {
 namespace {
 

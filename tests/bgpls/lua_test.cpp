@@ -10,16 +10,6 @@ class BgpLsLua : public PlugIn {};
 // --------------------------------------------------------------------------------------------------------- value to
 // Lua
 
-TEST_F(BgpLsLua, ValuesBecomeTables)
-{
-    for (const Sample &sample : Samples()) {
-        const LuaOut out = LuaSet(kBgpLs, sample.host);
-        EXPECT_EQ(out.code, DT_OK) << sample.name;
-        EXPECT_EQ(out.table, sample.lua) << sample.name;
-        EXPECT_EQ(out.growth, 0) << sample.name;
-    }
-}
-
 TEST_F(BgpLsLua, AllBitsOfEveryNumberArrive)
 {
     const std::string ones(2 * 228 - 8, 'f');
@@ -101,23 +91,6 @@ TEST_F(BgpLsLua, AnUnknownTypeIsATableWithTheTypeAlone)
         EXPECT_EQ(out.code, DT_OK);
         EXPECT_EQ(out.table, "{uiRouteType=" + std::to_string(type) + "}");
         EXPECT_EQ(out.growth, 0);
-    }
-}
-
-TEST_F(BgpLsLua, AValueHas228Bytes)
-{
-    for (const Sample &sample : Samples()) {
-        for (const uint16_t length : {uint16_t{0}, uint16_t{4}, uint16_t{227}}) {
-            const LuaOut out = LuaSet(Row(kBgpLs), sample.host, length);
-            EXPECT_EQ(out.code, DT_ERR_INVALID_PARAM) << length;
-            EXPECT_EQ(out.table, "nil");
-            EXPECT_EQ(out.growth, 0);
-            const LuaIn in = LuaGet(Row(kBgpLs), sample.lua, length);
-            EXPECT_EQ(in.code, DT_ERR_INVALID_PARAM) << length;
-            EXPECT_EQ(in.value, Hex(std::string(length, '\xEE')));
-            EXPECT_EQ(in.growth, 0);
-        }
-        EXPECT_EQ(LuaSet(Row(kBgpLs), sample.host + "ee", 229).table, sample.lua);
     }
 }
 

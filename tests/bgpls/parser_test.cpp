@@ -1,4 +1,5 @@
 #include "bgpls/samples.h"
+#include "support/expect.h"
 
 #include <algorithm>
 #include <cstring>
@@ -17,12 +18,7 @@ std::string Part(const std::string &text, size_t offset, size_t length)
 
 void ExpectRefused(const std::string &text)
 {
-    const In in = FormatIn(kBgpLs, text);
-    EXPECT_EQ(in.code, DT_ERR_INVALID_VALUE) << text;
-    EXPECT_EQ(in.typeId, kUntouched) << text;
-    EXPECT_EQ(in.length, kUntouched) << text;
-    EXPECT_FALSE(in.bufferSet) << text;
-    EXPECT_TRUE(in.textKept) << text;
+    test::ExpectRefused(Row(kBgpLs), text, 1, DT_ERR_INVALID_VALUE);
 }
 
 bool Accepts(const std::string &text)
@@ -1558,6 +1554,24 @@ TEST_F(BgpLsParser, InnerBlanksAreRefused)
     }
     ExpectRefused("[NODE] [ISIS-LEVEL-1][IDENTIFIER0][LOCAL[as1]]");
     ExpectRefused("[NODE][BGP][IDENTIFIER0][LOCAL[as1]][UNKNOWNa b]");
+}
+
+// Only blanks and brackets part a key, wherever they stand: at each place of three words of eight characters.
+TEST_F(BgpLsParser, EveryOtherCharacterMayStandInAnIgnoredGroup)
+{
+    const std::string key = "[NODE][BGP][IDENTIFIER0][LOCAL[as1]][UNKNOWN]";
+    const std::string value = Value(kBgpLs, key);
+    for (int character = 1; character < 256; ++character) {
+        const bool parts = std::string_view(" \t[]").find(static_cast<char>(character)) != std::string_view::npos;
+        for (size_t place = 0; place <= 24; ++place) {
+            std::string text = key;
+            text.insert(text.size() - 1, std::string(24, 'x'));
+            text.insert(key.size() - 1 + place, 1, static_cast<char>(character));
+            const In in = FormatIn(kBgpLs, text);
+            EXPECT_EQ(in.code, parts ? DT_ERR_INVALID_VALUE : DT_OK) << character << " at " << place;
+            EXPECT_EQ(in.value, parts ? "" : value) << character << " at " << place;
+        }
+    }
 }
 
 TEST_F(BgpLsParser, EveryCutTextIsRefused)

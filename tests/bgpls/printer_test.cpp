@@ -22,27 +22,6 @@ std::string With(const std::string &record, size_t offset, const std::string &he
 
 // ----------------------------------------------------------------------------------------------------------- FormatOut
 
-TEST_F(BgpLsPrinter, PrintsInEveryModeButFour)
-{
-    for (const Sample &sample : Samples()) {
-        for (const uint8_t mode : kAllModes) {
-            SCOPED_TRACE(testing::Message() << sample.name << ", mode " << int{mode});
-            const Out out = FormatOut(kBgpLs, sample.host, mode);
-            if (mode == 4 || mode > 6) {
-                EXPECT_EQ(out.code, DT_ERR_MODE_UNSUPPORTED);
-                EXPECT_EQ(out.typeId, 0);
-                EXPECT_EQ(out.length, 0);
-                EXPECT_FALSE(out.bufferSet);
-                continue;
-            }
-            EXPECT_EQ(out.code, DT_OK);
-            EXPECT_EQ(out.typeId, 25);
-            EXPECT_EQ(out.text, sample.printed);
-            EXPECT_EQ(out.length, sample.printed.size() + 1);
-        }
-    }
-}
-
 TEST_F(BgpLsPrinter, ClearsItsResultsWithoutMemory)
 {
     for (const Sample &sample : Samples()) {
@@ -56,19 +35,6 @@ TEST_F(BgpLsPrinter, ClearsItsResultsWithoutMemory)
     host::TakeCounters();
     FormatOut(kBgpLs, Samples()[0].host);
     EXPECT_EQ(host::TakeCounters().plainAllocations, 1u);
-}
-
-TEST_F(BgpLsPrinter, WritesIntoACallersBufferOf769Bytes)
-{
-    for (const Sample &sample : Samples()) {
-        const Into into = FormatOutInto(Row(kBgpLs), sample.host, 1, 769);
-        EXPECT_EQ(into.out.text, sample.printed);
-        EXPECT_EQ(into.out.length, sample.printed.size() + 1);
-        EXPECT_TRUE(into.sameBuffer);
-        EXPECT_TRUE(into.guardsIntact);
-        EXPECT_FALSE(into.released);
-        EXPECT_EQ(into.allocations, 0u);
-    }
 }
 
 TEST_F(BgpLsPrinter, AShortValueIsFilledWithZeros)

@@ -1,6 +1,7 @@
 #include "bgpls/samples.h"
+#include "support/type_case.h"
 
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 namespace bgp::test {
 namespace {
@@ -41,42 +42,55 @@ std::string WithReversedIdentifier(const std::string &hex)
     return reversed;
 }
 
-TEST_F(BgpLsRecord, IsRegisteredWhole)
+// FormatIn's memory answers are the parser's test: it takes scratch memory before it takes the value's.
+TypeCase Case()
 {
-    const DataTypeDescriptor &row = Row(kBgpLs);
-    EXPECT_EQ(row.TypeId, 1299);
-    EXPECT_EQ(row.BinaryLength, 228);
-    EXPECT_EQ(row.BaseKind, 26);
-    EXPECT_EQ(row.FormatIn, SYSDT_LSPrefixFormatIn);
-    EXPECT_EQ(row.FormatOut, SYSDT_LSPrefixFormatOut);
-    EXPECT_EQ(row.Check, SYSDT_LSPrefixCheck);
-    EXPECT_EQ(row.Help, SYSDT_LSPrefixHelp);
-    EXPECT_EQ(row.Compare, SYSDT_LSPrefixCompare);
-    EXPECT_EQ(row.Reserved, nullptr);
-    EXPECT_EQ(row.LuaSet, SYSDT_LSPrefixLuaSet);
-    EXPECT_EQ(row.LuaGet, SYSDT_LSPrefixLuaGet);
-    EXPECT_EQ(row.Endian, SYSDT_LSPrefixEndian);
+    TypeCase type = {
+        .row = {1299, 228, 26, "BGPLSPREFIX", &SYSDT_LSPrefixFormatIn, &SYSDT_LSPrefixFormatOut, &SYSDT_LSPrefixCheck,
+                &SYSDT_LSPrefixHelp, &SYSDT_LSPrefixCompare, nullptr, &SYSDT_LSPrefixLuaSet, &SYSDT_LSPrefixLuaGet,
+                &SYSDT_LSPrefixEndian},
+        .contract = {.text = NodeSample().text,
+                     .value = NodeSample().host,
+                     .outModes = "TTTTUTTU",
+                     .helpModes = "-H----H-",
+                     .helpText = "STRING<62-529>",
+                     .textSize = 769,
+                     .plainMemory = true,
+                     .helpPlainMemory = true,
+                     .clearsFirst = true},
+        .readsWhole = false, // see the printer's test
+        .checks = {{Noise("00000000"), DT_OK}},
+        .compares =
+            {
+                // The first difference decides, and the least significant byte of a number comes first.
+                {Record("01000000 02000000"), Record("01000000 01ffffff"), 1},
+                {Record("01000000 00010000"), Record("01000000 ff000000"), -1},
+                {Record("02000000"), Record("01000000 ffffffff"), 1},
+                {"0000000001", "0000000002", 0, 4},
+                {"0000000001", "0000000002", -1},
+                {"0000000002", "0000000001", 1},
+                {"0000000001", "0000000002", 0, 0},
+            },
+        .comparesBytes = true,
+        .comparePointers = DT_ERR_NULL_PTR,
+        .luaGets =
+            {
+                // what becomes of the fields is the test of the tables
+                {"nil", DT_ERR_INVALID_PARAM, Unwritten(228), kAnyGrowth},
+                {"{uiRouteType = 7}", DT_OK, "07000000" + Unwritten(224), 0},
+            },
+    };
+    for (const Sample &sample : Samples()) {
+        type.alsoSwept.emplace_back(sample.text, sample.host);
+        type.prints.push_back({sample.printed, sample.host});
+        type.checks.push_back({sample.host, DT_OK});
+        type.swaps.push_back({sample.network, sample.host, false});
+        type.luaSets.push_back({sample.host, sample.lua});
+    }
+    return type;
 }
 
-// FormatIn's memory answers are the parser's test: it takes scratch memory before it takes the value's.
-TEST_F(BgpLsRecord, ObeysTheContract)
-{
-    for (const Sample &sample : Samples()) {
-        SCOPED_TRACE(sample.name);
-        Sweep(Row(kBgpLs), {.text = sample.text,
-                            .value = sample.host,
-                            .inModes = "",
-                            .outModes = "TTTTUTTU",
-                            .helpModes = "-H----H-",
-                            .helpText = "STRING<62-529>",
-                            .resultTypeId = 1299,
-                            .resultLength = 228,
-                            .textSize = 769,
-                            .plainMemory = true,
-                            .helpPlainMemory = true,
-                            .clearsFirst = true});
-    }
-}
+[[maybe_unused]] const bool kStated = StateTests<BgpLsRecord>("BgpLsRecord", Case());
 
 // ------------------------------------------------------------------------------------------------------------ layouts
 
@@ -215,13 +229,6 @@ TEST_F(BgpLsRecord, DescribesNoOtherNlriType)
 
 // ------------------------------------------------------------------------------------------------------------- Endian
 
-TEST_F(BgpLsRecord, EndianTurnsNetworkOrderIntoHostOrder)
-{
-    for (const Sample &sample : Samples()) {
-        EXPECT_EQ(Endian(kBgpLs, sample.network), sample.host) << sample.name;
-    }
-}
-
 // Handed a value in host order it reverses the type word alone: the reversed type is none of the six.
 TEST_F(BgpLsRecord, EndianOfHostOrderReversesTheTypeWordAlone)
 {
@@ -305,98 +312,6 @@ TEST_F(BgpLsRecord, EndianNeedsItsContextAndItsValue)
     // Type id and length are not looked at.
     EXPECT_EQ(row.Endian(&row, 0, 0, value.data()), DT_OK);
     EXPECT_EQ(Hex(value), Samples()[0].host);
-}
-
-// -------------------------------------------------------------------------------------------------------------- Check
-
-TEST_F(BgpLsRecord, CheckLooksAtTheLengthAlone)
-{
-    for (uint32_t length = 0; length <= 600; ++length) {
-        EXPECT_EQ(CheckLength(kBgpLs, length), length == 228 ? DT_OK : DT_ERR_LENGTH) << length;
-    }
-    EXPECT_EQ(Check(kBgpLs, std::string(2 * 228, 'f')), DT_OK);
-    EXPECT_EQ(Check(kBgpLs, Noise("00000000")), DT_OK);
-    for (const Sample &sample : Samples()) {
-        EXPECT_EQ(Check(kBgpLs, sample.host), DT_OK);
-    }
-    const DataTypeDescriptor &row = Row(kBgpLs);
-    const std::string value(228, '\0');
-    EXPECT_EQ(row.Check(nullptr, 0, 228, nullptr), DT_ERR_NULL_PTR);
-    EXPECT_EQ(row.Check(nullptr, 0, 227, nullptr), DT_ERR_NULL_PTR);
-    EXPECT_EQ(row.Check(nullptr, 0, 228, value.data()), DT_OK);
-    EXPECT_EQ(row.Check(nullptr, 0, 0x100E4, value.data()), DT_ERR_LENGTH);
-}
-
-// ------------------------------------------------------------------------------------------------------------ Compare
-
-TEST_F(BgpLsRecord, CompareIsTheOrderOfTheBytes)
-{
-    const std::string zero = Record("");
-    for (size_t i = 0; i < 228; ++i) {
-        for (const char *byte : {"01", "80", "ff"}) {
-            std::string other = zero;
-            other.replace(2 * i, 2, byte);
-            EXPECT_EQ(Compare(kBgpLs, other, zero), 1) << i;
-            EXPECT_EQ(Compare(kBgpLs, zero, other), -1) << i;
-            EXPECT_EQ(Compare(kBgpLs, other, other), 0) << i;
-        }
-    }
-    // The first difference decides, and the least significant byte of a number comes first.
-    EXPECT_EQ(Compare(kBgpLs, Record("01000000 02000000"), Record("01000000 01ffffff")), 1);
-    EXPECT_EQ(Compare(kBgpLs, Record("01000000 00010000"), Record("01000000 ff000000")), -1);
-    EXPECT_EQ(Compare(kBgpLs, Record("02000000"), Record("01000000 ffffffff")), 1);
-}
-
-TEST_F(BgpLsRecord, CompareReadsAsManyBytesAsItIsTold)
-{
-    const DataTypeDescriptor &row = Row(kBgpLs);
-    const std::string left = Bytes("0000000001");
-    const std::string right = Bytes("0000000002");
-    EXPECT_EQ(row.Compare(nullptr, 4, left.data(), right.data()), 0);
-    EXPECT_EQ(row.Compare(nullptr, 5, left.data(), right.data()), -1);
-    EXPECT_EQ(row.Compare(nullptr, 5, right.data(), left.data()), 1);
-    EXPECT_EQ(row.Compare(nullptr, 0, left.data(), right.data()), 0);
-}
-
-TEST_F(BgpLsRecord, CompareNeedsBothValues)
-{
-    const DataTypeDescriptor &row = Row(kBgpLs);
-    const std::string value(228, '\0');
-    EXPECT_EQ(static_cast<uint32_t>(row.Compare(&row, 228, nullptr, value.data())), DT_ERR_NULL_PTR);
-    EXPECT_EQ(static_cast<uint32_t>(row.Compare(&row, 228, value.data(), nullptr)), DT_ERR_NULL_PTR);
-    EXPECT_EQ(static_cast<uint32_t>(row.Compare(&row, 228, nullptr, nullptr)), DT_ERR_NULL_PTR);
-}
-
-// --------------------------------------------------------------------------------------------------------------- Help
-
-TEST_F(BgpLsRecord, HelpTellsTheLengthsOfAKey)
-{
-    for (const uint8_t mode : {uint8_t{1}, uint8_t{6}}) {
-        const Helped helped = Help(kBgpLs, mode, 11, 22);
-        EXPECT_EQ(helped.code, DT_OK);
-        EXPECT_EQ(helped.text, "STRING<62-529>");
-        EXPECT_EQ(helped.helpWord, 22u);
-        host::SetFaults({.helpInitCode = 0x1234});
-        EXPECT_EQ(Help(kBgpLs, mode).code, 0x1234u);
-        host::SetFaults({});
-    }
-    host::SetFaults({.helpInitCode = 0x1234});
-    EXPECT_EQ(Help(kBgpLs, 2).code, DT_OK);
-    EXPECT_EQ(Help(kBgpLs, 2).helpInits, 0u);
-}
-
-TEST_F(BgpLsRecord, HelpTakesPlainMemory)
-{
-    const DataTypeDescriptor &row = Row(kBgpLs);
-    const DataTypeRequest request{1, Handle()};
-    const uint32_t words[2] = {1, 1};
-    DataTypeHelpInfo info{0, nullptr};
-    host::TakeCounters();
-    EXPECT_EQ(row.Help(&request, 0, 0, nullptr, words, &info), DT_OK);
-    EXPECT_EQ(host::TakeCounters().plainAllocations, 1u);
-    ASSERT_NE(info.Entries, nullptr);
-    EXPECT_STREQ(info.Entries[0].Text, "STRING<62-529>");
-    SYS_DataTypeFree(info.Entries[0].Text);
 }
 
 } // namespace

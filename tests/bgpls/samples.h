@@ -2,7 +2,7 @@
 #ifndef BGP_TESTS_BGPLS_SAMPLES_H
 #define BGP_TESTS_BGPLS_SAMPLES_H
 
-#include "host_services.h"
+#include "bgp_host_services.h"
 #include "support/harness.h"
 
 #include <string>

@@ -1,4 +1,4 @@
-#include "support/harness.h"
+#include "support/type_case.h"
 
 #include <initializer_list>
 
@@ -629,125 +629,48 @@ TEST_F(AttrIdBitmap, AFailingPrintOrCopyIsNoFailure)
     }
 }
 
-TEST_F(AttrIdBitmap, ObeysTheContract)
-{
-    // FormatOut takes scratch memory and has its own sweeps above.
-    Sweep(Row(kType), {.text = "",
-                       .value = Padded("01", 32),
-                       .inModes = "",
-                       .outModes = "",
-                       .helpModes = "-H----H-",
-                       .helpText = "INTEGER",
-                       .resultTypeId = 290,
-                       .resultLength = 32,
-                       .textSize = 4096});
-}
-
-TEST_F(AttrIdBitmap, HelpPassesTheSecondWordAndTheHostsCode)
-{
-    EXPECT_EQ(Help(kType, 1, 11, 22).helpWord, 22u);
-    host::SetFaults({.helpInitCode = 0x1234});
-    EXPECT_EQ(Help(kType).code, 0x1234u);
-}
-
-TEST_F(AttrIdBitmap, CheckLooksAtTheLengthAlone)
-{
-    EXPECT_EQ(Row(kType).Check(nullptr, 290, 32, nullptr), DT_ERR_NULL_PTR);
-    for (const uint32_t length : {0u, 31u, 33u, 65568u}) {
-        EXPECT_EQ(CheckLength(kType, length), DT_ERR_LENGTH) << length;
-    }
-    EXPECT_EQ(CheckLength(kType, 32), DT_OK);
-    EXPECT_EQ(Check(kType, Hex(std::string(32, '\xFF'))), DT_OK);
-}
-
-TEST_F(AttrIdBitmap, ComparesTheBytes)
-{
-    EXPECT_EQ(Compare(kType, Padded("01", 32), Padded("02", 32)), -1);
-    EXPECT_EQ(Compare(kType, Padded("02", 32), Padded("01", 32)), 1);
-    EXPECT_EQ(Compare(kType, Padded("80", 32), Padded("7f", 32)), 1);
-    EXPECT_EQ(Compare(kType, Padded("0001", 32), Padded("00", 32)), 1);
-    EXPECT_EQ(Compare(kType, Padded("80", 32), Padded("80", 32)), 0);
-    EXPECT_EQ(Row(kType).Compare(nullptr, 3, "\1\2\3\4", "\1\2\3\5"), 0); // `length` bytes
-    EXPECT_EQ(Row(kType).Compare(nullptr, 4, "\1\2\3\4", "\1\2\3\5"), -1);
-    EXPECT_EQ(Row(kType).Compare(nullptr, 4, "\1\2\3\5", "\1\2\3\4"), 1);
-}
-
 constexpr const char *kCounting = "0102030405060708090a0b0c0d0e0f101112131415161718191a1b1c1d1e1fff";
+const std::string kAll = "{1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23,24,25,26,27,28,29,30,31,255";
 
-TEST_F(AttrIdBitmap, ToLua)
+TypeCase Case()
 {
-    const LuaOut out = LuaSet(kType, kCounting);
-    EXPECT_EQ(out.code, DT_OK);
-    EXPECT_EQ(out.table, "{1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23,24,25,26,27,28,29,30,31,255}");
-    EXPECT_EQ(out.growth, 0);
-    EXPECT_EQ(LuaSet(Row(kType), kCounting + std::string("00"), 33).table, out.table);
-    const LuaOut tooShort = LuaSet(Row(kType), kCounting, 31);
-    EXPECT_EQ(tooShort.code, DT_ERR_INVALID_PARAM);
-    EXPECT_EQ(tooShort.table, "nil");
-    EXPECT_EQ(tooShort.growth, 0);
+    return {
+        .row = {290, 32, 26, "ATTRIDBITMAP", nullptr, &SYSDT_AttrIdBitmapFormatOut, &SYSDT_AttrIdBitmapCheck,
+                &SYSDT_AttrIdBitmapHelp, &SYSDT_AttrIdBitmapCompare, nullptr, &SYSDT_AttrIdBitmapLuaSet,
+                &SYSDT_AttrIdBitmapLuaGet, &SYSDT_AttrIdBitmapEndian},
+        // FormatOut takes scratch memory and has its own sweeps above.
+        .contract = {.value = Padded("01", 32), .helpModes = "-H----H-", .helpText = "INTEGER", .textSize = 4096},
+        .compares =
+            {
+                {Padded("01", 32), Padded("02", 32), -1},
+                {Padded("02", 32), Padded("01", 32), 1},
+                {Padded("80", 32), Padded("7f", 32), 1},
+                {Padded("0001", 32), Padded("00", 32), 1},
+                {Padded("80", 32), Padded("80", 32), 0},
+                {"01020304", "01020305", 0, 3}, // `length` bytes
+                {"01020304", "01020305", -1},
+                {"01020305", "01020304", 1},
+            },
+        .swaps = {{kCounting, kCounting}}, // Endian does nothing
+        .luaSets = {{kCounting, kAll + "}"}},
+        .luaGets =
+            {
+                {kAll + "}", DT_OK, kCounting, 0},
+                {kAll + ",33}", DT_OK, kCounting, 0},
+                {kAll + ", extra = 1}", DT_OK, kCounting, 0},
+                // the low 8 bits of whatever number it is
+                {"{256,257,511,-1,'5',4294967295" + kAll.substr(12) + "}", DT_OK,
+                 "0001ffff05ff" + std::string(kCounting).substr(12), 0},
+                {"nil", DT_ERR_INVALID_PARAM, Unwritten(32), 1},
+                {"7", DT_ERR_INVALID_PARAM, Unwritten(32), 1},
+                {"'x'", DT_ERR_INVALID_PARAM, Unwritten(32), 1},
+                {"true", DT_ERR_INVALID_PARAM, Unwritten(32), 1},
+            },
+        .luaArrays = {{"", "", 32, 0, 2, 0}},
+    };
 }
 
-TEST_F(AttrIdBitmap, FromLua)
-{
-    const std::string all = "{1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23,24,25,26,27,28,29,30,31,255";
-    for (const std::string &table : {all + "}", all + ",33}", all + ", extra = 1}"}) {
-        const LuaIn in = LuaGet(kType, table);
-        EXPECT_EQ(in.code, DT_OK);
-        EXPECT_EQ(in.value, kCounting);
-        EXPECT_EQ(in.growth, 0);
-    }
-    // The low 8 bits of whatever number it is.
-    const LuaIn large = LuaGet(kType, "{256,257,511,-1,'5',4294967295" + all.substr(12) + "}");
-    EXPECT_EQ(large.code, DT_OK);
-    EXPECT_EQ(large.value, "0001ffff05ff" + std::string(kCounting).substr(12));
-    EXPECT_EQ(large.growth, 0);
-
-    const std::string unwritten = Hex(std::string(32, '\xEE'));
-    for (const char *table : {"nil", "7", "'x'", "true"}) {
-        const LuaIn in = LuaGet(kType, table);
-        EXPECT_EQ(in.code, DT_ERR_INVALID_PARAM) << table;
-        EXPECT_EQ(in.value, unwritten);
-        EXPECT_EQ(in.growth, 1);
-    }
-    const LuaIn tooShort = LuaGet(Row(kType), all + "}", 31);
-    EXPECT_EQ(tooShort.code, DT_ERR_INVALID_PARAM);
-    EXPECT_EQ(tooShort.value, unwritten.substr(2));
-    EXPECT_EQ(tooShort.growth, 0);
-}
-
-TEST_F(AttrIdBitmap, EachElementFromLuaMustBeANumber)
-{
-    const std::string unwritten = Hex(std::string(32, '\xEE'));
-    for (size_t bad = 0; bad < 32; ++bad) {
-        for (const char *kind : {"nil", "'x'", "{}", "false"}) {
-            std::string table = "{";
-            for (size_t i = 0; i < 32; ++i) {
-                table += (i == bad ? kind : i == 31 ? "255" : std::to_string(i + 1)) + ", ";
-            }
-            SCOPED_TRACE(table);
-            const LuaIn in = LuaGet(kType, table + "}");
-            EXPECT_EQ(in.code, DT_ERR_INVALID_PARAM);
-            EXPECT_EQ(in.value, std::string(kCounting).substr(0, 2 * bad) + unwritten.substr(2 * bad));
-            EXPECT_EQ(in.growth, 2);
-        }
-    }
-}
-
-TEST_F(AttrIdBitmap, EndianDoesNothing)
-{
-    EXPECT_EQ(Endian(kType, kCounting), kCounting);
-}
-
-TEST_F(AttrIdBitmap, TheRowOffersEverythingButFormatIn)
-{
-    const DataTypeDescriptor &row = Row(kType);
-    EXPECT_EQ(row.TypeId, 290);
-    EXPECT_EQ(row.BinaryLength, 32);
-    EXPECT_EQ(row.BaseKind, 26);
-    EXPECT_EQ(row.FormatIn, nullptr);
-    EXPECT_TRUE(row.FormatOut && row.Check && row.Help && row.Compare && row.LuaSet && row.LuaGet && row.Endian);
-    EXPECT_EQ(row.Reserved, nullptr);
-}
+[[maybe_unused]] const bool kStated = StateTests<AttrIdBitmap>("AttrIdBitmap", Case());
 
 } // namespace
 } // namespace bgp::test

@@ -1,8 +1,6 @@
-#include "support/harness.h"
+#include "support/type_case.h"
 
-#include "host_services.h"
-
-#include <cstring>
+#include "bgp_host_services.h"
 
 namespace bgp::test {
 namespace {
@@ -14,15 +12,6 @@ constexpr const char *kUnused = "0000000002";
 
 class CommunityList : public PlugIn {};
 
-std::string Repeated(const std::string &item, size_t count, const std::string &separator = "")
-{
-    std::string text;
-    for (size_t i = 0; i < count; ++i) {
-        text += (i == 0 ? "" : separator) + item;
-    }
-    return text;
-}
-
 // The entries, and unused ones behind them.
 std::string List(std::string_view entries)
 {
@@ -31,31 +20,25 @@ std::string List(std::string_view entries)
     return Hex(bytes) + Repeated(kUnused, kEntries - bytes.size() / 5);
 }
 
-struct Accepted {
-    const char *text;
-    const char *entries;
-    const char *printed;
-};
-
-constexpr Accepted kAccepted[] = {
-    {"no-export 100:1 0", "01ffffff00 0100640001 0000000000", "no-export 100:1 internet"},
-    {"No-Advertise", "02ffffff00", "no-advertise"},
-    {"INTERNET NO-EXPORT no-export-subconfed", "0000000000 01ffffff00 03ffffff00",
+const std::vector<TextCase> kAccepted = {
+    {"no-export 100:1 0", List("01ffffff00 0100640001 0000000000"), "no-export 100:1 internet"},
+    {"No-Advertise", List("02ffffff00"), "no-advertise"},
+    {"INTERNET NO-EXPORT no-export-subconfed", List("0000000000 01ffffff00 03ffffff00"),
      "internet no-export no-export-subconfed"},
-    {"1", "0100000000", "1"},
-    {"1 1 1", "0100000000 0100000000 0100000000", "1 1 1"},
-    {"3 2:1 1", "0300000000 0100020001 0100000000", "3 2:1 1"},
-    {"0:0 0", "0000000001 0000000000", "internet internet"},
-    {"0:1 1:0", "0100000001 0000010001", "0:1 1:0"},
-    {"65535:65281 4294967042 65535:65283", "01ffffff01 02ffffff00 03ffffff01",
+    {"1", List("0100000000")},
+    {"1 1 1", List("0100000000 0100000000 0100000000")},
+    {"3 2:1 1", List("0300000000 0100020001 0100000000")},
+    {"0:0 0", List("0000000001 0000000000"), "internet internet"},
+    {"0:1 1:0", List("0100000001 0000010001")},
+    {"65535:65281 4294967042 65535:65283", List("01ffffff01 02ffffff00 03ffffff01"),
      "no-export no-advertise no-export-subconfed"},
-    {"65535:65535 4294967295", "ffffffff01 ffffffff00", "65535:65535 4294967295"},
-    {"100:1\t200:2", "0100640001 0200c80001", "100:1 200:2"},
-    {"  100:1 \t \t 7  ", "0100640001 0700000000", "100:1 7"},
-    {"0000000000000000001 00100:0000000000001", "0100000000 0100640001", "1 100:1"}, // of 19 characters
+    {"65535:65535 4294967295", List("ffffffff01 ffffffff00")},
+    {"100:1\t200:2", List("0100640001 0200c80001"), "100:1 200:2"},
+    {"  100:1 \t \t 7  ", List("0100640001 0700000000"), "100:1 7"},
+    {"0000000000000000001 00100:0000000000001", List("0100000000 0100640001"), "1 100:1"}, // of 19 characters
 };
 
-constexpr const char *kRefused[] = {
+const std::vector<std::string> kRefused = {
     "",
     " ",
     "\t \t",
@@ -124,34 +107,100 @@ constexpr const char *kRefused[] = {
     ";",
 };
 
-TEST_F(CommunityList, ReadsEveryItemInItsOwnForm)
+// What a table leaves out is 0, and form 0 is a used entry.
+std::vector<LuaCase> LuaTables()
 {
-    for (const Accepted &row : kAccepted) {
-        for (const uint8_t mode : kTextModes) {
-            SCOPED_TRACE(row.text);
-            const In in = FormatIn(kType, row.text, mode);
-            EXPECT_EQ(in.code, DT_OK);
-            EXPECT_EQ(in.typeId, 326);
-            EXPECT_EQ(in.length, 160);
-            EXPECT_EQ(in.value, List(row.entries));
-            EXPECT_TRUE(in.textKept);
-            EXPECT_EQ(Text(kType, List(row.entries), mode), row.printed);
-        }
+    const std::string all = "{community=16909060, type=5}";
+    const std::vector<TextCase> read = {
+        // table, entries
+        {"{stCmnty={" + Repeated(all, 32, ",") + "}}", Repeated("0403020105", 32)},
+        {"{stCmnty={" + Repeated(all, 33, ",") + "}}", Repeated("0403020105", 32)}, // the last one is not read
+        {"{stCmnty={{community=4294967041, type=1}, {community=100, type=0}}}", "01ffffff01 6400000000"},
+        {"{stCmnty={}}", ""},
+        {"{stCmnty={{community=7}, {type=2}, {}}}", "0700000000 0000000002"},
+        {"{stCmnty={5, 'x', true, {community=9, type=1}}}", "0000000000 0000000000 0000000000 0900000001"},
+        {"{stCmnty={{community='x', type={}}, {community='8', type='1'}}}", "0000000000 0800000001"},
+        {"{stCmnty={{community=4294967296, type=256}, {community=4294967297, type=258}}}", "0000000000 0100000002"},
+        {"{stCmnty={{community=-1, type=-1}}}", "ffffffffff"},
+        {"{stCmnty={[2]={community=2, type=1}, [32]={community=6, type=0}}}",
+         "0000000000 0200000001" + Repeated("0000000000", 29) + "0600000000"},
+    };
+    std::vector<LuaCase> cases;
+    for (const TextCase &c : read) {
+        cases.push_back({c.text, DT_OK, Padded(c.value, 160), 1}); // the fetched table stays
     }
+    for (const auto &[table, growth] :
+         {std::pair("nil", 1), std::pair("7", 1), std::pair("'x'", 1), std::pair("{}", 2), std::pair("{stCmnty=5}", 2),
+          std::pair("{stCmnty='x'}", 2), std::pair("{stcmnty={}}", 2)}) {
+        cases.push_back({table, DT_ERR_INVALID_PARAM, Unwritten(160), growth});
+    }
+    return cases;
 }
 
-TEST_F(CommunityList, RefusesTheWholeTextForOneBadItem)
+TypeCase Case()
 {
-    for (const char *text : kRefused) {
-        const In in = FormatIn(kType, text);
-        EXPECT_EQ(in.code, DT_ERR_INVALID_VALUE) << '"' << text << '"';
-        EXPECT_EQ(in.typeId, kUntouched);
-        EXPECT_EQ(in.length, kUntouched);
-        EXPECT_FALSE(in.bufferSet);
-        EXPECT_TRUE(in.textKept);
-    }
-    EXPECT_EQ(host::HandleBlocks(Handle()), 0u); // the copies of the looked-up names are given back
+    return {
+        .row = {326, 160, 26, "CMNTY_ENHANCE", &SYSDT_CMNTYEnhanceFormatIn, &SYSDT_CMNTYEnhanceFormatOut,
+                &SYSDT_CMNTYEnhanceCheck, &SYSDT_CMNTYEnhanceHelp, &SYSDT_BlockCompare, nullptr, &SYSDT_CmntyEnLuaSet,
+                &SYSDT_CmntyEnLuaGet, &SYSDT_CmntyEnhanceLuaEndian},
+        // More modes parse than print.
+        .contract = {.text = "65535:65535 7",
+                     .value = List("ffffffff01 0700000000"),
+                     .inModes = "PPPPUPPU",
+                     .outModes = "FTTFUFTU",
+                     .helpModes = "-H----H-",
+                     .helpText = "STRING<3-392>",
+                     .textSize = 393},
+        .accepted = kAccepted,
+        .refused = kRefused,
+        .prints =
+            {
+                {"", List("")},
+                {"", List("0700000002")}, // the form alone says that an entry is unused
+                {"", List("01ffffff02")},
+                {"7", List("0000000002 0700000000")},
+                {"7 8:1", List("0700000000 0000000002 ffffffff02 0100080001")},
+                {"internet internet", List("0000000000 0000000001")},
+                {"internet internet", List("0000000003 00000000ff")},
+                {"no-export no-export no-export", List("01ffffff00 01ffffff01 01ffffff03")},
+                {"no-advertise no-advertise", List("02ffffff00 02ffffffff")},
+                {"no-export-subconfed no-export-subconfed", List("03ffffff01 03ffffff04")},
+                {"4294967040 65535:65284", List("00ffffff00 04ffffff01")},
+                {"0:5 5", List("0500000001 0500000000")},
+                // An unknown form prints nothing, and counts as printed.
+                {"", List("0500000003")},
+                {"7 ", List("0700000000 0500000003")},
+                {"7  9", List("0700000000 0500000003 0900000000")},
+                {" 9", List("0500000003 0900000000")},
+                {"  100:1", List("0500000003 0500000004 0100640001")},
+                {" 9", List("0000000002 05000000ff 0000000002 0900000000")},
+                {std::string(31, ' '), Repeated("0500000003", 32)},
+                {Repeated("internet", 32, " "), Repeated("0000000000", 32)},
+            },
+        .helpHostCode = DT_OK,
+        .compares =
+            {
+                {List("0001000000"), List("ff00000000"), -1},
+                {List("0700000001"), List("0700000000"), 1},
+                {List("0700000001"), List("0700000001"), 0},
+            },
+        .swaps =
+            {
+                {Repeated("0102030405", 32), Repeated("0403020105", 32)},
+                {Repeated("04030201ff", 32), Repeated("01020304ff", 32)},
+            },
+        .luaSets =
+            {
+                {List("01ffffff01 6400000000 00000000ff"),
+                 "{stCmnty={{community=4294967041, type=1},{community=100, type=0},{community=0, type=255}" +
+                     Repeated(",{community=0, type=2}", 29) + "}}"},
+                {Repeated("0403020105", 32), "{stCmnty={" + Repeated("{community=16909060, type=5}", 32, ",") + "}}"},
+            },
+        .luaGets = LuaTables(),
+    };
 }
+
+[[maybe_unused]] const bool kStated = StateTests<CommunityList>("CommunityList", Case());
 
 TEST_F(CommunityList, TakesUpTo32Items)
 {
@@ -217,48 +266,6 @@ TEST_F(CommunityList, AllHalvesRoundTrip)
     }
 }
 
-TEST_F(CommunityList, PrintsWhatIsUsed)
-{
-    const struct {
-        const char *entries;
-        const char *text;
-    } rows[] = {
-        {"", ""},
-        {"0700000002", ""}, // the form alone says that an entry is unused
-        {"01ffffff02", ""},
-        {"0000000002 0700000000", "7"},
-        {"0700000000 0000000002 ffffffff02 0100080001", "7 8:1"},
-        {"0000000000 0000000001", "internet internet"},
-        {"0000000003 00000000ff", "internet internet"},
-        {"01ffffff00 01ffffff01 01ffffff03", "no-export no-export no-export"},
-        {"02ffffff00 02ffffffff", "no-advertise no-advertise"},
-        {"03ffffff01 03ffffff04", "no-export-subconfed no-export-subconfed"},
-        {"00ffffff00 04ffffff01", "4294967040 65535:65284"},
-        {"0500000001 0500000000", "0:5 5"},
-        // An unknown form prints nothing, and counts as printed.
-        {"0500000003", ""},
-        {"0700000000 0500000003", "7 "},
-        {"0700000000 0500000003 0900000000", "7  9"},
-        {"0500000003 0900000000", " 9"},
-        {"0500000003 0500000004 0100640001", "  100:1"},
-        {"0000000002 05000000ff 0000000002 0900000000", " 9"},
-    };
-    for (const auto &row : rows) {
-        for (const uint8_t mode : kTextModes) {
-            SCOPED_TRACE(row.entries);
-            const Out out = FormatOut(kType, List(row.entries), mode);
-            EXPECT_EQ(out.code, DT_OK);
-            EXPECT_EQ(out.typeId, 25);
-            EXPECT_EQ(out.text, row.text);
-            EXPECT_EQ(out.length, std::strlen(row.text) + 1);
-        }
-    }
-    EXPECT_EQ(FormatOutInto(Row(kType), List(""), 1, 393).buffer.substr(0, 2), std::string("\0\xA5", 2));
-    EXPECT_EQ(FormatOutInto(Row(kType), List("0500000003"), 1, 393).buffer[0], '\0');
-    EXPECT_EQ(Text(kType, Repeated("0500000003", 32)), std::string(31, ' '));
-    EXPECT_EQ(Text(kType, Repeated("0000000000", 32)), Repeated("internet", 32, " "));
-}
-
 TEST_F(CommunityList, PrintsAtMost392Characters)
 {
     const struct {
@@ -288,12 +295,6 @@ TEST_F(CommunityList, PrintsAtMost392Characters)
     }
 }
 
-TEST_F(CommunityList, PrintsTheWholeListWhateverTheLengthSays)
-{
-    EXPECT_EQ(FormatOut(Row(kType), List("0700000000"), 1, 0).text, "7");
-    EXPECT_EQ(FormatOut(Row(kType), List("0700000000"), 1, 100000).text, "7");
-}
-
 TEST_F(CommunityList, AFailingPrintIsAFailure)
 {
     const std::string value = List("01ffffff00 0000000000 0700000000 0100640001");
@@ -309,20 +310,6 @@ TEST_F(CommunityList, AFailingPrintIsAFailure)
         host::SetFaults({.failPrint = 1});
         EXPECT_EQ(FormatOut(kType, List(entries)).code, DT_ERR_FAIL) << entries;
     }
-}
-
-TEST_F(CommunityList, ObeysTheContract)
-{
-    // More modes parse than print.
-    Sweep(Row(kType), {.text = "65535:65535 7",
-                       .value = List("ffffffff01 0700000000"),
-                       .inModes = "PPPPUPPU",
-                       .outModes = "FTTFUFTU",
-                       .helpModes = "-H----H-",
-                       .helpText = "STRING<3-392>",
-                       .resultTypeId = 326,
-                       .resultLength = 160,
-                       .textSize = 393});
 }
 
 TEST_F(CommunityList, EveryParsingModeRefusesAlike)
@@ -368,119 +355,6 @@ TEST_F(CommunityList, EveryNameLookupNeedsACopyAndGivesItBack)
     EXPECT_EQ(in.typeId, kUntouched);
     EXPECT_EQ(in.length, kUntouched);
     EXPECT_FALSE(in.bufferSet);
-}
-
-TEST_F(CommunityList, HelpKeepsTheHostsRefusalToItself)
-{
-    EXPECT_EQ(Help(kType, 1, 11, 22).helpWord, 22u);
-    host::SetFaults({.helpInitCode = DT_ERR_NO_MEMORY});
-    const Helped helped = Help(kType);
-    EXPECT_EQ(helped.code, DT_OK);
-    EXPECT_FALSE(helped.supplied);
-    EXPECT_EQ(helped.helpInits, 1u);
-    EXPECT_EQ(helped.helpClears, 0u);
-}
-
-TEST_F(CommunityList, CheckLooksAtTheLengthAlone)
-{
-    EXPECT_EQ(Row(kType).Check(nullptr, 326, 160, nullptr), DT_ERR_NULL_PTR);
-    EXPECT_EQ(Row(kType).Check(nullptr, 326, 5, nullptr), DT_ERR_NULL_PTR);
-    for (const uint32_t length : {0u, 5u, 159u, 161u, 65696u}) {
-        EXPECT_EQ(CheckLength(kType, length), DT_ERR_LENGTH) << length;
-    }
-    EXPECT_EQ(CheckLength(kType, 160), DT_OK);
-    EXPECT_EQ(Check(kType, Repeated("ffffffffff", 32)), DT_OK);
-}
-
-TEST_F(CommunityList, ComparesAsABlock)
-{
-    EXPECT_EQ(Row(kType).Compare, &SYSDT_BlockCompare);
-    EXPECT_EQ(Compare(kType, List("0001000000"), List("ff00000000")), -1);
-    EXPECT_EQ(Compare(kType, List("0700000001"), List("0700000000")), 1);
-    EXPECT_EQ(Compare(kType, List("0700000001"), List("0700000001")), 0);
-}
-
-TEST_F(CommunityList, ToLua)
-{
-    const LuaOut out = LuaSet(kType, List("01ffffff01 6400000000 00000000ff"));
-    EXPECT_EQ(out.code, DT_OK);
-    EXPECT_EQ(out.growth, 0);
-    EXPECT_EQ(out.table, "{stCmnty={{community=4294967041, type=1},{community=100, type=0},{community=0, type=255}" +
-                             Repeated(",{community=0, type=2}", 29) + "}}");
-    const std::string full = Repeated("0403020105", 32);
-    EXPECT_EQ(LuaSet(Row(kType), full + "00", 161).table,
-              "{stCmnty={" + Repeated("{community=16909060, type=5}", 32, ",") + "}}");
-    const LuaOut tooShort = LuaSet(Row(kType), full, 159);
-    EXPECT_EQ(tooShort.code, DT_ERR_INVALID_PARAM);
-    EXPECT_EQ(tooShort.table, "nil");
-    EXPECT_EQ(tooShort.growth, 0);
-}
-
-TEST_F(CommunityList, FromLua)
-{
-    // What a table leaves out is 0, and form 0 is a used entry.
-    const std::string all = "{community=16909060, type=5}";
-    const struct {
-        std::string table;
-        std::string entries;
-    } rows[] = {
-        {"{stCmnty={" + Repeated(all, 32, ",") + "}}", Repeated("0403020105", 32)},
-        {"{stCmnty={" + Repeated(all, 33, ",") + "}}", Repeated("0403020105", 32)}, // the last one is not read
-        {"{stCmnty={{community=4294967041, type=1}, {community=100, type=0}}}", "01ffffff01 6400000000"},
-        {"{stCmnty={}}", ""},
-        {"{stCmnty={{community=7}, {type=2}, {}}}", "0700000000 0000000002"},
-        {"{stCmnty={5, 'x', true, {community=9, type=1}}}", "0000000000 0000000000 0000000000 0900000001"},
-        {"{stCmnty={{community='x', type={}}, {community='8', type='1'}}}", "0000000000 0800000001"},
-        {"{stCmnty={{community=4294967296, type=256}, {community=4294967297, type=258}}}", "0000000000 0100000002"},
-        {"{stCmnty={{community=-1, type=-1}}}", "ffffffffff"},
-        {"{stCmnty={[2]={community=2, type=1}, [32]={community=6, type=0}}}",
-         "0000000000 0200000001" + Repeated("0000000000", 29) + "0600000000"},
-    };
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.table.substr(0, 200));
-        const LuaIn in = LuaGet(kType, row.table);
-        EXPECT_EQ(in.code, DT_OK);
-        EXPECT_EQ(in.value, Padded(row.entries, 160));
-        EXPECT_EQ(in.growth, 1); // the fetched table stays
-    }
-}
-
-TEST_F(CommunityList, FromLuaWithoutItsTables)
-{
-    const std::string unwritten = Repeated("ee", 160);
-    const struct {
-        const char *table;
-        int32_t growth;
-    } rows[] = {
-        {"nil", 1}, {"7", 1}, {"'x'", 1}, {"{}", 2}, {"{stCmnty=5}", 2}, {"{stCmnty='x'}", 2}, {"{stcmnty={}}", 2},
-    };
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.table);
-        const LuaIn in = LuaGet(kType, row.table);
-        EXPECT_EQ(in.code, DT_ERR_INVALID_PARAM);
-        EXPECT_EQ(in.value, unwritten);
-        EXPECT_EQ(in.growth, row.growth);
-    }
-    const LuaIn tooShort = LuaGet(Row(kType), "{stCmnty={}}", 159);
-    EXPECT_EQ(tooShort.code, DT_ERR_INVALID_PARAM);
-    EXPECT_EQ(tooShort.value, unwritten.substr(2));
-    EXPECT_EQ(tooShort.growth, 0);
-}
-
-TEST_F(CommunityList, EndianSwapsTheCommunitiesAndKeepsTheForms)
-{
-    EXPECT_EQ(Endian(kType, Repeated("0102030405", 32)), Repeated("0403020105", 32));
-    EXPECT_EQ(Endian(kType, Repeated("04030201ff", 32)), Repeated("01020304ff", 32));
-}
-
-TEST_F(CommunityList, TheRowOffersEverything)
-{
-    const DataTypeDescriptor &row = Row(kType);
-    EXPECT_EQ(row.TypeId, 326);
-    EXPECT_EQ(row.BinaryLength, 160);
-    EXPECT_EQ(row.BaseKind, 26);
-    EXPECT_TRUE(row.FormatIn && row.FormatOut && row.Check && row.Help && row.LuaSet && row.LuaGet && row.Endian);
-    EXPECT_EQ(row.Reserved, nullptr);
 }
 
 } // namespace

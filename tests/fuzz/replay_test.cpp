@@ -4,7 +4,7 @@
 #include "fuzz/text_changes.h"
 #include "support/harness.h"
 
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 #include <cstring>
 #include <filesystem>
@@ -82,28 +82,10 @@ Outcome Replay(const Target &target, const Bytes &input)
 
 // ---------------------------------------------------------------------------------------------------------- mutations
 
-// The words of the fuzzers' dictionary: what stands between the quotes, \xNN read.
-std::vector<std::string> Words()
-{
-    std::vector<std::string> words;
-    std::ifstream file(kFuzz / "text.dict");
-    for (std::string line; std::getline(file, line);) {
-        if (line.size() < 3 || line[0] != '"') {
-            continue;
-        }
-        std::string word = line.substr(1, line.size() - 2);
-        for (size_t at; (at = word.find("\\x")) != std::string::npos;) {
-            word.replace(at, 4, 1, static_cast<char>(std::stoi(word.substr(at + 2, 2), nullptr, 16)));
-        }
-        words.push_back(word);
-    }
-    return words;
-}
-
 class Mutator {
 public:
     Mutator(const Target &target, const std::vector<Seed> &seeds, uint32_t seed)
-        : target_(target), seeds_(seeds), words_(Words()), random_(seed)
+        : target_(target), seeds_(seeds), words_(fuzz::DictionaryWords(kFuzz / "text.dict")), random_(seed)
     {
     }
 
@@ -146,34 +128,16 @@ private:
 
     void Change(Bytes &input)
     {
-        if (input.empty()) {
-            input.push_back(static_cast<uint8_t>(random_()));
-        }
-        const uint32_t at = Below(input.size());
         switch (Below(8)) {
         case 0:
-            input[at] = static_cast<uint8_t>(random_());
+            input.resize(std::max<size_t>(1, input.size()));
+            input[0] = static_cast<uint8_t>(Below(Subjects().size()));
             break;
         case 1:
-            input[at] ^= static_cast<uint8_t>(1u << Below(8));
-            break;
-        case 2:
-            input[at] = static_cast<uint8_t>(input[at] + (Below(2) == 0 ? 1 : 255));
-            break;
-        case 3:
-            input.erase(input.begin() + at, input.begin() + at + 1 + Below(std::min<size_t>(8, input.size() - at)));
-            break;
-        case 4:
-            Insert(input, Any(words_));
-            break;
-        case 5:
             Insert(input, Piece());
             break;
-        case 6:
-            Insert(input, Bytes(1 + Below(300), input[at]));
-            break;
         default:
-            input[0] = static_cast<uint8_t>(Below(Subjects().size()));
+            fuzz::ChangeBytes(input, words_, random_);
         }
     }
 

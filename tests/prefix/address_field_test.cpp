@@ -1,7 +1,7 @@
 // The Lua item on top of the stack as an address field: IPv4 word (host order), 16 IPv6 bytes, family.
 #include "support/harness.h"
 
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 #include <memory>
 

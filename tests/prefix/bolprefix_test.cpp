@@ -2,7 +2,7 @@
 // part of the syntax. The sub-types have tests of their own.
 #include "support/harness.h"
 
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 #include <cstring>
 #include <memory>

@@ -1,6 +1,6 @@
 // L2VPN, sub-type 9 of the composite route key, and the type L2VPNPREFIX: the key of a BGP layer-2 VPN route (RFC
 // 4761), site u16 at byte 4 and label offset u16 at byte 6. It is printed and scripted, never typed.
-#include "prefix/route_key.h"
+#include "support/route_key.h"
 
 namespace {
 
@@ -14,34 +14,83 @@ std::vector<DataTypeDescriptor> Both()
     return {SubType(9), Row("L2VPNPREFIX")};
 }
 
-TEST_F(L2Vpn, Rows)
+std::vector<LuaCase> LuaTables()
 {
-    const BolPrefixSubtypeEntry &row = g_astBOL_PREFIX_ProcTable[9];
-    EXPECT_EQ(row.SubType, 9u);
-    EXPECT_STREQ(row.Name, "L2VPN");
-    EXPECT_EQ(row.FormatIn, nullptr);
-    EXPECT_EQ(row.FormatOut, SYSDT_L2VPNPrefixFormatOut);
-    EXPECT_EQ(row.Check, SYSDT_VplsAdPrefixCheck);
-    EXPECT_EQ(row.Help, SYSDT_VplsAdPrefixHelp);
-    EXPECT_EQ(row.Compare, SYSDT_VplsAdPrefixCompare);
-    EXPECT_EQ(row.LuaSet, SYSDT_L2VPNPrefixLuaSet);
-    EXPECT_EQ(row.LuaGet, SYSDT_L2VPNPrefixLuaGet);
-    EXPECT_EQ(g_astBOL_PREFIX_LuaGetTable[9].Reader, SYSDT_L2VPNPrefixNewLuaGet);
-
-    const DataTypeDescriptor &type = Row("L2VPNPREFIX");
-    EXPECT_EQ(type.TypeId, 294);
-    EXPECT_EQ(type.BinaryLength, 4);
-    EXPECT_EQ(type.BaseKind, 26);
-    EXPECT_EQ(type.FormatIn, SYSDT_L2VPNPrefixFormatIn);
-    EXPECT_EQ(type.FormatOut, SYSDT_L2VPNPrefixFormatOut);
-    EXPECT_EQ(type.Check, SYSDT_VplsAdPrefixCheck);
-    EXPECT_EQ(type.Help, SYSDT_VplsAdPrefixHelp);
-    EXPECT_EQ(type.Compare, SYSDT_VplsAdPrefixCompare);
-    EXPECT_EQ(type.Reserved, nullptr);
-    EXPECT_EQ(type.LuaSet, SYSDT_L2VPNPrefixLuaSet);
-    EXPECT_EQ(type.LuaGet, SYSDT_L2VPNPrefixLuaGet);
-    EXPECT_EQ(type.Endian, nullptr);
+    const std::string typed = Unwritten("09000000");
+    return {
+        {"{bolType = 9, bolSiteId = 10, bolLabelOffSet = 3}", DT_OK, Unwritten("09000000 0a00 0300"), 1},
+        {"{bolType = 9, bolSiteId = 65535, bolLabelOffSet = 65535}", DT_OK, Unwritten("09000000 ffff ffff"), 1},
+        {"{bolType = 9, bolSiteId = 65536, bolLabelOffSet = 65537}", DT_OK, Unwritten("09000000 0000 0100"), 1},
+        {"{bolType = 9, bolSiteId = 4294967295, bolLabelOffSet = 4294967296}", DT_OK, Unwritten("09000000 ffff 0000"),
+         1},
+        {"{bolType = '9', bolSiteId = '258', bolLabelOffSet = '772'}", DT_OK, Unwritten("09000000 0201 0403"), 1},
+        {"{bolType = 8, bolSiteId = 10, bolLabelOffSet = 3}", DT_ERR_FAIL, Unwritten("08000000"), 2},
+        {"{bolType = 265, bolSiteId = 10, bolLabelOffSet = 3}", DT_ERR_FAIL, Unwritten("09010000"), 2},
+        {"{bolSiteId = 10, bolLabelOffSet = 3}", DT_ERR_INVALID_PARAM, Unwritten(), 2},
+        {"{bolType = 'x', bolSiteId = 10, bolLabelOffSet = 3}", DT_ERR_INVALID_PARAM, Unwritten(), 2},
+        {"{bolType = {}, bolSiteId = 10, bolLabelOffSet = 3}", DT_ERR_INVALID_PARAM, Unwritten(), 2},
+        {"{bolType = 9, bolLabelOffSet = 3}", DT_ERR_INVALID_PARAM, typed, 3},
+        {"{bolType = 9, bolSiteId = 'x', bolLabelOffSet = 3}", DT_ERR_INVALID_PARAM, typed, 3},
+        {"{bolType = 9, bolSiteId = {}, bolLabelOffSet = 3}", DT_ERR_INVALID_PARAM, typed, 3},
+        {"{bolType = 9, bolSiteId = 10}", DT_ERR_INVALID_PARAM, Unwritten("09000000 0a00"), 4},
+        {"{bolType = 9, bolSiteId = 10, bolLabelOffSet = 'x'}", DT_ERR_INVALID_PARAM, Unwritten("09000000 0a00"), 4},
+        {"{bolType = 9, bolSiteId = 10, bolLabelOffSet = {3}}", DT_ERR_INVALID_PARAM, Unwritten("09000000 0a00"), 4},
+        {"{}", DT_ERR_INVALID_PARAM, Unwritten(), 2},
+        {"nil", DT_ERR_INVALID_PARAM, Unwritten(), 1},
+        {"9", DT_ERR_INVALID_PARAM, Unwritten(), 1},
+        {"'10/3'", DT_ERR_INVALID_PARAM, Unwritten(), 1},
+    };
 }
+
+TypeCase Case()
+{
+    return KeyCase({
+        .row = {294, 4, 26, "L2VPNPREFIX", &SYSDT_L2VPNPrefixFormatIn, &SYSDT_L2VPNPrefixFormatOut,
+                &SYSDT_VplsAdPrefixCheck, &SYSDT_VplsAdPrefixHelp, &SYSDT_VplsAdPrefixCompare, nullptr,
+                &SYSDT_L2VPNPrefixLuaSet, &SYSDT_L2VPNPrefixLuaGet, nullptr},
+        .contract = {.value = Key("09000000 0a00 0300"), .helpText = "X.X.X.X"},
+        .prints =
+            {
+                // a shorter value reads as if zeros followed
+                {"10/3", Key("09000000 0a00 0300")},
+                {"0/0", Key("09000000 0000 0000")},
+                {"1/0", Key("09000000 0100 0000")},
+                {"0/1", Key("09000000 0000 0100")},
+                {"258/772", Key("09000000 0201 0403")},
+                {"65535/65535", Key("09000000 ffff ffff")},
+                {"65535/0", Key("09000000 ffff 0000")},
+                {"32768/32767", Key("09000000 0080 ff7f")},
+                {"0/0", "09000000"},
+                {"1/0", "0900000001"},
+                {"10/0", "090000000a00"},
+                {"10/3", "090000000a000300"},
+                {"10/3", Padded("090000000a000300", 120)},
+            },
+        .printFailures = {Key("09000000 0a00 0300")},
+        .lengths = {{4, "0/0"}},
+        .checkTestsPointer = false,
+        .untypedHelp = {},
+        .compares =
+            {
+                // it does not compare
+                {Key("09000000 0a00 0300"), Key("09000000 0a00 0300"), static_cast<int32_t>(DT_ERR_FAIL)},
+                {Key("09000000 0a00 0300"), Key(""), static_cast<int32_t>(DT_ERR_FAIL)},
+                {Key(""), Key("09000000 0a00 0300"), static_cast<int32_t>(DT_ERR_FAIL)},
+                {Key("00000000 02"), Key("00000000 01"), 1},
+            },
+        .luaSets =
+            {
+                {Key("09000000 0a00 0300"), "{bolLabelOffSet=3, bolSiteId=10, bolType=9}"},
+                {Key("09000000 ffff 0080"), "{bolLabelOffSet=32768, bolSiteId=65535, bolType=9}"},
+                {Key("08000100 0201 0403"), "{bolLabelOffSet=772, bolSiteId=258, bolType=65544}"},
+            },
+        .luaGets = LuaTables(),
+    });
+}
+
+[[maybe_unused]] const bool kStated =
+    StateTests<L2Vpn>("L2Vpn", Case()) &&
+    StateTests("L2VpnEntry", EntryCase(Case(), 9, "L2VPN", &SYSDT_L2VPNPrefixNewLuaGet));
 
 TEST_F(L2Vpn, TypingSucceedsAndDoesNothing)
 {
@@ -78,38 +127,14 @@ TEST_F(L2Vpn, TypingSucceedsAndDoesNothing)
     EXPECT_EQ(CodeOf("BOLPREFIX", "10/3"), DT_ERR_INVALID_VALUE);
 }
 
-TEST_F(L2Vpn, PrintsSiteAndOffset)
+TEST_F(L2Vpn, TheCompositePrintsItToo)
 {
-    const struct {
-        const char *payload;
-        const char *text;
-    } cases[] = {
-        {"0a00 0300", "10/3"},    {"0000 0000", "0/0"},         {"0100 0000", "1/0"},     {"0000 0100", "0/1"},
-        {"0201 0403", "258/772"}, {"ffff ffff", "65535/65535"}, {"ffff 0000", "65535/0"}, {"0080 ff7f", "32768/32767"},
-    };
-    for (const DataTypeDescriptor &row : Both()) {
-        for (const auto &c : cases) {
-            for (const uint8_t mode : kKeyModes) {
-                const Out out = FormatOut(row, Key("09000000" + std::string(c.payload)), mode);
-                EXPECT_EQ(out.code, DT_OK);
-                EXPECT_EQ(out.typeId, 25);
-                EXPECT_EQ(out.text, c.text);
-                EXPECT_EQ(out.length, out.text.size() + 1);
-            }
-        }
-    }
     EXPECT_EQ(Text("BOLPREFIX", Key("09000000 0a00 0300")), "10/3");
 }
 
-TEST_F(L2Vpn, AShorterValueIsExtendedByZeros)
+TEST_F(L2Vpn, AValueWithoutItsSubTypeFails)
 {
     for (const DataTypeDescriptor &row : Both()) {
-        EXPECT_EQ(FormatOut(row, "09000000").text, "0/0");
-        EXPECT_EQ(FormatOut(row, "0900000001").text, "1/0");
-        EXPECT_EQ(FormatOut(row, "090000000a00").text, "10/0");
-        EXPECT_EQ(FormatOut(row, "090000000a000300").text, "10/3");
-        EXPECT_EQ(FormatOut(row, Padded("090000000a000300", 120)).text, "10/3");
-        EXPECT_EQ(FormatOut(row, Key("090000000a000300"), 1, 4).text, "0/0");
         ExpectFailedAndFreed(FormatOutFreeing(row, "0a000000"));
         EXPECT_EQ(FormatOut(row, Key("090000000a000300"), 1, 0).code, DT_ERR_FAIL); // sub-type 0
     }
@@ -182,22 +207,6 @@ TEST_F(L2Vpn, FormatOutExIsFormatOutWithoutTheTypeId)
     }
 }
 
-TEST_F(L2Vpn, ObeysTheContract)
-{
-    for (const DataTypeDescriptor &row : Both()) {
-        Sweep(row, {.text = "",
-                    .value = Key("09000000 0a00 0300"),
-                    .inModes = "", // succeeds in every mode, without a value
-                    .outModes = "TTTTUTTU",
-                    .helpModes = "-H----H-",
-                    .helpText = "X.X.X.X",
-                    .resultTypeId = 0,
-                    .resultLength = 0,
-                    .textSize = kKeyTextSize,
-                    .clearsFirst = true});
-    }
-}
-
 TEST_F(L2Vpn, ItsRegisteredLengthHoldsForNoOperation)
 {
     EXPECT_EQ(CheckLength("L2VPNPREFIX", 4), DT_ERR_LENGTH);
@@ -208,65 +217,6 @@ TEST_F(L2Vpn, ItsRegisteredLengthHoldsForNoOperation)
     EXPECT_EQ(LuaSet(type, "09000000", 4).code, DT_ERR_INVALID_PARAM);
     EXPECT_EQ(LuaGet("L2VPNPREFIX", "{bolType = 9, bolSiteId = 1, bolLabelOffSet = 2}").code, DT_ERR_INVALID_PARAM);
     EXPECT_EQ(LuaGet(type, "{bolType = 9, bolSiteId = 1, bolLabelOffSet = 2}", 88).code, DT_ERR_INVALID_PARAM);
-}
-
-TEST_F(L2Vpn, DoesNotCompare)
-{
-    const std::string value = Key("09000000 0a00 0300");
-    for (const DataTypeDescriptor &row : Both()) {
-        EXPECT_EQ(static_cast<uint32_t>(CompareKeys(row, value, value)), DT_ERR_FAIL);
-        EXPECT_EQ(static_cast<uint32_t>(CompareKeys(row, value, Key(""))), DT_ERR_FAIL);
-        EXPECT_EQ(static_cast<uint32_t>(CompareKeys(row, Key(""), value)), DT_ERR_FAIL);
-        EXPECT_EQ(CompareKeys(row, Key("00000000 02"), Key("00000000 01")), 1);
-    }
-}
-
-TEST_F(L2Vpn, ToLua)
-{
-    for (const DataTypeDescriptor &row : Both()) {
-        ExpectSets(row, Key("09000000 0a00 0300"), "{bolLabelOffSet=3, bolSiteId=10, bolType=9}");
-        ExpectSets(row, Key("09000000 ffff 0080"), "{bolLabelOffSet=32768, bolSiteId=65535, bolType=9}");
-        ExpectSets(row, Key("08000100 0201 0403"), "{bolLabelOffSet=772, bolSiteId=258, bolType=65544}");
-    }
-}
-
-TEST_F(L2Vpn, FromLua)
-{
-    const std::string typed = Unwritten("09000000");
-    for (const DataTypeDescriptor &row : Both()) {
-        ExpectGets(
-            row,
-            {
-                {"{bolType = 9, bolSiteId = 10, bolLabelOffSet = 3}", DT_OK, Unwritten("09000000 0a00 0300"), 1},
-                {"{bolType = 9, bolSiteId = 65535, bolLabelOffSet = 65535}", DT_OK, Unwritten("09000000 ffff ffff"), 1},
-                {"{bolType = 9, bolSiteId = 65536, bolLabelOffSet = 65537}", DT_OK, Unwritten("09000000 0000 0100"), 1},
-                {"{bolType = 9, bolSiteId = 4294967295, bolLabelOffSet = 4294967296}", DT_OK,
-                 Unwritten("09000000 ffff 0000"), 1},
-                {"{bolType = '9', bolSiteId = '258', bolLabelOffSet = '772'}", DT_OK, Unwritten("09000000 0201 0403"),
-                 1},
-                {"{bolType = 8, bolSiteId = 10, bolLabelOffSet = 3}", DT_ERR_FAIL, Unwritten("08000000"), 2},
-                {"{bolType = 265, bolSiteId = 10, bolLabelOffSet = 3}", DT_ERR_FAIL, Unwritten("09010000"), 2},
-                {"{bolSiteId = 10, bolLabelOffSet = 3}", DT_ERR_INVALID_PARAM, Unwritten(), 2},
-                {"{bolType = 'x', bolSiteId = 10, bolLabelOffSet = 3}", DT_ERR_INVALID_PARAM, Unwritten(), 2},
-                {"{bolType = {}, bolSiteId = 10, bolLabelOffSet = 3}", DT_ERR_INVALID_PARAM, Unwritten(), 2},
-                {"{bolType = 9, bolLabelOffSet = 3}", DT_ERR_INVALID_PARAM, typed, 3},
-                {"{bolType = 9, bolSiteId = 'x', bolLabelOffSet = 3}", DT_ERR_INVALID_PARAM, typed, 3},
-                {"{bolType = 9, bolSiteId = {}, bolLabelOffSet = 3}", DT_ERR_INVALID_PARAM, typed, 3},
-                {"{bolType = 9, bolSiteId = 10}", DT_ERR_INVALID_PARAM, Unwritten("09000000 0a00"), 4},
-                {"{bolType = 9, bolSiteId = 10, bolLabelOffSet = 'x'}", DT_ERR_INVALID_PARAM,
-                 Unwritten("09000000 0a00"), 4},
-                {"{bolType = 9, bolSiteId = 10, bolLabelOffSet = {3}}", DT_ERR_INVALID_PARAM,
-                 Unwritten("09000000 0a00"), 4},
-                {"{}", DT_ERR_INVALID_PARAM, Unwritten(), 2},
-                {"nil", DT_ERR_INVALID_PARAM, Unwritten(), 1},
-                {"9", DT_ERR_INVALID_PARAM, Unwritten(), 1},
-                {"'10/3'", DT_ERR_INVALID_PARAM, Unwritten(), 1},
-            });
-        const LuaIn tooShort = LuaGet(row, "{bolType = 9, bolSiteId = 10, bolLabelOffSet = 3}", 88);
-        EXPECT_EQ(tooShort.code, DT_ERR_INVALID_PARAM);
-        EXPECT_EQ(tooShort.value, Unwritten().substr(2));
-        EXPECT_EQ(tooShort.growth, 0);
-    }
 }
 
 TEST_F(L2Vpn, Reader)

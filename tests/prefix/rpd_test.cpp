@@ -1,6 +1,6 @@
 // RPD, sub-type 12 of the composite route key: policy type u8 at byte 4, distinguisher u32 at byte 6, peer IPv4 word at
 // byte 10. Typed and printed as type, peer and distinguisher, "1/10.1.1.1/100".
-#include "prefix/route_key.h"
+#include "support/route_key.h"
 
 namespace {
 
@@ -15,107 +15,167 @@ DataTypeDescriptor RpdRow()
 
 const std::string kValue = Key("0c000000 0100 64000000 0101010a"); // 1/10.1.1.1/100
 
-TEST_F(Rpd, FillsItsRow)
-{
-    const BolPrefixSubtypeEntry &row = g_astBOL_PREFIX_ProcTable[12];
-    EXPECT_EQ(row.SubType, 12u);
-    EXPECT_STREQ(row.Name, "RPD");
-    EXPECT_EQ(row.FormatIn, SYSDT_RpdPrefixFormatIn);
-    EXPECT_EQ(row.FormatOut, SYSDT_RpdPrefixFormatOut);
-    EXPECT_EQ(row.Check, SYSDT_RpdPrefixCheck);
-    EXPECT_EQ(row.Help, SYSDT_RpdPrefixHelp);
-    EXPECT_EQ(row.Compare, SYSDT_RpdPrefixCompare);
-    EXPECT_EQ(row.LuaSet, SYSDT_RpdPrefixLuaSet);
-    EXPECT_EQ(row.LuaGet, SYSDT_RpdPrefixLuaGet);
-    EXPECT_EQ(g_astBOL_PREFIX_LuaGetTable[12].Reader, SYSDT_RpdPrefixNewLuaGet);
-}
+const std::vector<TextCase> kAccepted = {
+    {"1/10.1.1.1/100", kValue},
+    {"0/0.0.0.0/0", Key("0c000000")},
+    {"0/1.2.3.4/1", Key("0c000000 0000 01000000 04030201")},
+    {"1/255.255.255.255/4294967295", Key("0c000000 0100 ffffffff ffffffff")},
+    {"0/10.0.0.0/65535", Key("0c000000 0000 ffff0000 0000000a")},
+    {"0/10.0.0.0/65536", Key("0c000000 0000 00000100 0000000a")},
+    {"1/1.2.3.4/16909060", Key("0c000000 0100 04030201 04030201")},
+    {"\t 1/10.1.1.1/100\t ", kValue, "1/10.1.1.1/100"},
+    {std::string(500, '\t') + "1/10.1.1.1/100" + std::string(500, ' '), kValue, "1/10.1.1.1/100"},
+};
 
-TEST_F(Rpd, ReadsAndPrints)
+const std::vector<std::string> kRefused = {
+    "",
+    " ",
+    "/",
+    "//",
+    "2/10.1.1.1/100",
+    "256/10.1.1.1/100",
+    "4294967295/10.1.1.1/100",
+    "4294967296/10.1.1.1/100",
+    "/10.1.1.1/100",
+    "1/10.1.1.1/",
+    "1/10.1.1.1",
+    "1/10.1.1/100",
+    "1/10.1.1.1.1/100",
+    "1//100",
+    "1/256.1.1.1/100",
+    "1/1.256.1.1/100",
+    "1/1.1.256.1/100",
+    "1/1.1.1.256/100",
+    "1/4294967296.1.1.1/100",
+    "1/10.1.1.1/4294967296",
+    "1/10.1.1.1/99999999999",
+    // printed back they have another length
+    "01/10.1.1.1/100",
+    "1/010.1.1.1/100",
+    "1/10.01.1.1/100",
+    "1/10.1.1.01/100",
+    "1/10.1.1.1/0100",
+    "1/10.1.1.1/100x",
+    "1/10.1.1.1/100/",
+    "1/10.1.1.1/100.",
+    "1/10.1.1.1/100\xff",
+    "1/10.1.1.1/100\n",
+    "1/10.1.1.1/\n100",
+    "\n1/10.1.1.1/100",
+    "00/00.00.00.00/00",
+    "1/255.255.255.255/04294967295",
+    // signs, blanks, characters
+    "+1/10.1.1.1/100",
+    "-1/10.1.1.1/100",
+    "1/10.1.1.1/+100",
+    "1/10.1.1.1/-1",
+    "1 /10.1.1.1/100",
+    "1/ 10.1.1.1/100",
+    "1/10.1.1.1/ 100",
+    "1/10.1.1.1\t/100",
+    "x/10.1.1.1/100",
+    "1/10.1.1.1/x",
+    "1:10.1.1.1:100",
+    "1-10.1.1.1-100",
+    "\xb1/10.1.1.1/100",
+    "0x1/10.1.1.1/100",
+    // 10 characters, and 32
+    "1/1.1.1.1/",
+    "0/0.0.0.0/" + std::string(22, '0'),
+    "1/255.255.255.255/" + std::string(14, '1'),
+    std::string(5000, '1'),
+    // keys of other sub-types
+    "10.1.1.1",
+    "10.1.1.0/24",
+    "100",
+    "100:10.1.1.1",
+    "[1][2][10.0.0.1]",
+    "1-100-200-10.1.1.1",
+    "2001:db8::1",
+    "1/2001::1/100",
+};
+
+std::vector<LuaCase> LuaTables()
 {
-    const std::vector<KeyText> texts = {
-        {"1/10.1.1.1/100", kValue, ""},
-        {"0/0.0.0.0/0", Key("0c000000"), ""},
-        {"0/1.2.3.4/1", Key("0c000000 0000 01000000 04030201"), ""},
-        {"1/255.255.255.255/4294967295", Key("0c000000 0100 ffffffff ffffffff"), ""},
-        {"0/10.0.0.0/65535", Key("0c000000 0000 ffff0000 0000000a"), ""},
-        {"0/10.0.0.0/65536", Key("0c000000 0000 00000100 0000000a"), ""},
-        {"1/1.2.3.4/16909060", Key("0c000000 0100 04030201 04030201"), ""},
-        {"\t 1/10.1.1.1/100\t ", kValue, "1/10.1.1.1/100"},
-        {std::string(500, '\t') + "1/10.1.1.1/100" + std::string(500, ' '), kValue, "1/10.1.1.1/100"},
+    const std::string typed = Unwritten("0c000000");
+    const std::string policy = Unwritten("0c000000 01");
+    const std::string peer = With(policy, 10, "0302010a");
+    const std::string three = "bolRpdPolicyType = 1, bolRpdPeerAddr = 0x0A010203, bolRpdDistinguisher = 100}";
+    return {
+        {"{bolType = 12, " + three, DT_OK, With(peer, 6, "64000000"), 1}, // byte 5 is left alone
+        {"{bolType = 12, bolRpdPolicyType = 257, bolRpdPeerAddr = 4294967295, bolRpdDistinguisher = 4294967296}", DT_OK,
+         With(With(policy, 10, "ffffffff"), 6, "00000000"), 1},
+        {"{bolType = '12', bolRpdPolicyType = '1', bolRpdPeerAddr = '167838211', bolRpdDistinguisher = '100'}", DT_OK,
+         With(peer, 6, "64000000"), 1},
+        {"{bolType = 11, " + three, DT_ERR_FAIL, Unwritten("0b000000"), 2},
+        {"{bolType = 268, " + three, DT_ERR_FAIL, Unwritten("0c010000"), 2},
+        {"{" + three, DT_ERR_INVALID_PARAM, Unwritten(), 2},
+        {"{bolType = 'x', " + three, DT_ERR_INVALID_PARAM, Unwritten(), 2},
+        {"{bolType = {}, " + three, DT_ERR_INVALID_PARAM, Unwritten(), 2},
+        {"{bolType = 12, bolRpdPeerAddr = 2, bolRpdDistinguisher = 3}", DT_ERR_INVALID_PARAM, typed, 3},
+        {"{bolType = 12, bolRpdPolicyType = 'x', bolRpdPeerAddr = 2, bolRpdDistinguisher = 3}", DT_ERR_INVALID_PARAM,
+         typed, 3},
+        {"{bolType = 12, bolRpdPolicyType = {}, bolRpdPeerAddr = 2, bolRpdDistinguisher = 3}", DT_ERR_INVALID_PARAM,
+         typed, 3},
+        {"{bolType = 12, bolRpdPolicyType = 1, bolRpdDistinguisher = 3}", DT_ERR_INVALID_PARAM, policy, 4},
+        {"{bolType = 12, bolRpdPolicyType = 1, bolRpdPeerAddr = 'x', bolRpdDistinguisher = 3}", DT_ERR_INVALID_PARAM,
+         policy, 4},
+        {"{bolType = 12, bolRpdPolicyType = 1, bolRpdPeerAddr = {}, bolRpdDistinguisher = 3}", DT_ERR_INVALID_PARAM,
+         policy, 4},
+        {"{bolType = 12, bolRpdPolicyType = 1, bolRpdPeerAddr = 0x0A010203}", DT_ERR_INVALID_PARAM, peer, 5},
+        {"{bolType = 12, bolRpdPolicyType = 1, bolRpdPeerAddr = 0x0A010203, bolRpdDistinguisher = 'x'}",
+         DT_ERR_INVALID_PARAM, peer, 5},
+        {"{bolType = 12, bolRpdPolicyType = 1, bolRpdPeerAddr = 0x0A010203, bolRpdDistinguisher = {}}",
+         DT_ERR_INVALID_PARAM, peer, 5},
+        {"{}", DT_ERR_INVALID_PARAM, Unwritten(), 2},
+        {"nil", DT_ERR_INVALID_PARAM, Unwritten(), 1},
+        {"12", DT_ERR_INVALID_PARAM, Unwritten(), 1},
+        {"'1/10.1.1.1/100'", DT_ERR_INVALID_PARAM, Unwritten(), 1},
     };
-    ExpectKeys(RpdRow(), texts);
-    ExpectKeys(Row("BOLPREFIX"), texts);
 }
 
-TEST_F(Rpd, RefusesEveryOtherSpelling)
+TypeCase Case()
 {
-    ExpectRefused(RpdRow(), {
-                                "",
-                                " ",
-                                "/",
-                                "//",
-                                "2/10.1.1.1/100",
-                                "256/10.1.1.1/100",
-                                "4294967295/10.1.1.1/100",
-                                "4294967296/10.1.1.1/100",
-                                "/10.1.1.1/100",
-                                "1/10.1.1.1/",
-                                "1/10.1.1.1",
-                                "1/10.1.1/100",
-                                "1/10.1.1.1.1/100",
-                                "1//100",
-                                "1/256.1.1.1/100",
-                                "1/1.256.1.1/100",
-                                "1/1.1.256.1/100",
-                                "1/1.1.1.256/100",
-                                "1/4294967296.1.1.1/100",
-                                "1/10.1.1.1/4294967296",
-                                "1/10.1.1.1/99999999999",
-                                // printed back they have another length
-                                "01/10.1.1.1/100",
-                                "1/010.1.1.1/100",
-                                "1/10.01.1.1/100",
-                                "1/10.1.1.01/100",
-                                "1/10.1.1.1/0100",
-                                "1/10.1.1.1/100x",
-                                "1/10.1.1.1/100/",
-                                "1/10.1.1.1/100.",
-                                "1/10.1.1.1/100\xff",
-                                "1/10.1.1.1/100\n",
-                                "1/10.1.1.1/\n100",
-                                "\n1/10.1.1.1/100",
-                                "00/00.00.00.00/00",
-                                "1/255.255.255.255/04294967295",
-                                // signs, blanks, characters
-                                "+1/10.1.1.1/100",
-                                "-1/10.1.1.1/100",
-                                "1/10.1.1.1/+100",
-                                "1/10.1.1.1/-1",
-                                "1 /10.1.1.1/100",
-                                "1/ 10.1.1.1/100",
-                                "1/10.1.1.1/ 100",
-                                "1/10.1.1.1\t/100",
-                                "x/10.1.1.1/100",
-                                "1/10.1.1.1/x",
-                                "1:10.1.1.1:100",
-                                "1-10.1.1.1-100",
-                                "\xb1/10.1.1.1/100",
-                                "0x1/10.1.1.1/100",
-                                // 10 characters, and 32
-                                "1/1.1.1.1/",
-                                "0/0.0.0.0/" + std::string(22, '0'),
-                                "1/255.255.255.255/" + std::string(14, '1'),
-                                std::string(5000, '1'),
-                                // keys of other sub-types
-                                "10.1.1.1",
-                                "10.1.1.0/24",
-                                "100",
-                                "100:10.1.1.1",
-                                "[1][2][10.0.0.1]",
-                                "1-100-200-10.1.1.1",
-                                "2001:db8::1",
-                                "1/2001::1/100",
-                            });
+    return KeyCase({
+        .row = {0, 0, 0, "RPD", &SYSDT_RpdPrefixFormatIn, &SYSDT_RpdPrefixFormatOut, &SYSDT_RpdPrefixCheck,
+                &SYSDT_RpdPrefixHelp, &SYSDT_RpdPrefixCompare, nullptr, &SYSDT_RpdPrefixLuaSet, &SYSDT_RpdPrefixLuaGet,
+                nullptr},
+        .entry = &g_astBOL_PREFIX_ProcTable[12],
+        .subType = 12,
+        .reader = &SYSDT_RpdPrefixNewLuaGet,
+        .contract = {.value = kValue, .helpText = "X/X.X.X.X/X", .helpPlainMemory = true},
+        .accepted = kAccepted,
+        .refused = kRefused,
+        .checkLength = 27,
+        .compares =
+            {
+                {kValue, kValue, 0},
+                {With(kValue, 4, "02"), kValue, 1},
+                {With(kValue, 4, "00"), kValue, -1},
+                {With(kValue, 5, "01"), kValue, 1},
+                {Key("0c000000 0000 01000000"), Key("0c000000 0000 000000ff"), 1},
+                {Key("0c000000 80"), Key("0c000000 7f"), 1},
+                {With(kValue, 88, "01"), kValue, 1},
+                {With(kValue, 88, "01"), kValue, 0, 88},
+                {Key("ff"), kValue, 0, 0},
+            },
+        .comparesBytes = true,
+        .comparePointers = DT_ERR_NULL_PTR,
+        .luaSets =
+            {
+                {kValue, "{bolRpdDistinguisher=100, bolRpdPeerAddr=167837953, bolRpdPolicyType=1, bolType=12}"},
+                {Key("0b000100 ffff feffffff fdffffff"),
+                 "{bolRpdDistinguisher=4294967294, bolRpdPeerAddr=4294967293, bolRpdPolicyType=255, bolType=65547}"},
+            },
+        .luaGets = LuaTables(),
+    });
+}
+
+[[maybe_unused]] const bool kStated = StateTests<Rpd>("Rpd", Case());
+
+TEST_F(Rpd, TheCompositeReadsAndPrintsThemToo)
+{
+    ExpectKeys(Row("BOLPREFIX"), kAccepted);
 }
 
 TEST_F(Rpd, ParserFillsThePayload)
@@ -165,130 +225,8 @@ TEST_F(Rpd, PrintsWhatTheFieldsHold)
 
 TEST_F(Rpd, AnotherSubTypeReleasesTheBufferWhoseverItIs)
 {
-    for (const char *word : {"0b000000", "00000000", "0d000000", "0c010000", "0c000001", "ffffffff"}) {
-        SCOPED_TRACE(word);
-        const std::string value = With(kValue, 0, word);
-        ExpectFailedAndFreed(FormatOutFreeing(RpdRow(), value));
-        const Into into = FormatOutInto(RpdRow(), value, 1, kKeyTextSize);
-        EXPECT_EQ(into.out.code, DT_ERR_FAIL);
-        EXPECT_EQ(into.out.typeId, 0);
-        EXPECT_EQ(into.out.length, 0);
-        EXPECT_TRUE(into.released);
-        EXPECT_EQ(into.allocations, 0u);
-        EXPECT_TRUE(into.guardsIntact);
-    }
-    EXPECT_TRUE(FormatOutInto(RpdRow(), kValue, 1, kKeyTextSize, 0).released); // no sub-type is seen
-    EXPECT_FALSE(FormatOutInto(RpdRow(), kValue, 1, kKeyTextSize, 4).released);
-    // A refused mode releases nothing.
-    EXPECT_FALSE(FormatOutInto(RpdRow(), With(kValue, 0, "0b000000"), 4, kKeyTextSize).released);
-}
-
-TEST_F(Rpd, ObeysTheContract)
-{
-    Sweep(RpdRow(), {.text = "1/10.1.1.1/100",
-                     .value = kValue,
-                     .inModes = "PPPPUPPU",
-                     .outModes = "TTTTUTTU",
-                     .helpModes = "-H----H-",
-                     .helpText = "X/X.X.X.X/X",
-                     .resultTypeId = kKeyType,
-                     .resultLength = kKeyLength,
-                     .textSize = kKeyTextSize,
-                     .helpPlainMemory = true,
-                     .clearsFirst = true});
-}
-
-TEST_F(Rpd, ResultsComeFromTheHandleAndHelpTextsDoNot)
-{
-    host::TakeCounters();
-    EXPECT_EQ(FormatIn(RpdRow(), "1/10.1.1.1/100").code, DT_OK);
-    EXPECT_EQ(FormatOut(RpdRow(), kValue).code, DT_OK);
-    const host::Counters counters = host::TakeCounters();
-    EXPECT_EQ(counters.allocations, 2u);
-    EXPECT_EQ(counters.plainAllocations, 0u);
-    EXPECT_EQ(AllocationsOfHelp(RpdRow()).plain, 1u);
-    EXPECT_EQ(Help(RpdRow(), 1, 11, 22).helpWord, 22u);
-    host::SetFaults({.helpInitCode = 0x1234});
-    EXPECT_EQ(Help(RpdRow()).code, 0x1234u);
-}
-
-TEST_F(Rpd, CheckWants27Bytes)
-{
-    const std::string bytes(200, '\xff');
-    for (uint32_t length = 0; length < 200; ++length) {
-        EXPECT_EQ(RpdRow().Check(nullptr, 0, length, bytes.data()), length == 27 ? DT_OK : DT_ERR_LENGTH) << length;
-        EXPECT_EQ(RpdRow().Check(nullptr, 0, length, nullptr), DT_ERR_NULL_PTR);
-    }
-}
-
-TEST_F(Rpd, ComparesBytes)
-{
-    const DataTypeDescriptor row = RpdRow();
-    EXPECT_EQ(CompareKeys(row, kValue, kValue), 0);
-    EXPECT_EQ(CompareKeys(row, With(kValue, 4, "02"), kValue), 1);
-    EXPECT_EQ(CompareKeys(row, With(kValue, 4, "00"), kValue), -1);
-    EXPECT_EQ(CompareKeys(row, With(kValue, 5, "01"), kValue), 1);
-    EXPECT_EQ(CompareKeys(row, Key("0c000000 0000 01000000"), Key("0c000000 0000 000000ff")), 1);
-    EXPECT_EQ(CompareKeys(row, Key("0c000000 80"), Key("0c000000 7f")), 1);
-    EXPECT_EQ(CompareKeys(row, With(kValue, 88, "01"), kValue), 1);
-    EXPECT_EQ(CompareKeys(row, With(kValue, 88, "01"), kValue, 88), 0);
-    EXPECT_EQ(CompareKeys(row, Key("ff"), kValue, 0), 0);
-    const std::string bytes = Bytes(kValue);
-    EXPECT_EQ(static_cast<uint32_t>(row.Compare(nullptr, 89, nullptr, bytes.data())), DT_ERR_NULL_PTR);
-    EXPECT_EQ(static_cast<uint32_t>(row.Compare(nullptr, 89, bytes.data(), nullptr)), DT_ERR_NULL_PTR);
-    EXPECT_EQ(static_cast<uint32_t>(row.Compare(nullptr, 0, nullptr, nullptr)), DT_ERR_NULL_PTR);
-}
-
-TEST_F(Rpd, ToLua)
-{
-    ExpectSets(RpdRow(), kValue, "{bolRpdDistinguisher=100, bolRpdPeerAddr=167837953, bolRpdPolicyType=1, bolType=12}");
-    ExpectSets(RpdRow(), Key("0b000100 ffff feffffff fdffffff"),
-               "{bolRpdDistinguisher=4294967294, bolRpdPeerAddr=4294967293, bolRpdPolicyType=255, bolType=65547}");
-}
-
-TEST_F(Rpd, FromLua)
-{
-    const std::string typed = Unwritten("0c000000");
-    const std::string policy = Unwritten("0c000000 01");
-    const std::string peer = With(policy, 10, "0302010a");
-    const std::string three = "bolRpdPolicyType = 1, bolRpdPeerAddr = 0x0A010203, bolRpdDistinguisher = 100}";
-    ExpectGets(
-        RpdRow(),
-        {
-            {"{bolType = 12, " + three, DT_OK, With(peer, 6, "64000000"), 1}, // byte 5 is left alone
-            {"{bolType = 12, bolRpdPolicyType = 257, bolRpdPeerAddr = 4294967295, bolRpdDistinguisher = 4294967296}",
-             DT_OK, With(With(policy, 10, "ffffffff"), 6, "00000000"), 1},
-            {"{bolType = '12', bolRpdPolicyType = '1', bolRpdPeerAddr = '167838211', bolRpdDistinguisher = '100'}",
-             DT_OK, With(peer, 6, "64000000"), 1},
-            {"{bolType = 11, " + three, DT_ERR_FAIL, Unwritten("0b000000"), 2},
-            {"{bolType = 268, " + three, DT_ERR_FAIL, Unwritten("0c010000"), 2},
-            {"{" + three, DT_ERR_INVALID_PARAM, Unwritten(), 2},
-            {"{bolType = 'x', " + three, DT_ERR_INVALID_PARAM, Unwritten(), 2},
-            {"{bolType = {}, " + three, DT_ERR_INVALID_PARAM, Unwritten(), 2},
-            {"{bolType = 12, bolRpdPeerAddr = 2, bolRpdDistinguisher = 3}", DT_ERR_INVALID_PARAM, typed, 3},
-            {"{bolType = 12, bolRpdPolicyType = 'x', bolRpdPeerAddr = 2, bolRpdDistinguisher = 3}",
-             DT_ERR_INVALID_PARAM, typed, 3},
-            {"{bolType = 12, bolRpdPolicyType = {}, bolRpdPeerAddr = 2, bolRpdDistinguisher = 3}", DT_ERR_INVALID_PARAM,
-             typed, 3},
-            {"{bolType = 12, bolRpdPolicyType = 1, bolRpdDistinguisher = 3}", DT_ERR_INVALID_PARAM, policy, 4},
-            {"{bolType = 12, bolRpdPolicyType = 1, bolRpdPeerAddr = 'x', bolRpdDistinguisher = 3}",
-             DT_ERR_INVALID_PARAM, policy, 4},
-            {"{bolType = 12, bolRpdPolicyType = 1, bolRpdPeerAddr = {}, bolRpdDistinguisher = 3}", DT_ERR_INVALID_PARAM,
-             policy, 4},
-            {"{bolType = 12, bolRpdPolicyType = 1, bolRpdPeerAddr = 0x0A010203}", DT_ERR_INVALID_PARAM, peer, 5},
-            {"{bolType = 12, bolRpdPolicyType = 1, bolRpdPeerAddr = 0x0A010203, bolRpdDistinguisher = 'x'}",
-             DT_ERR_INVALID_PARAM, peer, 5},
-            {"{bolType = 12, bolRpdPolicyType = 1, bolRpdPeerAddr = 0x0A010203, bolRpdDistinguisher = {}}",
-             DT_ERR_INVALID_PARAM, peer, 5},
-            {"{}", DT_ERR_INVALID_PARAM, Unwritten(), 2},
-            {"nil", DT_ERR_INVALID_PARAM, Unwritten(), 1},
-            {"12", DT_ERR_INVALID_PARAM, Unwritten(), 1},
-            {"'1/10.1.1.1/100'", DT_ERR_INVALID_PARAM, Unwritten(), 1},
-        });
-    const LuaIn tooShort = LuaGet(RpdRow(), "{bolType = 12, " + three, 88);
-    EXPECT_EQ(tooShort.code, DT_ERR_INVALID_PARAM);
-    EXPECT_EQ(tooShort.value, Unwritten().substr(2));
-    EXPECT_EQ(tooShort.growth, 0);
+    ExpectOtherSubTypesRelease(RpdRow(), kValue,
+                               {"0b000000", "00000000", "0d000000", "0c010000", "0c000001", "ffffffff"});
 }
 
 TEST_F(Rpd, Reader)

@@ -1,6 +1,6 @@
 // SD-WAN, sub-type 16 of the composite route key: route type u16 at byte 4, port-local identifier u32 at 8, site
 // identifier u32 at 12, node IPv4 word at 16 or IPv6 bytes at 20, family u8 at 36 (0 IPv4, 1 IPv6).
-#include "prefix/route_key.h"
+#include "support/route_key.h"
 
 namespace {
 
@@ -27,56 +27,197 @@ const std::string kNumbers = "0100 0000 64000000 c8000000";        // 1-100-200
 const std::string kFour = Key("10000000" + kNumbers + "0101010a"); // 1-100-200-10.1.1.1
 const std::string kSix = Key("10000000" + Six(kNumbers, kDb8_1));  // 1-100-200-2001:db8::1
 
-TEST_F(Sdwan, FillsItsRow)
+// IPv4, then IPv6
+const std::vector<TextCase> kAccepted = {
+    {"1-100-200-10.1.1.1", kFour},
+    {"0-0-0-0.0.0.0", Key("10000000")}, // 13 characters
+    {"258-16909060-84281096-9.10.11.12", Key("10000000 0201 0000 04030201 08070605 0c0b0a09")},
+    {"65535-65535-65536-255.0.255.0", Key("10000000 ffff 0000 ffff0000 00000100 00ff00ff")},
+    // 43 characters
+    {"65535-4294967295-4294967295-255.255.255.255", Key("10000000 ffff 0000 ffffffff ffffffff ffffffff")},
+    {"\t 1-100-200-10.1.1.1 \t", kFour, "1-100-200-10.1.1.1"},
+    {std::string(400, '\t') + "1-100-200-10.1.1.1" + std::string(400, ' '), kFour, "1-100-200-10.1.1.1"},
+    {"1-100-200-2001:db8::1", kSix},
+    {"0-0-0-::", Key("10000000" + Six(std::string(24, '0'), std::string(32, '0')))},
+    {"258-16909060-84281096-::1",
+     Key("10000000" + Six("0201 0000 04030201 08070605", "00000000000000000000000000000001"))},
+    {"65535-4294967295-4294967295-1111:2222:3333:4444:5555:6666:7777:8888",
+     Key("10000000" + Six("ffff 0000 ffffffff ffffffff", "11112222333344445555666677778888"))},
+    {"1-100-200-102:304:506:708:90a:b0c:d0e:f10", Key("10000000" + Six(kNumbers, "0102030405060708090a0b0c0d0e0f10"))},
+    {" \t1-100-200-2001:db8::1\t ", kSix, "1-100-200-2001:db8::1"},
+    // only the length of the printed form is compared
+    {"1-100-200-2001:DB8::1", kSix, "1-100-200-2001:db8::1"},
+};
+
+const std::vector<std::string> kRefused = {
+    "",
+    " ",
+    "-",
+    "---",
+    "----",
+    "1",
+    "1-2",
+    "1-2-3",
+    "1-2-3-",
+    "-2-3-10.1.1.1",
+    "1--3-10.1.1.1",
+    "1-2--10.1.1.1",
+    "1-2-3-.",
+    "1-2-3-...",
+    // octets
+    "1-100-200-256.1.1.1",
+    "1-100-200-1.256.1.1",
+    "1-100-200-1.1.256.1",
+    "1-100-200-1.1.1.256",
+    "1-100-200-4294967295.1.1.1",
+    "1-100-200-4294967296.1.1.1",
+    "1-100-200-10.1.1",
+    "1-100-200-10.1.1.",
+    "1-100-200-10.1.1.1.1",
+    "1-100-200-10.1.1.x",
+    // numbers
+    "65536-100-200-10.1.1.1",
+    "65537-100-200-10.1.1.1",
+    "4294967296-100-200-10.1.1.1",
+    "1-4294967296-200-10.1.1.1",
+    "1-100-4294967296-10.1.1.1",
+    "x-100-200-10.1.1.1",
+    "1-x-200-10.1.1.1",
+    "1-100-x-10.1.1.1",
+    // leading zeros, signs, trailing characters: another length than printed
+    "01-100-200-10.1.1.1",
+    "1-0100-200-10.1.1.1",
+    "1-100-0200-10.1.1.1",
+    "1-100-200-010.1.1.1",
+    "1-100-200-10.1.1.01",
+    "+1-100-200-10.1.1.1",
+    "1-+100-200-10.1.1.1",
+    "1-100--200-10.1.1.1",
+    "1-100-200-10.1.1.1x",
+    "1-100-200-10.1.1.1]",
+    "1-100-200-10.1.1.1-",
+    "1-100-200-10.1.1.1/32",
+    "1-100-200-10.1.1.1\n",
+    "1-\n100-200-10.1.1.1",
+    "1-100-200-10.1.1.1\xff",
+    // separators and blanks
+    "1:100:200:10.1.1.1",
+    "1/100/200/10.1.1.1",
+    "1-100-200:10.1.1.1",
+    "1-100-10.1.1.1",
+    "1-2-100-200-10.1.1.1",
+    "1 -100-200-10.1.1.1",
+    "1- 100-200-10.1.1.1",
+    "1-100-200-10.1. 1.1",
+    "1-100-200-\t10.1.1.1",
+    "1-100-200- 2001:db8::1",
+    "1-100-200-2001:db8:: 1",
+    // lengths: 12 and 44 with a dot, 5 and 70 without
+    "0-0-0-0.0.0.",
+    "0-0-00.0.0.0",
+    "65535-4294967295-4294967295-255.255.255.2555",
+    "065535-4294967295-4294967295-255.255.255.255",
+    "0-0-0",
+    "1-2-:",
+    "65535-4294967295-4294967295-1111:2222:3333:4444:5555:6666:7777:8888:::",
+    std::string(5000, '1'),
+    "1-2-3-" + std::string(300, 'a'),
+    "1-2-3-." + std::string(300, 'a'),
+    // IPv6: spellings of another length than the one that is printed
+    "1-100-200-2001:db8:0:0:0:0:0:1",
+    "1-100-200-2001:db8:0::1",
+    "1-100-200-2001:0db8::1",
+    "1-100-200-2001:db8::0001",
+    "01-100-200-2001:db8::1",
+    "1-0100-200-2001:db8::1",
+    "1-100-0200-2001:db8::1",
+    "1-100-200-0::0",
+    // IPv6: no address, numbers
+    "1-100-200-x",
+    "1-100-200-zz::1",
+    "1-100-200-2001:db8::12345",
+    "1-100-200-2001:db8::1x",
+    "1-100-200-2001:db8::1]",
+    "1-100-200-2001:db8:::1",
+    "1-100-200-300",
+    "65536-100-200-2001:db8::1",
+    "1-4294967296-200-2001:db8::1",
+    "1-100-4294967296-2001:db8::1",
+    "x-100-200-2001:db8::1",
+    "+1-100-200-2001:db8::1",
+    "1-100-2001:db8::1",
+    "1-100-200-2001:db8::1%1",
+    "1-100-200-\xff\xff",
+    // a dot makes it IPv4
+    "1-100-200-::ffff:10.0.0.1",
+    "1-100-200-2001:db8::1.",
+    // keys of other sub-types
+    "10.1.1.1",
+    "[1][2][10.0.0.1]",
+    "1/10.1.1.1/100",
+    "100-2001::1",
+    "2001:db8::1",
+    "2001::1-2001::2-2001::3-2001::4",
+};
+
+const std::string kHead = "10000000" + kNumbers + "0101010a" + kDb8_1;
+
+TypeCase Case()
 {
-    const BolPrefixSubtypeEntry &row = g_astBOL_PREFIX_ProcTable[16];
-    EXPECT_EQ(row.SubType, 16u);
-    EXPECT_STREQ(row.Name, "SD-WAN");
-    EXPECT_EQ(row.FormatIn, SYSDT_SdwanPrefixFormatIn);
-    EXPECT_EQ(row.FormatOut, SYSDT_SdwanPrefixFormatOut);
-    EXPECT_EQ(row.Check, SYSDT_SdwanPrefixCheck);
-    EXPECT_EQ(row.Help, SYSDT_SdwanPrefixHelp);
-    EXPECT_EQ(row.Compare, SYSDT_SdwanPrefixCompare);
-    EXPECT_EQ(row.LuaSet, SYSDT_SdwanPrefixLuaSet);
-    EXPECT_EQ(row.LuaGet, nullptr);
-    EXPECT_EQ(g_astBOL_PREFIX_LuaGetTable[16].Reader, SYSDT_SdwanPrefixNewLuaGet);
+    return KeyCase({
+        .row = {0, 0, 0, "SD-WAN", &SYSDT_SdwanPrefixFormatIn, &SYSDT_SdwanPrefixFormatOut, &SYSDT_SdwanPrefixCheck,
+                &SYSDT_SdwanPrefixHelp, &SYSDT_SdwanPrefixCompare, nullptr, &SYSDT_SdwanPrefixLuaSet, nullptr, nullptr},
+        .entry = &g_astBOL_PREFIX_ProcTable[16],
+        .subType = 16,
+        .reader = &SYSDT_SdwanPrefixNewLuaGet,
+        .contract = {.value = kFour, .helpText = "X-X-X-X.X.X.X", .helpPlainMemory = true},
+        .alsoSwept = {{"1-100-200-2001:db8::1", kSix}},
+        .accepted = kAccepted,
+        .refused = kRefused,
+        .prints =
+            {
+                // a shorter value reads as if zeros followed
+                {"0-0-0-0.0.0.0", "10000000"},
+                {"1-0-0-0.0.0.0", "1000000001"},
+                {"1-100-200-10.1.1.1", "10000000" + kNumbers + "0101010a"},
+                {"1-100-200-10.1.1.1", Padded(kFour, 90)},
+                // the family chooses the form
+                {"1-100-200-10.1.1.1", Key(kHead + "00")},
+                {"1-100-200-2001:db8::1", Key(kHead + "01")},
+                {"1-100-200-2001:db8::1", Key(kHead + "02")},
+                {"1-100-200-2001:db8::1", Key(kHead + "80")},
+                {"1-100-200-2001:db8::1", Key(kHead + "ff")},
+                // the two bytes behind the route type are not printed
+                {"1-100-200-10.1.1.1", With(kFour, 6, "ffff")},
+            },
+        .printFailures = {kFour, kSix},
+        // a value that is cut off loses its family
+        .lengths = {{36, "1-100-200-0.0.0.0", kSix}, {37, "1-100-200-2001:db8::1", kSix}},
+        .compares =
+            {
+                {With(kFour, 6, "01"), kFour, 1}, // the bytes behind the route type count
+                {Key("10000000 0100"), Key("10000000 0001"), 1},
+            },
+        .comparesBytes = true,
+        .comparePointers = DT_ERR_NULL_PTR,
+        .luaSets =
+            {
+                {kFour,
+                 "{bolSdwanNodeIDv4=167837953, bolSdwanNodeIDv6={0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0}, "
+                 "bolSdwanPortLocalID=100, bolSdwanPrefixType=0, bolSdwanSiteID=200, bolSdwanType=1, bolType=16}"},
+                {Key("0f000100 ffff ffff feffffff fdffffff fcffffff 0102030405060708090a0b0c0d0e0fff 07"),
+                 "{bolSdwanNodeIDv4=4294967292, bolSdwanNodeIDv6={1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,255}, "
+                 "bolSdwanPortLocalID=4294967294, bolSdwanPrefixType=7, bolSdwanSiteID=4294967293, bolSdwanType=65535, "
+                 "bolType=65551}"},
+            },
+    });
 }
 
-// ------------------------------------------------------------------------------------------------------------ text in
+[[maybe_unused]] const bool kStated = StateTests<Sdwan>("Sdwan", Case());
 
-TEST_F(Sdwan, ReadsAndPrintsIpv4Nodes)
+TEST_F(Sdwan, TheCompositeReadsAndPrintsThemToo)
 {
-    const std::vector<KeyText> texts = {
-        {"1-100-200-10.1.1.1", kFour, ""},
-        {"0-0-0-0.0.0.0", Key("10000000"), ""}, // 13 characters
-        {"258-16909060-84281096-9.10.11.12", Key("10000000 0201 0000 04030201 08070605 0c0b0a09"), ""},
-        {"65535-65535-65536-255.0.255.0", Key("10000000 ffff 0000 ffff0000 00000100 00ff00ff"), ""},
-        // 43 characters
-        {"65535-4294967295-4294967295-255.255.255.255", Key("10000000 ffff 0000 ffffffff ffffffff ffffffff"), ""},
-        {"\t 1-100-200-10.1.1.1 \t", kFour, "1-100-200-10.1.1.1"},
-        {std::string(400, '\t') + "1-100-200-10.1.1.1" + std::string(400, ' '), kFour, "1-100-200-10.1.1.1"},
-    };
-    ExpectKeys(SdwanRow(), texts);
-    ExpectKeys(Row("BOLPREFIX"), texts);
-}
-
-TEST_F(Sdwan, ReadsAndPrintsIpv6Nodes)
-{
-    const std::vector<KeyText> texts = {
-        {"1-100-200-2001:db8::1", kSix, ""},
-        {"0-0-0-::", Key("10000000" + Six(std::string(24, '0'), std::string(32, '0'))), ""},
-        {"258-16909060-84281096-::1",
-         Key("10000000" + Six("0201 0000 04030201 08070605", "00000000000000000000000000000001")), ""},
-        {"65535-4294967295-4294967295-1111:2222:3333:4444:5555:6666:7777:8888",
-         Key("10000000" + Six("ffff 0000 ffffffff ffffffff", "11112222333344445555666677778888")), ""},
-        {"1-100-200-102:304:506:708:90a:b0c:d0e:f10",
-         Key("10000000" + Six(kNumbers, "0102030405060708090a0b0c0d0e0f10")), ""},
-        {" \t1-100-200-2001:db8::1\t ", kSix, "1-100-200-2001:db8::1"},
-        // only the length of the printed form is compared
-        {"1-100-200-2001:DB8::1", kSix, "1-100-200-2001:db8::1"},
-    };
-    ExpectKeys(SdwanRow(), texts);
-    ExpectKeys(Row("BOLPREFIX"), texts);
+    ExpectKeys(Row("BOLPREFIX"), kAccepted);
 }
 
 TEST_F(Sdwan, EveryRouteTypeStandsInItsTwoBytes)
@@ -90,120 +231,6 @@ TEST_F(Sdwan, EveryRouteTypeStandsInItsTwoBytes)
         const Printed printed = Print(SYSDT_SdwanPrefix2Str, parsed.bytes.substr(8, 2 * kBody));
         ASSERT_EQ(printed.text, text);
     }
-}
-
-TEST_F(Sdwan, RefusesOtherSpellings)
-{
-    ExpectRefused(SdwanRow(), {
-                                  "",
-                                  " ",
-                                  "-",
-                                  "---",
-                                  "----",
-                                  "1",
-                                  "1-2",
-                                  "1-2-3",
-                                  "1-2-3-",
-                                  "-2-3-10.1.1.1",
-                                  "1--3-10.1.1.1",
-                                  "1-2--10.1.1.1",
-                                  "1-2-3-.",
-                                  "1-2-3-...",
-                                  // octets
-                                  "1-100-200-256.1.1.1",
-                                  "1-100-200-1.256.1.1",
-                                  "1-100-200-1.1.256.1",
-                                  "1-100-200-1.1.1.256",
-                                  "1-100-200-4294967295.1.1.1",
-                                  "1-100-200-4294967296.1.1.1",
-                                  "1-100-200-10.1.1",
-                                  "1-100-200-10.1.1.",
-                                  "1-100-200-10.1.1.1.1",
-                                  "1-100-200-10.1.1.x",
-                                  // numbers
-                                  "65536-100-200-10.1.1.1",
-                                  "65537-100-200-10.1.1.1",
-                                  "4294967296-100-200-10.1.1.1",
-                                  "1-4294967296-200-10.1.1.1",
-                                  "1-100-4294967296-10.1.1.1",
-                                  "x-100-200-10.1.1.1",
-                                  "1-x-200-10.1.1.1",
-                                  "1-100-x-10.1.1.1",
-                                  // leading zeros, signs, trailing characters: another length than printed
-                                  "01-100-200-10.1.1.1",
-                                  "1-0100-200-10.1.1.1",
-                                  "1-100-0200-10.1.1.1",
-                                  "1-100-200-010.1.1.1",
-                                  "1-100-200-10.1.1.01",
-                                  "+1-100-200-10.1.1.1",
-                                  "1-+100-200-10.1.1.1",
-                                  "1-100--200-10.1.1.1",
-                                  "1-100-200-10.1.1.1x",
-                                  "1-100-200-10.1.1.1]",
-                                  "1-100-200-10.1.1.1-",
-                                  "1-100-200-10.1.1.1/32",
-                                  "1-100-200-10.1.1.1\n",
-                                  "1-\n100-200-10.1.1.1",
-                                  "1-100-200-10.1.1.1\xff",
-                                  // separators and blanks
-                                  "1:100:200:10.1.1.1",
-                                  "1/100/200/10.1.1.1",
-                                  "1-100-200:10.1.1.1",
-                                  "1-100-10.1.1.1",
-                                  "1-2-100-200-10.1.1.1",
-                                  "1 -100-200-10.1.1.1",
-                                  "1- 100-200-10.1.1.1",
-                                  "1-100-200-10.1. 1.1",
-                                  "1-100-200-\t10.1.1.1",
-                                  "1-100-200- 2001:db8::1",
-                                  "1-100-200-2001:db8:: 1",
-                                  // lengths: 12 and 44 with a dot, 5 and 70 without
-                                  "0-0-0-0.0.0.",
-                                  "0-0-00.0.0.0",
-                                  "65535-4294967295-4294967295-255.255.255.2555",
-                                  "065535-4294967295-4294967295-255.255.255.255",
-                                  "0-0-0",
-                                  "1-2-:",
-                                  "65535-4294967295-4294967295-1111:2222:3333:4444:5555:6666:7777:8888:::",
-                                  std::string(5000, '1'),
-                                  "1-2-3-" + std::string(300, 'a'),
-                                  "1-2-3-." + std::string(300, 'a'),
-                                  // IPv6: spellings of another length than the one that is printed
-                                  "1-100-200-2001:db8:0:0:0:0:0:1",
-                                  "1-100-200-2001:db8:0::1",
-                                  "1-100-200-2001:0db8::1",
-                                  "1-100-200-2001:db8::0001",
-                                  "01-100-200-2001:db8::1",
-                                  "1-0100-200-2001:db8::1",
-                                  "1-100-0200-2001:db8::1",
-                                  "1-100-200-0::0",
-                                  // IPv6: no address, numbers
-                                  "1-100-200-x",
-                                  "1-100-200-zz::1",
-                                  "1-100-200-2001:db8::12345",
-                                  "1-100-200-2001:db8::1x",
-                                  "1-100-200-2001:db8::1]",
-                                  "1-100-200-2001:db8:::1",
-                                  "1-100-200-300",
-                                  "65536-100-200-2001:db8::1",
-                                  "1-4294967296-200-2001:db8::1",
-                                  "1-100-4294967296-2001:db8::1",
-                                  "x-100-200-2001:db8::1",
-                                  "+1-100-200-2001:db8::1",
-                                  "1-100-2001:db8::1",
-                                  "1-100-200-2001:db8::1%1",
-                                  "1-100-200-\xff\xff",
-                                  // a dot makes it IPv4
-                                  "1-100-200-::ffff:10.0.0.1",
-                                  "1-100-200-2001:db8::1.",
-                                  // keys of other sub-types
-                                  "10.1.1.1",
-                                  "[1][2][10.0.0.1]",
-                                  "1/10.1.1.1/100",
-                                  "100-2001::1",
-                                  "2001:db8::1",
-                                  "2001::1-2001::2-2001::3-2001::4",
-                              });
 }
 
 TEST_F(Sdwan, ParsersReportTheirOwnCodes)
@@ -251,29 +278,6 @@ TEST_F(Sdwan, ARefusedTextStillGetsItsSubType)
     }
 }
 
-// ----------------------------------------------------------------------------------------------------------- text out
-
-TEST_F(Sdwan, TheFamilyChoosesTheForm)
-{
-    const std::string head = "10000000" + kNumbers + "0101010a" + kDb8_1;
-    EXPECT_EQ(FormatOut(SdwanRow(), Key(head + "00")).text, "1-100-200-10.1.1.1");
-    for (const char *family : {"01", "02", "80", "ff"}) {
-        EXPECT_EQ(FormatOut(SdwanRow(), Key(head + family)).text, "1-100-200-2001:db8::1");
-    }
-    // The two bytes behind the route type are not printed.
-    EXPECT_EQ(FormatOut(SdwanRow(), With(kFour, 6, "ffff")).text, "1-100-200-10.1.1.1");
-}
-
-TEST_F(Sdwan, AShorterValueIsExtendedByZeros)
-{
-    EXPECT_EQ(FormatOut(SdwanRow(), "10000000").text, "0-0-0-0.0.0.0");
-    EXPECT_EQ(FormatOut(SdwanRow(), "1000000001").text, "1-0-0-0.0.0.0");
-    EXPECT_EQ(FormatOut(SdwanRow(), "10000000" + kNumbers + "0101010a").text, "1-100-200-10.1.1.1");
-    EXPECT_EQ(FormatOut(SdwanRow(), kSix, 1, 36).text, "1-100-200-0.0.0.0"); // the family is cut off
-    EXPECT_EQ(FormatOut(SdwanRow(), kSix, 1, 37).text, "1-100-200-2001:db8::1");
-    EXPECT_EQ(FormatOut(SdwanRow(), Padded(kFour, 90)).text, "1-100-200-10.1.1.1");
-}
-
 TEST_F(Sdwan, PrintersTellTheLength)
 {
     const std::string four = Padded(kNumbers + "0101010a", kBody);
@@ -304,98 +308,8 @@ TEST_F(Sdwan, AFailedPrintReleasesOnlyItsOwnBuffer)
 
 TEST_F(Sdwan, AnotherSubTypeReleasesTheBufferWhoseverItIs)
 {
-    for (const char *word : {"0f000000", "00000000", "0e000000", "11000000", "10010000", "10000001", "ffffffff"}) {
-        SCOPED_TRACE(word);
-        const std::string value = With(kFour, 0, word);
-        ExpectFailedAndFreed(FormatOutFreeing(SdwanRow(), value));
-        const Into into = FormatOutInto(SdwanRow(), value, 1, kKeyTextSize);
-        EXPECT_EQ(into.out.code, DT_ERR_FAIL);
-        EXPECT_EQ(into.out.typeId, 0);
-        EXPECT_EQ(into.out.length, 0);
-        EXPECT_TRUE(into.released);
-        EXPECT_EQ(into.allocations, 0u);
-        EXPECT_TRUE(into.guardsIntact);
-    }
-    EXPECT_TRUE(FormatOutInto(SdwanRow(), kFour, 1, kKeyTextSize, 0).released); // no sub-type is seen
-    EXPECT_FALSE(FormatOutInto(SdwanRow(), kFour, 1, kKeyTextSize, 4).released);
-    // A refused mode releases nothing.
-    EXPECT_FALSE(FormatOutInto(SdwanRow(), With(kFour, 0, "0f000000"), 4, kKeyTextSize).released);
-}
-
-TEST_F(Sdwan, ObeysTheContract)
-{
-    Contract contract{.text = "1-100-200-10.1.1.1",
-                      .value = kFour,
-                      .inModes = "PPPPUPPU",
-                      .outModes = "TTTTUTTU",
-                      .helpModes = "-H----H-",
-                      .helpText = "X-X-X-X.X.X.X",
-                      .resultTypeId = kKeyType,
-                      .resultLength = kKeyLength,
-                      .textSize = kKeyTextSize,
-                      .helpPlainMemory = true,
-                      .clearsFirst = true};
-    Sweep(SdwanRow(), contract);
-    contract.text = "1-100-200-2001:db8::1";
-    contract.value = kSix;
-    Sweep(SdwanRow(), contract);
-}
-
-TEST_F(Sdwan, ResultsComeFromTheHandleAndHelpTextsDoNot)
-{
-    host::TakeCounters();
-    EXPECT_EQ(FormatIn(SdwanRow(), "1-100-200-10.1.1.1").code, DT_OK);
-    EXPECT_EQ(FormatOut(SdwanRow(), kFour).code, DT_OK);
-    const host::Counters counters = host::TakeCounters();
-    EXPECT_EQ(counters.allocations, 2u);
-    EXPECT_EQ(counters.plainAllocations, 0u);
-    EXPECT_EQ(AllocationsOfHelp(SdwanRow()).plain, 1u);
-    EXPECT_EQ(Help(SdwanRow(), 1, 11, 22).helpWord, 22u);
-    host::SetFaults({.helpInitCode = 0x1234});
-    EXPECT_EQ(Help(SdwanRow()).code, 0x1234u);
-}
-
-// ------------------------------------------------------------------------------------------------- check and compare
-
-TEST_F(Sdwan, CheckWants89Bytes)
-{
-    const std::string bytes(200, '\xff');
-    for (uint32_t length = 0; length < 200; ++length) {
-        EXPECT_EQ(SdwanRow().Check(nullptr, 0, length, bytes.data()), length == 89 ? DT_OK : DT_ERR_LENGTH) << length;
-        EXPECT_EQ(SdwanRow().Check(nullptr, 0, length, nullptr), DT_ERR_NULL_PTR);
-    }
-}
-
-TEST_F(Sdwan, ComparesEveryByte)
-{
-    const DataTypeDescriptor row = SdwanRow();
-    EXPECT_EQ(CompareKeys(row, kFour, kFour), 0);
-    for (size_t at = 0; at < 89; ++at) {
-        const std::string more = With(Key(""), at, "80");
-        const std::string less = With(Key(""), at, "7f");
-        EXPECT_EQ(CompareKeys(row, more, less), 1) << at;
-        EXPECT_EQ(CompareKeys(row, less, more), -1) << at;
-        EXPECT_EQ(CompareKeys(row, less, more, static_cast<uint32_t>(at)), 0) << at;
-    }
-    EXPECT_EQ(CompareKeys(row, With(kFour, 6, "01"), kFour), 1); // the bytes behind the route type count
-    EXPECT_EQ(CompareKeys(row, Key("10000000 0100"), Key("10000000 0001")), 1);
-    const std::string bytes = Bytes(kFour);
-    EXPECT_EQ(static_cast<uint32_t>(row.Compare(nullptr, 89, nullptr, bytes.data())), DT_ERR_NULL_PTR);
-    EXPECT_EQ(static_cast<uint32_t>(row.Compare(nullptr, 89, bytes.data(), nullptr)), DT_ERR_NULL_PTR);
-    EXPECT_EQ(static_cast<uint32_t>(row.Compare(nullptr, 0, nullptr, nullptr)), DT_ERR_NULL_PTR);
-}
-
-// ---------------------------------------------------------------------------------------------------------------- Lua
-
-TEST_F(Sdwan, ToLua)
-{
-    ExpectSets(SdwanRow(), kFour,
-               "{bolSdwanNodeIDv4=167837953, bolSdwanNodeIDv6={0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0}, "
-               "bolSdwanPortLocalID=100, bolSdwanPrefixType=0, bolSdwanSiteID=200, bolSdwanType=1, bolType=16}");
-    ExpectSets(SdwanRow(), Key("0f000100 ffff ffff feffffff fdffffff fcffffff 0102030405060708090a0b0c0d0e0fff 07"),
-               "{bolSdwanNodeIDv4=4294967292, bolSdwanNodeIDv6={1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,255}, "
-               "bolSdwanPortLocalID=4294967294, bolSdwanPrefixType=7, bolSdwanSiteID=4294967293, bolSdwanType=65535, "
-               "bolType=65551}");
+    ExpectOtherSubTypesRelease(SdwanRow(), kFour,
+                               {"0f000000", "00000000", "0e000000", "11000000", "10010000", "10000001", "ffffffff"});
 }
 
 const std::string kLuaSix = "{32,1,13,184,0,0,0,0,0,0,0,0,0,0,0,1}"; // 2001:db8::1

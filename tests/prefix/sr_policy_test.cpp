@@ -1,6 +1,6 @@
 // SRPOLICY, sub-type 14 of the composite route key: the key of a segment-routing policy (RFC 9830). Distinguisher u32
 // at byte 4, colour u32 at 8, endpoint IPv4 word at 12 or IPv6 bytes at 16, family u8 at 32 (0 IPv4, 1 IPv6).
-#include "prefix/route_key.h"
+#include "support/route_key.h"
 
 #include <arpa/inet.h>
 
@@ -30,64 +30,194 @@ std::string Six(std::string_view numbers, std::string_view address)
 const std::string kFour = Key("0e000000 01000000 02000000 0100000a");       // [1][2][10.0.0.1]
 const std::string kSix = Key("0e000000" + Six("0100000002000000", kDb8_1)); // [1][2][2001:db8::1]
 
-TEST_F(SrPolicy, FillsItsRow)
+// IPv4, then IPv6
+const std::vector<TextCase> kAccepted = {
+    {"[1][2][10.0.0.1]", kFour},
+    {"[1][2][1.1.1.1]", Key("0e000000 01000000 02000000 01010101")}, // 15 characters
+    {"[0][0][0.0.0.0]", Key("0e000000")},
+    {"[16909060][84281096][9.10.11.12]", Key("0e000000 04030201 08070605 0c0b0a09")},
+    {"[65535][65536][255.0.255.0]", Key("0e000000 ffff0000 00000100 00ff00ff")},
+    {"[4294967295][4294967295][255.255.255.255]", Key("0e000000 ffffffff ffffffff ffffffff")},
+    {" \t[1][2][10.0.0.1]\t ", kFour, "[1][2][10.0.0.1]"},
+    {"[1][2][10.0.0.1] ", kFour, "[1][2][10.0.0.1]"},
+    {std::string(400, ' ') + "[1][2][10.0.0.1]" + std::string(400, '\t'), kFour, "[1][2][10.0.0.1]"},
+    {"[1][2][2001:db8::1]", kSix},
+    {"[0][0][::]", Key("0e000000" + Six("0000000000000000", std::string(32, '0')))},
+    {"[16909060][84281096][::1]", Key("0e000000" + Six("0403020108070605", "00000000000000000000000000000001"))},
+    {"[4294967295][4294967295][1111:2222:3333:4444:5555:6666:7777:8888]",
+     Key("0e000000" + Six("ffffffffffffffff", "11112222333344445555666677778888"))},
+    {"[1][2][102:304:506:708:90a:b0c:d0e:f10]",
+     Key("0e000000" + Six("0100000002000000", "0102030405060708090a0b0c0d0e0f10"))},
+    {"[1][2][fe80::a]", Key("0e000000" + Six("0100000002000000", "fe80000000000000000000000000000a"))},
+    {"\t [1][2][2001:db8::1] \t", kSix, "[1][2][2001:db8::1]"},
+    // only the length of the printed form is compared
+    {"[1][2][2001:DB8::1]", kSix, "[1][2][2001:db8::1]"},
+};
+
+const std::vector<std::string> kRefused = {
+    "",
+    " ",
+    "[",
+    "[]",
+    "[][][]",
+    "[1]",
+    "[1][2]",
+    "[1][2][]",
+    "[1][2][",
+    "[1][2][.]",
+    // IPv4: leading zeros, signs, trailing characters
+    "[1][2][10.0.0.01]",
+    "[1][2][010.0.0.1]",
+    "[01][2][10.0.0.1]",
+    "[1][02][10.0.0.1]",
+    "[+1][2][10.0.0.1]",
+    "[-1][2][10.0.0.1]",
+    "[1][2][+10.0.0.1]",
+    "[1][2][10.0.0.1]]",
+    "[1][2][10.0.0.1]x",
+    "[1][2][10.0.0.1",
+    "[1][2][10.0.0.1/32]",
+    "[1][2][10.0.0.1].",
+    "[1][2][10.0.0.1]\n",
+    "[1][\n2][10.0.0.1]",
+    // fields
+    "[1][2][10.0.0]",
+    "[1][2][10.0.0.]",
+    "[1][2][10.0.0.0.1]",
+    "[1][2][10.0.0.x]",
+    "[1][2][x.0.0.1]",
+    "[1][10.0.0.1]",
+    "[1][2][3][10.0.0.1]",
+    "[][2][10.0.0.1]",
+    "[1][][10.0.0.1]",
+    "[a][2][10.0.0.1]",
+    "[1][b][10.0.0.1]",
+    "[4294967296][2][10.0.0.1]",
+    "[1][4294967296][10.0.0.1]",
+    "[1][2][4294967296.0.0.1]",
+    "[1][2][0.0.0.4294967296]",
+    "[99999999999][2][10.0.0.1]",
+    // brackets
+    "1][2][10.0.0.1]",
+    "(1)(2)(10.0.0.1)",
+    "[1][2]10.0.0.1]]",
+    "[1]-[2][10.0.0.1]",
+    "[1][2]:10.0.0.1]",
+    "x[1][2][10.0.0.1]",
+    // blanks
+    "[1] [2][10.0.0.1]",
+    "[ 1][2][10.0.0.1]",
+    "[1][2][10.0.0.1 ]",
+    "[1][2]\t[10.0.0.1]",
+    "[1][2][ 2001::1]",
+    "[1][2][2001::1\t]",
+    // lengths: 14 and 43 with a dot, 7 and 68 without
+    "[1][2][1.1.1.1",
+    "[1][2][1.1.1.]",
+    "[1][][1.1.1.1]",
+    "[4294967295][4294967295][1000.1000.255.255]",
+    "[1][2][",
+    "[4294967295][4294967295][1111:2222:3333:4444:5555:6666:7777:8888]]]]",
+    std::string(5000, '['),
+    "[1][2][" + std::string(300, 'a') + "]",
+    "[1][2][." + std::string(300, 'a') + "]",
+    // IPv6: spellings of another length than the one that is printed
+    "[1][2][2001:db8:0:0:0:0:0:1]",
+    "[1][2][2001:db8:0::1]",
+    "[1][2][2001:0db8::1]",
+    "[1][2][2001:db8::0001]",
+    "[01][2][2001:db8::1]",
+    "[1][02][2001:db8::1]",
+    "[1][2][0::0]",
+    "[1][2][2001:db8::1]x",
+    "[1][2][2001:db8::1]]",
+    // IPv6: no address, numbers
+    "[1][2][zz::1]",
+    "[1][2][2001:db8::12345]",
+    "[1][2][2001:db8:::1]",
+    "[1][2][2001:db8]",
+    "[1][2][12345678]",
+    "[+1][2][2001:db8::1]",
+    "[4294967296][2][2001:db8::1]",
+    "[1][4294967296][2001:db8::1]",
+    "[1][2]2001:db8::1]",
+    "[1][2001:db8::1]",
+    "[1][2][2001:db8::1%1]",
+    "[1][2][\xff\xff\xff]",
+    // a dot makes it IPv4
+    "[1][2][::ffff:10.0.0.1]",
+    "[1][2][2001:db8::1].",
+    // keys of other sub-types
+    "10.0.0.1",
+    "1-100-200-10.1.1.1",
+    "1/10.1.1.1/100",
+    "100:10.1.1.1:225.1.1.1",
+    "2001:db8::1",
+};
+
+const std::string kHead = "0e000000 01000000 02000000 0100000a" + kDb8_1;
+
+TypeCase Case()
 {
-    const BolPrefixSubtypeEntry &row = g_astBOL_PREFIX_ProcTable[14];
-    EXPECT_EQ(row.SubType, 14u);
-    EXPECT_STREQ(row.Name, "SRPOLICY");
-    EXPECT_EQ(row.FormatIn, SYSDT_SrPolicyPrefixFormatIn);
-    EXPECT_EQ(row.FormatOut, SYSDT_SrPolicyPrefixFormatOut);
-    EXPECT_EQ(row.Check, SYSDT_SrPolicyPrefixCheck);
-    EXPECT_EQ(row.Help, SYSDT_SrPolicyPrefixHelp);
-    EXPECT_EQ(row.Compare, SYSDT_SrPolicyPrefixCompare);
-    EXPECT_EQ(row.LuaSet, SYSDT_SrPolicyPrefixLuaSet);
-    EXPECT_EQ(row.LuaGet, nullptr);
-    EXPECT_EQ(g_astBOL_PREFIX_LuaGetTable[14].Reader, SYSDT_SrPolicyPrefixNewLuaGet);
+    return KeyCase({
+        .row = {0, 0, 0, "SRPOLICY", &SYSDT_SrPolicyPrefixFormatIn, &SYSDT_SrPolicyPrefixFormatOut,
+                &SYSDT_SrPolicyPrefixCheck, &SYSDT_SrPolicyPrefixHelp, &SYSDT_SrPolicyPrefixCompare, nullptr,
+                &SYSDT_SrPolicyPrefixLuaSet, nullptr, nullptr},
+        .entry = &g_astBOL_PREFIX_ProcTable[14],
+        .subType = 14,
+        .reader = &SYSDT_SrPolicyPrefixNewLuaGet,
+        .contract = {.value = kFour, .helpText = "[X][X][X.X.X.X]", .helpPlainMemory = true},
+        .alsoSwept = {{"[1][2][2001:db8::1]", kSix}},
+        .accepted = kAccepted,
+        .refused = kRefused,
+        .prints =
+            {
+                // a shorter value reads as if zeros followed
+                {"[0][0][0.0.0.0]", "0e000000"},
+                {"[1][0][0.0.0.0]", "0e00000001"},
+                {"[1][2][10.0.0.1]", "0e00000001000000020000000100000a"},
+                {"[1][2][10.0.0.1]", Padded(kFour, 90)},
+                // the family chooses the form
+                {"[1][2][10.0.0.1]", Key(kHead + "00")},
+                {"[1][2][2001:db8::1]", Key(kHead + "01")},
+                {"[1][2][2001:db8::1]", Key(kHead + "02")},
+                {"[1][2][2001:db8::1]", Key(kHead + "80")},
+                {"[1][2][2001:db8::1]", Key(kHead + "ff")},
+            },
+        .printFailures = {kFour, kSix},
+        // a value that is cut off loses its family
+        .lengths = {{32, "[1][2][0.0.0.0]", kSix}, {33, "[1][2][2001:db8::1]", kSix}},
+        .compares =
+            {
+                {With(kFour, 33, "01"), kFour, 1}, // the padding counts
+                                                   // in memory the least significant byte comes first
+                {Key("0e000000 01000000"), Key("0e000000 00010000"), 1},
+            },
+        .comparesBytes = true,
+        .comparePointers = DT_ERR_NULL_PTR,
+        .luaSets =
+            {
+                {kFour, "{bolSrPolicyDistinguisher=1, bolSrPolicyEndpointv4=167772161, "
+                        "bolSrPolicyEndpointv6={0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0}, bolSrPolicyPolicyColor=2, "
+                        "bolSrPolicyPolicyType=0, bolType=14}"},
+                {Key("0f000100 ffffffff feffffff fdffffff 0102030405060708090a0b0c0d0e0fff 07"),
+                 "{bolSrPolicyDistinguisher=4294967295, bolSrPolicyEndpointv4=4294967293, "
+                 "bolSrPolicyEndpointv6={1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,255}, bolSrPolicyPolicyColor=4294967294, "
+                 "bolSrPolicyPolicyType=7, bolType=65551}"},
+            },
+    });
 }
 
-// ------------------------------------------------------------------------------------------------------------ text in
+[[maybe_unused]] const bool kStated = StateTests<SrPolicy>("SrPolicy", Case());
 
-TEST_F(SrPolicy, ReadsAndPrintsIpv4Endpoints)
+TEST_F(SrPolicy, TheCompositeReadsAndPrintsThemToo)
 {
-    const std::vector<KeyText> texts = {
-        {"[1][2][10.0.0.1]", kFour, ""},
-        {"[1][2][1.1.1.1]", Key("0e000000 01000000 02000000 01010101"), ""}, // 15 characters
-        {"[0][0][0.0.0.0]", Key("0e000000"), ""},
-        {"[16909060][84281096][9.10.11.12]", Key("0e000000 04030201 08070605 0c0b0a09"), ""},
-        {"[65535][65536][255.0.255.0]", Key("0e000000 ffff0000 00000100 00ff00ff"), ""},
-        {"[4294967295][4294967295][255.255.255.255]", Key("0e000000 ffffffff ffffffff ffffffff"), ""},
-        {" \t[1][2][10.0.0.1]\t ", kFour, "[1][2][10.0.0.1]"},
-        {"[1][2][10.0.0.1] ", kFour, "[1][2][10.0.0.1]"},
-        {std::string(400, ' ') + "[1][2][10.0.0.1]" + std::string(400, '\t'), kFour, "[1][2][10.0.0.1]"},
-    };
-    ExpectKeys(Sr(), texts);
-    ExpectKeys(Row("BOLPREFIX"), texts);
-}
-
-TEST_F(SrPolicy, ReadsAndPrintsIpv6Endpoints)
-{
-    const std::string zero(32, '0');
-    const std::vector<KeyText> texts = {
-        {"[1][2][2001:db8::1]", kSix, ""},
-        {"[0][0][::]", Key("0e000000" + Six("0000000000000000", zero)), ""},
-        {"[16909060][84281096][::1]", Key("0e000000" + Six("0403020108070605", "00000000000000000000000000000001")),
-         ""},
-        {"[4294967295][4294967295][1111:2222:3333:4444:5555:6666:7777:8888]",
-         Key("0e000000" + Six("ffffffffffffffff", "11112222333344445555666677778888")), ""},
-        {"[1][2][102:304:506:708:90a:b0c:d0e:f10]",
-         Key("0e000000" + Six("0100000002000000", "0102030405060708090a0b0c0d0e0f10")), ""},
-        {"[1][2][fe80::a]", Key("0e000000" + Six("0100000002000000", "fe80000000000000000000000000000a")), ""},
-        {"\t [1][2][2001:db8::1] \t", kSix, "[1][2][2001:db8::1]"},
-        // only the length of the printed form is compared
-        {"[1][2][2001:DB8::1]", kSix, "[1][2][2001:db8::1]"},
-    };
-    ExpectKeys(Sr(), texts);
-    ExpectKeys(Row("BOLPREFIX"), texts);
+    ExpectKeys(Row("BOLPREFIX"), kAccepted);
 }
 
 TEST_F(SrPolicy, OctetsAboveTheirRangeSpillOver)
 {
-    const std::vector<KeyText> texts = {
+    const std::vector<TextCase> texts = {
         {"[1][2][1.1.1.256]", Key("0e000000 01000000 02000000 00010101"), "[1][2][1.1.1.0]"},
         {"[1][2][1.1.1.300]", Key("0e000000 01000000 02000000 2c010101"), "[1][2][1.1.1.44]"},
         {"[1][2][1.1.0.256]", Key("0e000000 01000000 02000000 00010101"), "[1][2][1.1.1.0]"},
@@ -115,110 +245,6 @@ TEST_F(SrPolicy, TheLastCharacterIsNeverLookedAt)
               Key("0e000000" + Six("0100000002000000", "20010db8000000000000000000000000"))); // 2001:db8::
     // Behind an octet a digit belongs to the number, and the printed form has one character more.
     EXPECT_EQ(FormatIn(Sr(), "[1][2][10.0.0.12").code, DT_ERR_INVALID_PARAM);
-}
-
-TEST_F(SrPolicy, RefusesOtherSpellings)
-{
-    ExpectRefused(Sr(), {
-                            "",
-                            " ",
-                            "[",
-                            "[]",
-                            "[][][]",
-                            "[1]",
-                            "[1][2]",
-                            "[1][2][]",
-                            "[1][2][",
-                            "[1][2][.]",
-                            // IPv4: leading zeros, signs, trailing characters
-                            "[1][2][10.0.0.01]",
-                            "[1][2][010.0.0.1]",
-                            "[01][2][10.0.0.1]",
-                            "[1][02][10.0.0.1]",
-                            "[+1][2][10.0.0.1]",
-                            "[-1][2][10.0.0.1]",
-                            "[1][2][+10.0.0.1]",
-                            "[1][2][10.0.0.1]]",
-                            "[1][2][10.0.0.1]x",
-                            "[1][2][10.0.0.1",
-                            "[1][2][10.0.0.1/32]",
-                            "[1][2][10.0.0.1].",
-                            "[1][2][10.0.0.1]\n",
-                            "[1][\n2][10.0.0.1]",
-                            // fields
-                            "[1][2][10.0.0]",
-                            "[1][2][10.0.0.]",
-                            "[1][2][10.0.0.0.1]",
-                            "[1][2][10.0.0.x]",
-                            "[1][2][x.0.0.1]",
-                            "[1][10.0.0.1]",
-                            "[1][2][3][10.0.0.1]",
-                            "[][2][10.0.0.1]",
-                            "[1][][10.0.0.1]",
-                            "[a][2][10.0.0.1]",
-                            "[1][b][10.0.0.1]",
-                            "[4294967296][2][10.0.0.1]",
-                            "[1][4294967296][10.0.0.1]",
-                            "[1][2][4294967296.0.0.1]",
-                            "[1][2][0.0.0.4294967296]",
-                            "[99999999999][2][10.0.0.1]",
-                            // brackets
-                            "1][2][10.0.0.1]",
-                            "(1)(2)(10.0.0.1)",
-                            "[1][2]10.0.0.1]]",
-                            "[1]-[2][10.0.0.1]",
-                            "[1][2]:10.0.0.1]",
-                            "x[1][2][10.0.0.1]",
-                            // blanks
-                            "[1] [2][10.0.0.1]",
-                            "[ 1][2][10.0.0.1]",
-                            "[1][2][10.0.0.1 ]",
-                            "[1][2]\t[10.0.0.1]",
-                            "[1][2][ 2001::1]",
-                            "[1][2][2001::1\t]",
-                            // lengths: 14 and 43 with a dot, 7 and 68 without
-                            "[1][2][1.1.1.1",
-                            "[1][2][1.1.1.]",
-                            "[1][][1.1.1.1]",
-                            "[4294967295][4294967295][1000.1000.255.255]",
-                            "[1][2][",
-                            "[4294967295][4294967295][1111:2222:3333:4444:5555:6666:7777:8888]]]]",
-                            std::string(5000, '['),
-                            "[1][2][" + std::string(300, 'a') + "]",
-                            "[1][2][." + std::string(300, 'a') + "]",
-                            // IPv6: spellings of another length than the one that is printed
-                            "[1][2][2001:db8:0:0:0:0:0:1]",
-                            "[1][2][2001:db8:0::1]",
-                            "[1][2][2001:0db8::1]",
-                            "[1][2][2001:db8::0001]",
-                            "[01][2][2001:db8::1]",
-                            "[1][02][2001:db8::1]",
-                            "[1][2][0::0]",
-                            "[1][2][2001:db8::1]x",
-                            "[1][2][2001:db8::1]]",
-                            // IPv6: no address, numbers
-                            "[1][2][zz::1]",
-                            "[1][2][2001:db8::12345]",
-                            "[1][2][2001:db8:::1]",
-                            "[1][2][2001:db8]",
-                            "[1][2][12345678]",
-                            "[+1][2][2001:db8::1]",
-                            "[4294967296][2][2001:db8::1]",
-                            "[1][4294967296][2001:db8::1]",
-                            "[1][2]2001:db8::1]",
-                            "[1][2001:db8::1]",
-                            "[1][2][2001:db8::1%1]",
-                            "[1][2][\xff\xff\xff]",
-                            // a dot makes it IPv4
-                            "[1][2][::ffff:10.0.0.1]",
-                            "[1][2][2001:db8::1].",
-                            // keys of other sub-types
-                            "10.0.0.1",
-                            "1-100-200-10.1.1.1",
-                            "1/10.1.1.1/100",
-                            "100:10.1.1.1:225.1.1.1",
-                            "2001:db8::1",
-                        });
 }
 
 TEST_F(SrPolicy, ParsersReportTheirOwnCodes)
@@ -271,27 +297,6 @@ TEST_F(SrPolicy, TheEndpointInWords)
     }
 }
 
-// ----------------------------------------------------------------------------------------------------------- text out
-
-TEST_F(SrPolicy, TheFamilyChoosesTheForm)
-{
-    const std::string head = "0e000000 01000000 02000000 0100000a" + kDb8_1;
-    EXPECT_EQ(FormatOut(Sr(), Key(head + "00")).text, "[1][2][10.0.0.1]");
-    for (const char *family : {"01", "02", "80", "ff"}) {
-        EXPECT_EQ(FormatOut(Sr(), Key(head + family)).text, "[1][2][2001:db8::1]");
-    }
-}
-
-TEST_F(SrPolicy, AShorterValueIsExtendedByZeros)
-{
-    EXPECT_EQ(FormatOut(Sr(), "0e000000").text, "[0][0][0.0.0.0]");
-    EXPECT_EQ(FormatOut(Sr(), "0e00000001").text, "[1][0][0.0.0.0]");
-    EXPECT_EQ(FormatOut(Sr(), "0e00000001000000020000000100000a").text, "[1][2][10.0.0.1]");
-    EXPECT_EQ(FormatOut(Sr(), kSix, 1, 32).text, "[1][2][0.0.0.0]"); // the family is cut off
-    EXPECT_EQ(FormatOut(Sr(), kSix, 1, 33).text, "[1][2][2001:db8::1]");
-    EXPECT_EQ(FormatOut(Sr(), Padded(kFour, 90)).text, "[1][2][10.0.0.1]");
-}
-
 TEST_F(SrPolicy, PrintersTellTheLength)
 {
     const std::string four = Padded("01000000020000000100000a", kBody);
@@ -322,100 +327,7 @@ TEST_F(SrPolicy, AFailedPrintReleasesOnlyItsOwnBuffer)
 
 TEST_F(SrPolicy, AnotherSubTypeReleasesTheBufferWhoseverItIs)
 {
-    for (const char *word : {"0f000000", "00000000", "10000000", "0e010000", "0e000001", "ffffffff"}) {
-        SCOPED_TRACE(word);
-        const std::string value = With(kFour, 0, word);
-        ExpectFailedAndFreed(FormatOutFreeing(Sr(), value));
-        const Into into = FormatOutInto(Sr(), value, 1, kKeyTextSize);
-        EXPECT_EQ(into.out.code, DT_ERR_FAIL);
-        EXPECT_EQ(into.out.typeId, 0);
-        EXPECT_EQ(into.out.length, 0);
-        EXPECT_TRUE(into.released);
-        EXPECT_EQ(into.allocations, 0u);
-        EXPECT_TRUE(into.guardsIntact);
-    }
-    EXPECT_TRUE(FormatOutInto(Sr(), kFour, 1, kKeyTextSize, 0).released); // no sub-type is seen
-    EXPECT_FALSE(FormatOutInto(Sr(), kFour, 1, kKeyTextSize, 4).released);
-    // A refused mode releases nothing.
-    EXPECT_FALSE(FormatOutInto(Sr(), With(kFour, 0, "0f000000"), 4, kKeyTextSize).released);
-}
-
-TEST_F(SrPolicy, ObeysTheContract)
-{
-    Contract contract{.text = "[1][2][10.0.0.1]",
-                      .value = kFour,
-                      .inModes = "PPPPUPPU",
-                      .outModes = "TTTTUTTU",
-                      .helpModes = "-H----H-",
-                      .helpText = "[X][X][X.X.X.X]",
-                      .resultTypeId = kKeyType,
-                      .resultLength = kKeyLength,
-                      .textSize = kKeyTextSize,
-                      .helpPlainMemory = true,
-                      .clearsFirst = true};
-    Sweep(Sr(), contract);
-    contract.text = "[1][2][2001:db8::1]";
-    contract.value = kSix;
-    Sweep(Sr(), contract);
-}
-
-TEST_F(SrPolicy, ResultsComeFromTheHandleAndHelpTextsDoNot)
-{
-    host::TakeCounters();
-    EXPECT_EQ(FormatIn(Sr(), "[1][2][10.0.0.1]").code, DT_OK);
-    EXPECT_EQ(FormatOut(Sr(), kFour).code, DT_OK);
-    const host::Counters counters = host::TakeCounters();
-    EXPECT_EQ(counters.allocations, 2u);
-    EXPECT_EQ(counters.plainAllocations, 0u);
-    EXPECT_EQ(AllocationsOfHelp(Sr()).plain, 1u);
-    EXPECT_EQ(Help(Sr(), 1, 11, 22).helpWord, 22u);
-    host::SetFaults({.helpInitCode = 0x1234});
-    EXPECT_EQ(Help(Sr()).code, 0x1234u);
-}
-
-// ------------------------------------------------------------------------------------------------- check and compare
-
-TEST_F(SrPolicy, CheckWants89Bytes)
-{
-    const std::string bytes(200, '\xff');
-    for (uint32_t length = 0; length < 200; ++length) {
-        EXPECT_EQ(Sr().Check(nullptr, 0, length, bytes.data()), length == 89 ? DT_OK : DT_ERR_LENGTH) << length;
-        EXPECT_EQ(Sr().Check(nullptr, 0, length, nullptr), DT_ERR_NULL_PTR);
-    }
-}
-
-TEST_F(SrPolicy, ComparesEveryByte)
-{
-    const DataTypeDescriptor row = Sr();
-    EXPECT_EQ(CompareKeys(row, kFour, kFour), 0);
-    for (size_t at = 0; at < 89; ++at) {
-        const std::string more = With(Key(""), at, "80");
-        const std::string less = With(Key(""), at, "7f");
-        EXPECT_EQ(CompareKeys(row, more, less), 1) << at;
-        EXPECT_EQ(CompareKeys(row, less, more), -1) << at;
-        EXPECT_EQ(CompareKeys(row, less, more, static_cast<uint32_t>(at)), 0) << at;
-    }
-    EXPECT_EQ(CompareKeys(row, With(kFour, 33, "01"), kFour), 1); // the padding counts
-    // In memory the least significant byte comes first.
-    EXPECT_EQ(CompareKeys(row, Key("0e000000 01000000"), Key("0e000000 00010000")), 1);
-    const std::string bytes = Bytes(kFour);
-    EXPECT_EQ(static_cast<uint32_t>(row.Compare(nullptr, 89, nullptr, bytes.data())), DT_ERR_NULL_PTR);
-    EXPECT_EQ(static_cast<uint32_t>(row.Compare(nullptr, 89, bytes.data(), nullptr)), DT_ERR_NULL_PTR);
-    EXPECT_EQ(static_cast<uint32_t>(row.Compare(nullptr, 0, nullptr, nullptr)), DT_ERR_NULL_PTR);
-}
-
-// ---------------------------------------------------------------------------------------------------------------- Lua
-
-TEST_F(SrPolicy, ToLua)
-{
-    ExpectSets(Sr(), kFour,
-               "{bolSrPolicyDistinguisher=1, bolSrPolicyEndpointv4=167772161, "
-               "bolSrPolicyEndpointv6={0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0}, bolSrPolicyPolicyColor=2, "
-               "bolSrPolicyPolicyType=0, bolType=14}");
-    ExpectSets(Sr(), Key("0f000100 ffffffff feffffff fdffffff 0102030405060708090a0b0c0d0e0fff 07"),
-               "{bolSrPolicyDistinguisher=4294967295, bolSrPolicyEndpointv4=4294967293, "
-               "bolSrPolicyEndpointv6={1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,255}, bolSrPolicyPolicyColor=4294967294, "
-               "bolSrPolicyPolicyType=7, bolType=65551}");
+    ExpectOtherSubTypesRelease(Sr(), kFour, {"0f000000", "00000000", "10000000", "0e010000", "0e000001", "ffffffff"});
 }
 
 const std::string kLuaSix = "{32,1,13,184,0,0,0,0,0,0,0,0,0,0,0,1}"; // 2001:db8::1

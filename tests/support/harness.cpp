@@ -1,13 +1,13 @@
 #include "support/harness.h"
 
-#include "host_services.h"
+#include "bgp_host_services.h"
+#include "support/lua_dump.h"
 
 #include <lua.hpp>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <map>
 #include <memory>
 
 namespace bgp::test {
@@ -350,59 +350,6 @@ struct Lua {
     ~Lua() { host::CloseLua(L); }
 };
 
-std::string Dump(lua_State *L, int index);
-
-std::string DumpText(lua_State *L, int index)
-{
-    size_t length = 0;
-    const char *text = lua_tolstring(L, index, &length);
-    std::string dumped = "\"";
-    for (size_t i = 0; i < length; ++i) {
-        const auto byte = static_cast<uint8_t>(text[i]);
-        char code[8];
-        std::snprintf(code, sizeof code, byte < 0x20 || byte > 0x7e ? "\\x%02x" : "%c", byte);
-        dumped += code;
-    }
-    return dumped + '"';
-}
-
-std::string DumpTable(lua_State *L, int index)
-{
-    std::map<std::string, std::string> record;
-    std::string array;
-    const lua_Unsigned length = lua_rawlen(L, index);
-    for (lua_Unsigned i = 1; i <= length; ++i) {
-        lua_rawgeti(L, index, static_cast<lua_Integer>(i));
-        array += (i == 1 ? "" : ",") + Dump(L, lua_gettop(L));
-        lua_pop(L, 1);
-    }
-    for (lua_pushnil(L); lua_next(L, index) != 0; lua_pop(L, 1)) {
-        if (lua_type(L, -2) == LUA_TSTRING) {
-            record[lua_tostring(L, -2)] = Dump(L, lua_gettop(L));
-        }
-    }
-    std::string fields;
-    for (const auto &[key, value] : record) {
-        fields += (fields.empty() ? "" : ", ") + key + '=' + value;
-    }
-    return '{' + fields + (fields.empty() || array.empty() ? "" : ", ") + array + '}';
-}
-
-std::string Dump(lua_State *L, int index)
-{
-    switch (lua_type(L, index)) {
-    case LUA_TNUMBER:
-        return lua_isinteger(L, index) != 0 ? std::to_string(lua_tointeger(L, index))
-                                            : std::to_string(lua_tonumber(L, index));
-    case LUA_TSTRING:
-        return DumpText(L, index);
-    case LUA_TTABLE:
-        return DumpTable(L, index);
-    default:
-        return luaL_typename(L, index);
-    }
-}
-
 } // namespace
 
 LuaOut LuaSet(const DataTypeDescriptor &row, std::string_view valueHex, uint16_t length)
@@ -417,7 +364,7 @@ LuaOut LuaSet(const DataTypeDescriptor &row, std::string_view valueHex, uint16_t
     out.growth = lua_gettop(lua.L) - before;
     lua_pushstring(lua.L, "v");
     lua_rawget(lua.L, before);
-    out.table = Dump(lua.L, lua_gettop(lua.L));
+    out.table = DumpLua(lua.L, lua_gettop(lua.L));
     return out;
 }
 
@@ -695,6 +642,51 @@ void Sweep(const DataTypeDescriptor &row, const Contract &contract)
         SweepHelp(row, contract);
     }
     SweepLua(row, contract);
+}
+
+// ------------------------------------------------------------------------------------------- operations of any row
+
+uint32_t Check(const DataTypeDescriptor &row, std::string_view valueHex)
+{
+    const std::string value = Bytes(valueHex);
+    Unaligned copy(value);
+    return row.Check(&row, row.TypeId, static_cast<uint32_t>(value.size()), copy.at());
+}
+
+int32_t Compare(const DataTypeDescriptor &row, std::string_view leftHex, std::string_view rightHex)
+{
+    const std::string left = Bytes(leftHex);
+    const std::string right = Bytes(rightHex);
+    EXPECT_EQ(left.size(), right.size());
+    Unaligned leftCopy(left);
+    Unaligned rightCopy(right);
+    return row.Compare(&row, static_cast<uint32_t>(left.size()), leftCopy.at(), rightCopy.at());
+}
+
+Swapped Endian(const DataTypeDescriptor &row, std::string_view valueHex)
+{
+    const std::string value = Bytes(valueHex);
+    Unaligned copy(value);
+    const uint32_t code = row.Endian(&row, row.TypeId, static_cast<uint32_t>(value.size()), copy.at());
+    return {code, Hex(copy.at(), value.size())};
+}
+
+LuaIn LuaGetInto(const DataTypeDescriptor &row, std::string_view expression, std::string_view beforeHex)
+{
+    const Lua lua;
+    const std::string script = "return {v = " + std::string(expression) + "}";
+    if (luaL_loadbuffer(lua.L, script.data(), script.size(), "value") != LUA_OK ||
+        lua_pcall(lua.L, 0, 1, 0) != LUA_OK) {
+        return {0xFFFFFFFF, "", 0};
+    }
+    const std::string bytes = Bytes(beforeHex);
+    Unaligned buffer(bytes);
+    const int before = lua_gettop(lua.L);
+    LuaIn in{};
+    in.code = row.LuaGet(lua.L, before, "v", row.TypeId, static_cast<uint16_t>(bytes.size()), buffer.at());
+    in.growth = lua_gettop(lua.L) - before;
+    in.value = Hex(buffer.at(), bytes.size());
+    return in;
 }
 
 } // namespace bgp::test

@@ -7,7 +7,7 @@
 #define BGP_TESTS_HARNESS_H
 
 #include "bgp_datatypes.h"
-#include "bgp_standalone_host.h"
+#include "bgp_standalone_host.hpp"
 
 #include <gtest/gtest.h>
 
@@ -120,7 +120,7 @@ std::string Endian(std::string_view type, std::string_view valueHex); // the swa
 // LuaSet stores the value as field "v" of a fresh table.
 struct LuaOut {
     uint32_t code;
-    std::string table; // field "v", printed by Dump below; "nil" when it was not set
+    std::string table; // field "v", printed by DumpLua; "nil" when it was not set
     int32_t growth;    // stack slots more than before the call
 };
 LuaOut LuaSet(const DataTypeDescriptor &row, std::string_view valueHex, uint16_t length);
@@ -135,10 +135,6 @@ struct LuaIn {
 // length: both the size of the buffer and the length argument.
 LuaIn LuaGet(const DataTypeDescriptor &row, std::string_view expression, uint16_t length);
 LuaIn LuaGet(std::string_view type, std::string_view expression); // with the type's registered length
-
-// How tables are printed in LuaOut::table: keys of the record part sorted, then the array part: "{asNumValue=1,
-// asType=0}",
-// "{RdType=1, RdValue={0,0,0,100,0,0,0,1}}", strings in quotes with \xNN for bytes outside 0x20..0x7e.
 
 // -------------------------------------------------------------------------------------------------------- the fixture
 
@@ -179,21 +175,35 @@ std::vector<uint32_t> CodesWhileAllocationsFail(Call call)
 // each pointer null in turn in modes 0..7 and 255, every mode, the lengths around the binary length, caller's buffers
 // of exactly the promised size, every allocation failing.
 struct Contract {
-    std::string text;      // a text that FormatIn accepts ("" when there is no FormatIn)
-    std::string value;     // a value that FormatOut prints, in hex
-    std::string inModes;   // FormatIn's answer in modes 0..7: P parses, F DT_ERR_FAIL, U DT_ERR_MODE_UNSUPPORTED
-    std::string outModes;  // FormatOut's: T text, C raw copy, R text reported as type 6, N nothing (0, untouched), F, U
-    std::string helpModes; // Help's: H help, - nothing
-    std::string helpText;
-    uint16_t resultTypeId; // what FormatIn reports
-    uint16_t resultLength;
-    uint16_t textSize;            // FormatOut's text buffer
+    std::string text = {};    // a text that FormatIn accepts ("" when there is no FormatIn)
+    std::string value = {};   // a value that FormatOut prints, in hex
+    std::string inModes = {}; // FormatIn's answer in modes 0..7: P parses, F DT_ERR_FAIL, U DT_ERR_MODE_UNSUPPORTED
+    std::string outModes =
+        {}; // FormatOut's: T text, C raw copy, R text reported as type 6, N nothing (0, untouched), F, U
+    std::string helpModes = {}; // Help's: H help, - nothing
+    std::string helpText = {};
+    uint16_t resultTypeId = 0; // what FormatIn reports
+    uint16_t resultLength = 0;
+    uint16_t textSize = 0;        // FormatOut's text buffer
     bool plainMemory = false;     // results come from SYS_DataTypeMalloc
     bool helpPlainMemory = false; // the help text does
     bool clearsFirst = false;     // FormatOut zeroes type id and length before it judges the mode
     bool namelessLua = false;     // LuaSet and LuaGet do without a field name
 };
 void Sweep(const DataTypeDescriptor &row, const Contract &contract);
+
+// ------------------------------------------------------------------------------------------- operations of any row
+
+// As above for a row of its own, such as that of a sub-type.
+uint32_t Check(const DataTypeDescriptor &row, std::string_view valueHex);
+int32_t Compare(const DataTypeDescriptor &row, std::string_view leftHex, std::string_view rightHex);
+struct Swapped {
+    uint32_t code;
+    std::string value;
+};
+Swapped Endian(const DataTypeDescriptor &row, std::string_view valueHex);
+// LuaGet into bytes that are there already. 0xFFFFFFFF when the expression is none.
+LuaIn LuaGetInto(const DataTypeDescriptor &row, std::string_view expression, std::string_view beforeHex);
 
 } // namespace bgp::test
 

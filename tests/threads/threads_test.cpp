@@ -1,9 +1,10 @@
 // All operations of all rows at once: several threads go over the texts of examples/values, each in its own order, and
 // must get what one thread alone got. The thread sanitizer (preset tsan) sees what results do not tell.
+#include "fuzz/item_list.h"
 #include "fuzz/subjects.h"
 #include "support/harness.h"
 
-#include "host_services.h"
+#include "bgp_host_services.h"
 
 #include <lua.hpp>
 
