@@ -63,7 +63,8 @@ Text TrimBy(TrimService service, Text whole)
 
 Text TrimByHost(Text text)
 {
-    return TrimBy([](char *copy) { return SYSDT_BTrim(copy, nullptr); }, text);
+    const Text trimmed = TrimBy([](char *copy) { return SYSDT_BTrim(copy, nullptr); }, text);
+    return trimmed.at != nullptr ? trimmed : Text{text.at, 0};
 }
 
 uint32_t GraphicWords(Text text)

@@ -44,7 +44,7 @@ Text TrimBy(TrimService service, Text text);
 Text TrimByHost(Text text);
 
 // The text without the blanks around it, however many: by SYSDT_BTrim(), which need not be asked about texts that begin
-// and end with a graphic character.
+// and end with a graphic character. Of a text that it answers null for, nothing is left.
 inline Text Trim(Text text)
 {
     const bool bare = text.length == 0 || (IsGraphic(text.at[0]) && IsGraphic(text.at[text.length - 1]));
