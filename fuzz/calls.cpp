@@ -95,7 +95,7 @@ bool Expect(const Trial &trial, bool holds, const char *what, uint32_t number)
         if (number != kNoNumber) {
             std::snprintf(said, sizeof said, " %#x", number);
         }
-        trial.findings.push_back(std::string(trial.subject.facts.name) + ": " + what + said);
+        trial.findings.push_back(std::string(trial.subject.facts.Name()) + ": " + what + said);
     }
     return holds;
 }
@@ -132,9 +132,10 @@ struct InResult {
 void JudgeTyped(const Trial &trial, const InResult &in, const void *marker)
 {
     const Facts &facts = trial.subject.facts;
-    const uint16_t typeId = facts.resultTypeId != 0 ? facts.resultTypeId : trial.subject.row.TypeId;
+    const uint16_t typeId = facts.type->ResultTypeId;
     Expect(trial, in.typeId == typeId, "FormatIn reports type", in.typeId);
-    Expect(trial, facts.Is(kAnyLength) || in.length == facts.valueLength, "FormatIn reports length", in.length);
+    Expect(trial, facts.Is(BGP_TRAIT_ANY_LENGTH) || in.length == facts.type->ValueLength, "FormatIn reports length",
+           in.length);
     Expect(trial, in.buffer != marker && in.buffer != nullptr, "FormatIn succeeds without a value");
 }
 
@@ -161,10 +162,12 @@ Typed FormatIn(const Trial &trial, uint8_t mode, const std::string &text)
     in.code = trial.subject.row.FormatIn(&request, trial.subject.row.TypeId, static_cast<uint32_t>(terminated.size()),
                                          reinterpret_cast<char *>(copy.at()), &in.typeId, &in.length, &in.buffer);
     Expect(trial, copy.Intact(), "FormatIn's text is written around");
-    Expect(trial, std::equal(terminated.begin(), terminated.end(), copy.at()) || (facts.Is(kWritesText) && mode == 1),
+    Expect(trial,
+           std::equal(terminated.begin(), terminated.end(), copy.at()) ||
+               (facts.Is(BGP_TRAIT_WRITES_TEXT) && mode == 1),
            "FormatIn writes to its text");
     Typed typed{in.code, {}};
-    if (facts.Is(kNoText)) {
+    if (facts.Is(BGP_TRAIT_NO_TEXT)) {
         Expect(trial, in.code == 0 && in.buffer == &marker && in.typeId == kUntouched && in.length == kUntouched,
                "FormatIn does something");
     } else if (in.code != DT_OK) {
@@ -192,16 +195,16 @@ namespace {
 void JudgePrinted(const Trial &trial, uint8_t mode, const Printed &printed, const uint8_t *text, size_t size)
 {
     const Facts &facts = trial.subject.facts;
-    const bool nothing = facts.Is(kTakesItems) && printed.typeId == 0 && printed.length == 0;
+    const bool nothing = facts.Is(BGP_TRAIT_PRINTS_ITEMS) && printed.typeId == 0 && printed.length == 0;
     const bool silent = printed.typeId == kUntouched && printed.length == kUntouched;
     if (nothing || (silent && text == nullptr)) {
-        Expect(trial, facts.Is(kTakesItems), "FormatOut succeeds without a result");
+        Expect(trial, facts.Is(BGP_TRAIT_PRINTS_ITEMS), "FormatOut succeeds without a result");
         return;
     }
     if (!Expect(trial, text != nullptr && printed.length <= size, "FormatOut reports more than there is room for")) {
         return;
     }
-    if (facts.Is(kComposes) && mode == 2) {
+    if (facts.Is(BGP_TRAIT_COMPOSES) && mode == 2) {
         return;
     }
     if (printed.typeId == DT_TYPE_RAW) {
@@ -247,13 +250,13 @@ void Keep(Printed &printed, const void *buffer)
 size_t OwnSize(const Trial &trial, uint8_t mode, const Bytes &value)
 {
     const Facts &facts = trial.subject.facts;
-    if (facts.Is(kComposes) && mode == 2) {
+    if (facts.Is(BGP_TRAIT_COMPOSES) && mode == 2) {
         return 257;
     }
-    if (facts.Is(kCopiesRaw) && mode == 3) {
+    if (facts.Is(BGP_TRAIT_COPIES_RAW) && mode == 3) {
         return value.size();
     }
-    return facts.textSize != 0 ? facts.textSize : UINT16_MAX;
+    return facts.type->TextSize != 0 ? facts.type->TextSize : UINT16_MAX;
 }
 
 } // namespace
@@ -276,7 +279,8 @@ Printed PrintOwn(const Trial &trial, uint8_t mode, const Bytes &value)
 size_t LentSize(const Trial &trial, uint8_t mode, const Printed &own)
 {
     const Facts &facts = trial.subject.facts;
-    return facts.textSize == 0 || (facts.Is(kCopiesRaw) && mode == 3) ? own.bytes.size() : facts.textSize;
+    return facts.type->TextSize == 0 || (facts.Is(BGP_TRAIT_COPIES_RAW) && mode == 3) ? own.bytes.size()
+                                                                                      : facts.type->TextSize;
 }
 
 Printed PrintLent(const Trial &trial, uint8_t mode, const Bytes &value, size_t size)
@@ -285,7 +289,7 @@ Printed PrintLent(const Trial &trial, uint8_t mode, const Bytes &value, size_t s
     Accounts accounts(trial);
     OutCall call = CallFormatOut(trial, mode, value, lent.at());
     Expect(trial, lent.Intact(), "FormatOut's buffer is written around");
-    const bool composes = trial.subject.facts.Is(kComposes) && mode == 2;
+    const bool composes = trial.subject.facts.Is(BGP_TRAIT_COMPOSES) && mode == 2;
     Expect(trial, call.buffer == lent.at() || composes, "FormatOut leaves the caller's buffer");
     if (call.printed.code == DT_OK) {
         const bool fits = call.printed.length == kUntouched || call.printed.length <= size || composes;

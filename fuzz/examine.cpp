@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string_view>
 
 namespace bgp::fuzz {
 
@@ -26,7 +27,7 @@ void ReadBack(const Trial &trial, const Bytes &value, bool same)
         return;
     }
     Bytes read(value.size());
-    if (trial.subject.facts.Is(kKeepsSubType)) {
+    if (trial.subject.facts.Is(BGP_TRAIT_KEEPS_SUBTYPE)) {
         std::copy_n(value.begin(), sizeof(uint32_t), read.begin());
     }
     const uint32_t got = LuaGet(trial, L, table, read);
@@ -43,14 +44,15 @@ constexpr auto kRefuses = static_cast<int32_t>(DT_ERR_FAIL);
 void PrintTyped(const Trial &trial, const Bytes &value)
 {
     const Facts &facts = trial.subject.facts;
-    const bool foreign = facts.Is(kTypesOther) && FirstWord(value) == 0;
+    const bool foreign = facts.Is(BGP_TRAIT_OTHER_SUBTYPES) && FirstWord(value) == 0;
     for (const uint8_t mode : kModes) {
         const Printed printed = FormatOut(trial, mode, value);
         if (mode == 1) {
             Expect(trial, foreign ? printed.code == DT_ERR_FAIL : printed.code == DT_OK,
                    "FormatOut refuses a typed value, code", printed.code);
         }
-        if (mode != 2 || printed.length < 2 || printed.bytes.empty() || facts.Is(kComposes | kPrintsRaw)) {
+        if (mode != 2 || printed.length < 2 || printed.bytes.empty() ||
+            facts.Is(BGP_TRAIT_COMPOSES | BGP_TRAIT_PRINTS_BYTES)) {
             continue;
         }
         // Where the printed text is a text of the type, it prints as itself.
@@ -63,20 +65,19 @@ void PrintTyped(const Trial &trial, const Bytes &value)
 
 void CompareTyped(const Trial &trial, const Bytes &value)
 {
-    const Order order = trial.subject.facts.order;
     const int32_t answer = Compare(trial, value, value);
-    Expect(trial, answer == (order == Order::kForeign ? kRefuses : 0), "Compare of equal values gives",
-           static_cast<uint32_t>(answer));
+    const bool refuses = answer == kRefuses && trial.subject.facts.type->Order == BGP_ORDER_NONE;
+    Expect(trial, answer == 0 || refuses, "Compare of equal values gives", static_cast<uint32_t>(answer));
 }
 
 bool LuaKeepsTyped(const Facts &facts, const Bytes &value)
 {
-    return facts.lua != Lua::kLoses && (facts.luaKeeps == nullptr || facts.luaKeeps(value.data()));
+    return facts.type->Lua != BGP_LUA_LOSES && (facts.luaKeeps == nullptr || facts.luaKeeps(value.data()));
 }
 
 void SwapTyped(const Trial &trial, const Bytes &value)
 {
-    if (!trial.subject.facts.Is(kOneSidedEndian)) {
+    if (trial.subject.facts.type->Network != BGP_NETWORK_TYPE_FIRST) {
         Expect(trial, Swapped(trial, value, 2) == value, "Endian twice is not the identity");
         return;
     }
@@ -91,7 +92,7 @@ void SwapTyped(const Trial &trial, const Bytes &value)
 
 Bytes Swappable(const Trial &trial, Bytes value)
 {
-    if (trial.subject.facts.Is(kShortEndian)) {
+    if (trial.subject.facts.type->Network == BGP_NETWORK_PAYLOAD) {
         value.resize(trial.subject.row.BinaryLength);
     }
     return value;
@@ -106,7 +107,8 @@ void ExamineTyped(const Trial &trial, const Bytes &value)
     }
     if (row.Check != nullptr) {
         const uint32_t code = Check(trial, value);
-        Expect(trial, code == DT_OK || facts.Is(kOddCheck), "Check refuses a typed value, code", code);
+        Expect(trial, code == DT_OK || facts.type->CheckedLength != facts.type->ValueLength,
+               "Check refuses a typed value, code", code);
     }
     if (row.Compare != nullptr) {
         CompareTyped(trial, value);
@@ -136,22 +138,73 @@ void CompareValues(const Trial &trial, const Bytes &left, const Bytes &right)
     const int32_t there = Compare(trial, left, right);
     const int32_t back = Compare(trial, right, left);
     const int32_t self = Compare(trial, left, left);
-    switch (trial.subject.facts.order) {
-    case Order::kTotal:
+    switch (trial.subject.facts.type->Order) {
+    case BGP_ORDER_TOTAL:
         Expect(trial, IsOrder(there) && there == -back, "Compare is no order");
         Expect(trial, self == 0, "Compare finds a value unlike itself");
         break;
-    case Order::kEqual:
+    case BGP_ORDER_EQUALITY:
         Expect(trial, (there == 0 || there == kDiffers) && there == back, "Compare tells more than equal or not");
         Expect(trial, self == 0, "Compare finds a value unlike itself");
         break;
-    case Order::kPartial:
-    case Order::kForeign:
-        Expect(trial, there == kRefuses ? back == kRefuses : IsOrder(there) && there == -back, "Compare is no order");
+    default: // whatever it tells, it tells from both sides
+        Expect(trial, IsOrder(there) ? there == -back : there == back, "Compare tells otherwise from the other side");
         Expect(trial, self == 0 || self == kRefuses, "Compare finds a value unlike itself");
         break;
-    case Order::kNone:
-        break;
+    }
+}
+
+// ----------------------------------------------------------------------------------------------------------- refusals
+
+namespace {
+
+bool IsDeclared(const BgpTypeFacts &facts, const BgpRule *rule)
+{
+    for (uint32_t i = 0; i < facts.RuleCount; ++i) {
+        if (facts.Rules[i] == rule) {
+            return true;
+        }
+    }
+    constexpr std::string_view kOfAny[] = {"mode", "not-typed", "host", "memory"};
+    return std::find(std::begin(kOfAny), std::end(kOfAny), rule->Name) != std::end(kOfAny);
+}
+
+void ExamineReason(const Trial &trial, const BgpReason &reason, size_t length)
+{
+    if (reason.Code == DT_OK) {
+        Expect(trial, reason.Rule == nullptr, "a text that is accepted breaks a rule");
+        return;
+    }
+    if (!Expect(trial, reason.Rule != nullptr, "a text is refused without a rule")) {
+        return;
+    }
+    Expect(trial, reason.Offset + size_t{reason.Length} <= length, "a text is refused for what is not in it");
+    char sentence[16];
+    Expect(trial, Bgp_SayReason(&reason, sentence, sizeof sentence) > 0, "a rule has no words");
+    const Facts &facts = trial.subject.facts;
+    Expect(trial, facts.HasSubTypes() || IsDeclared(*facts.type, reason.Rule),
+           (std::string("the type does not tell of the rule ") + reason.Rule->Name).c_str());
+}
+
+} // namespace
+
+void ExamineRefusal(const Trial &trial, uint8_t mode, const std::string &text, uint32_t code)
+{
+    const std::string typed = text.c_str(); // what FormatIn sees of it
+    const DataTypeRequest request{mode, trial.handle};
+    const Facts &facts = trial.subject.facts;
+    const bool isSubType = facts.composite != nullptr;
+    BgpRefusal refusal;
+    const uint32_t told = Bgp_ExplainRefusal(&request, facts.type->TypeId, typed.c_str(), &refusal);
+    Expect(trial, told == refusal.Reason.Code, "a refusal has two codes");
+    if (isSubType && refusal.SubTypeCount == 0) {
+        return; // its composite does not tell of it
+    }
+    const BgpReason &reason = isSubType ? refusal.SubTypes[facts.type->SubType] : refusal.Reason;
+    Expect(trial, reason.Code == code, "FormatIn and the refusal answer otherwise: the refusal", reason.Code);
+    ExamineReason(trial, reason, typed.size());
+    if (facts.HasSubTypes() && refusal.SubTypeCount != 0 && code != DT_OK) {
+        Expect(trial, refusal.Closest < refusal.SubTypeCount, "no sub-type is the closest");
     }
 }
 

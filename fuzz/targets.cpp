@@ -36,8 +36,10 @@ bool RunText(Trial &trial, Input &input)
         return false;
     }
     const uint8_t mode = ModeOf(input.Byte());
-    const Typed typed = FormatIn(trial, mode, input.Rest());
-    if (typed.code != DT_OK || trial.subject.facts.Is(kNoText)) {
+    const std::string text = input.Rest();
+    const Typed typed = FormatIn(trial, mode, text);
+    ExamineRefusal(trial, mode, text, typed.code);
+    if (typed.code != DT_OK || trial.subject.facts.Is(BGP_TRAIT_NO_TEXT)) {
         return false;
     }
     ExamineTyped(trial, typed.value);
@@ -50,13 +52,13 @@ bool RunText(Trial &trial, Input &input)
 size_t SizeOfValue(const Facts &facts, uint8_t mode, uint8_t shorter)
 {
     constexpr size_t kRecord = 40; // what mode 2 of VRF names takes
-    if (!facts.Is(kAnyLength)) {
-        return facts.valueLength;
+    if (!facts.Is(BGP_TRAIT_ANY_LENGTH)) {
+        return facts.type->ValueLength;
     }
     if (mode == 2) {
         return kRecord;
     }
-    return shorter == 0 ? facts.valueLength : 1u + shorter % 64u;
+    return shorter == 0 ? facts.type->ValueLength : 1u + shorter % 64u;
 }
 
 // Whether FormatOut takes the first `length` bytes of the value alone. The composite leaves that to its sub-types, and
@@ -66,7 +68,7 @@ bool PrintsShort(const Facts &facts, const Bytes &value, size_t length)
     constexpr uint32_t kVrfRtExt = 8;
     Bytes extended(value.begin(), value.begin() + static_cast<std::ptrdiff_t>(length));
     extended.resize(sizeof(uint32_t));
-    return facts.Is(kReadsShort) && (facts.order != Order::kEqual || FirstWord(extended) != kVrfRtExt);
+    return facts.Is(BGP_TRAIT_READS_SHORT) && (!facts.HasSubTypes() || FirstWord(extended) != kVrfRtExt);
 }
 
 bool PrintValue(const Trial &trial, uint8_t mode, const Bytes &value, uint8_t shorter)
@@ -82,8 +84,8 @@ bool PrintValue(const Trial &trial, uint8_t mode, const Bytes &value, uint8_t sh
 
 void ScriptValue(const Trial &trial, const Bytes &value, uint8_t shorter)
 {
-    ReadBack(trial, value, trial.subject.facts.lua == Lua::kAll);
-    if (!trial.subject.facts.Is(kSetsAny)) {
+    ReadBack(trial, value, trial.subject.facts.type->Lua == BGP_LUA_ALL);
+    if (!trial.subject.facts.Is(BGP_TRAIT_SETS_ANY)) {
         const Bytes part(value.begin(), value.begin() + static_cast<std::ptrdiff_t>(shorter % value.size()));
         lua_State *L = FreshLua();
         Expect(trial, LuaSet(trial, L, lua_gettop(L), part) != DT_OK, "LuaSet takes a short value");
@@ -101,8 +103,9 @@ bool RunValue(Trial &trial, Input &input)
     const Bytes value = Padded(input.Take(size), size);
     bool reached = false;
     if (row.FormatOut != nullptr) {
-        reached = facts.Is(kTakesItems) ? FormatOut(trial, mode, ItemList(input.at, input.left)).code == DT_OK
-                                        : PrintValue(trial, mode, value, shorter);
+        reached = facts.Is(BGP_TRAIT_PRINTS_ITEMS)
+                      ? FormatOut(trial, mode, ItemList(input.at, input.left)).code == DT_OK
+                      : PrintValue(trial, mode, value, shorter);
     }
     if (row.Check != nullptr) {
         Check(trial, value);
@@ -120,7 +123,7 @@ bool RunValue(Trial &trial, Input &input)
     }
     if (row.Endian != nullptr) {
         const Bytes bytes = Swappable(trial, value);
-        Expect(trial, Swapped(trial, bytes, 2) == bytes || facts.Is(kOneSidedEndian),
+        Expect(trial, Swapped(trial, bytes, 2) == bytes || facts.type->Network == BGP_NETWORK_TYPE_FIRST,
                "Endian twice is not the identity");
     }
     return reached;
@@ -152,7 +155,7 @@ bool RunLua(Trial &trial, Input &input)
     if (LuaGet(trial, L, (how & 1) != 0 ? -1 : table, read) != DT_OK) {
         return false;
     }
-    if (row.FormatOut != nullptr && !trial.subject.facts.Is(kTakesItems) && read.size() == size) {
+    if (row.FormatOut != nullptr && !trial.subject.facts.Is(BGP_TRAIT_PRINTS_ITEMS) && read.size() == size) {
         FormatOut(trial, 1, read);
         FormatOut(trial, 2, read);
     }
@@ -194,7 +197,7 @@ void Under(const host::Faults &faults, Call call)
 Bytes PrintedBytes(const Trial &trial, const Typed &typed, const std::string &text, uint8_t mode)
 {
     const Facts &facts = trial.subject.facts;
-    if (facts.Is(kTakesItems)) {
+    if (facts.Is(BGP_TRAIT_PRINTS_ITEMS)) {
         return ItemList(reinterpret_cast<const uint8_t *>(text.data()), text.size());
     }
     return typed.value.empty() ? Padded(text, SizeOfValue(facts, mode, 0)) : typed.value;
@@ -224,7 +227,7 @@ bool RunFaults(Trial &trial, Input &input)
         Under(faults, [&] { PrintOwn(trial, mode, value); });
         Under(faults, [&] { PrintLent(trial, mode, value, size); });
     }
-    if (row.LuaSet != nullptr && !trial.subject.facts.Is(kTakesItems)) {
+    if (row.LuaSet != nullptr && !trial.subject.facts.Is(BGP_TRAIT_PRINTS_ITEMS)) {
         Under(faults, [&] { ReadBack(trial, value, false); });
     }
     return typed.code == DT_OK;

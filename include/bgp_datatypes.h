@@ -7,20 +7,7 @@
  * then on it calls the operations through the rows, from any thread, without locks: the library keeps no state of its
  * own.
  *
- * In ten lines:
- *
- *     static const DataTypeDescriptor *asnum;
- *     uint32_t SYS_Drm_RegisterDataType(uint32_t handle, const DataTypeDescriptor *row)
- *     {
- *         (void)handle;
- *         if (strcmp(row->Name, "ASNUM") == 0) asnum = row;
- *         return 0;
- *     }
- *     ...
- *     DataTypeRequest request = {.FormatMode = 1, .MemoryHandle = myArena};
- *     uint16_t type, length; void *value = NULL;
- *     Bgp_InitDataType(0);
- *     uint32_t code = asnum->FormatIn(&request, 255, 0, "65535.1", &type, &length, &value);
+ * README.md has a whole program that embeds the library, and bgp_host_services.h what a host supplies.
  *
  * Conventions that hold for every operation unless its own comment says otherwise:
  *

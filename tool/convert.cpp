@@ -1,8 +1,9 @@
 // bgpdt convert: the main job. One value a line, text to stored form and back, in constant memory however long the
 // input.
 #include "commands.h"
-#include "explain.h"
+#include "explain/explain.h"
 #include "lines.h"
+#include "report.h"
 #include "values.h"
 
 #include <CLI/CLI.hpp>
@@ -23,7 +24,9 @@ struct Record {
     std::string type;
     std::string text;
     uint32_t code = DT_OK;
-    std::string reason; // why it was refused, empty when it was not
+    size_t column = 1;    // of the line, at which the text begins
+    std::string reason;   // why it was refused, empty when it was not: the code's name, or words
+    explain::Refusal why; // by the plug-in, where it tells
     std::string value;
     std::string kind;    // of a composite type
     bool prints = false; // the type has a FormatOut and it succeeded
@@ -38,6 +41,10 @@ std::string Json(const Record &record)
         {"line", record.line}, {"type", record.type}, {"text", record.text}, {"code", record.code}};
     if (!record.reason.empty()) {
         json["error"] = record.reason;
+        json["reason"] = ToJson(record.why.reason);
+        if (!record.why.closest.empty()) {
+            json["closest"] = record.why.closest;
+        }
     } else {
         if (!record.kind.empty()) {
             json["kind"] = record.kind;
@@ -45,41 +52,16 @@ std::string Json(const Record &record)
         json["value"] = Hex(record.value);
         json["printed"] = record.prints ? nlohmann::ordered_json(record.printed) : nlohmann::ordered_json(nullptr);
     }
-    return json.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
-}
-
-// Tabs, line ends and backslashes of a cell are written \t, \n, \r and two backslashes.
-std::string Cell(const std::string &text)
-{
-    std::string cell;
-    for (const char character : text) {
-        switch (character) {
-        case '\t':
-            cell += "\\t";
-            break;
-        case '\n':
-            cell += "\\n";
-            break;
-        case '\r':
-            cell += "\\r";
-            break;
-        case '\\':
-            cell += "\\\\";
-            break;
-        default:
-            cell += character;
-        }
-    }
-    return cell;
+    return Dumped(json);
 }
 
 std::string Tsv(const Record &record)
 {
-    return std::to_string(record.line) + '\t' + Cell(record.type) + '\t' + Cell(record.text) + '\t' +
+    return std::to_string(record.line) + '\t' + Escaped(record.type) + '\t' + Escaped(record.text) + '\t' +
            (record.reason.empty()  ? "0"
             : record.code == DT_OK ? record.reason
                                    : CodeName(record.code)) +
-           '\t' + Hex(record.value) + '\t' + Cell(record.printed);
+           '\t' + Hex(record.value) + '\t' + Escaped(record.printed);
 }
 
 struct BackEnd {
@@ -126,16 +108,17 @@ void Convert(Record &record, const Arguments &arguments)
     if (record.text.find('\0') != std::string::npos) {
         return Refuse(record, DT_ERR_INVALID_VALUE, "a NUL character in the text");
     }
-    const uint8_t mode = arguments.mode < 0 ? TypingMode(*type) : static_cast<uint8_t>(arguments.mode);
+    const uint8_t mode = arguments.mode < 0 ? Facts(*type).TypingMode : static_cast<uint8_t>(arguments.mode);
     Parsed parsed = Parse(*type, record.text, mode);
     if (parsed.code != DT_OK) {
+        record.why = WhyRefused(*type, record.text, mode);
         return Refuse(record, parsed.code, CodeName(parsed.code));
     }
     if (parsed.NoValue()) {
         return Refuse(record, parsed.code, kNoValue);
     }
     record.value = std::move(parsed.value);
-    record.kind = KindOf(type->TypeId, record.value);
+    record.kind = explain::KindOf(PlugInFunctions(), *type, record.value);
     if (type->FormatOut != nullptr && !record.value.empty()) {
         Printed printed = Print(*type, record.value, mode);
         record.prints = printed.code == DT_OK;
@@ -143,28 +126,21 @@ void Convert(Record &record, const Arguments &arguments)
     }
 }
 
-// What the type wants, for a message.
-std::string Expected(const Record &record)
+// FILE:LINE:COLUMN where the type tells a place, else FILE:LINE.
+std::string Place(const Record &record, const std::string &file)
 {
-    const DataTypeDescriptor *type = FindType(record.type);
-    const std::string help = type == nullptr ? "" : Help(*type, record.text);
-    return help.empty() ? "" : "; expected " + help;
-}
-
-std::string Shortened(const std::string &text)
-{
-    constexpr size_t kShown = 120;
-    return text.size() <= kShown ? text : text.substr(0, kShown) + "...";
+    const explain::Reason &reason = record.why.reason;
+    return Escaped(file) + ':' + std::to_string(record.line) +
+           (reason.placed ? ':' + std::to_string(record.column + reason.offset) : "");
 }
 
 void Report(const Record &record, const std::string &file)
 {
-    const std::string meaning = CodeMeaning(record.code);
+    const DataTypeDescriptor *type = FindType(record.type);
     const bool byCode = record.reason == CodeName(record.code);
-    std::fprintf(stderr, "%s:%llu: %s \"%s\" refused: %s%s%s\n", file.c_str(),
-                 static_cast<unsigned long long>(record.line), record.type.c_str(), Shortened(record.text).c_str(),
-                 byCode ? meaning.c_str() : record.reason.c_str(), byCode ? (" (" + record.reason + ")").c_str() : "",
-                 Expected(record).c_str());
+    const Refused refused{record.code, record.reason, byCode ? CodeMeaning(record.code) : "",
+                          type == nullptr ? "" : Help(*type, record.text), record.why};
+    std::fprintf(stderr, "%s: %s\n", Place(record, file).c_str(), Headline(record.type, record.text, refused).c_str());
 }
 
 // "EVN type 2 40, RPD 3" behind what begins it.
@@ -240,6 +216,7 @@ void Split(const Line &line, const Arguments &arguments, Record &record)
     } else if (const size_t tab = line.text.find('\t'); tab != std::string::npos) {
         record.type = line.text.substr(0, tab);
         record.text = line.text.substr(tab + 1);
+        record.column = tab + 2;
     } else {
         record.text = line.text;
         Refuse(record, DT_ERR_INVALID_PARAM, "no tab between type and text");

@@ -1,5 +1,6 @@
 #include "bgp_standalone_host.hpp"
 #include "commands.h"
+#include "report.h"
 #include "values.h"
 
 #include <CLI/CLI.hpp>
@@ -70,7 +71,7 @@ int UnknownType(const std::string &name)
     for (const DataTypeDescriptor *row : bgp::standalone::Rows()) {
         known += std::string(" ") + row->Name;
     }
-    return Complain(kUsage, "no data type " + name + "; there are" + known);
+    return Complain(kUsage, "no data type " + Escaped(name) + "; there are" + known);
 }
 
 } // namespace bgpdt

@@ -111,7 +111,7 @@ const DataTypeDescriptor &TypeArgument(lua_State *L)
 
 uint8_t ModeArgument(lua_State *L, int index, const DataTypeDescriptor &type)
 {
-    return static_cast<uint8_t>(luaL_optinteger(L, index, TypingMode(type)));
+    return static_cast<uint8_t>(luaL_optinteger(L, index, Facts(type).TypingMode));
 }
 
 int Failed(lua_State *L, uint32_t code)
@@ -127,7 +127,7 @@ uint32_t FromTable(lua_State *L, int index, const DataTypeDescriptor &type, std:
     if (type.LuaGet == nullptr) {
         return DT_ERR_INVALID_PARAM;
     }
-    value.assign(ValueLength(type), '\0');
+    value.assign(Facts(type).ValueLength, '\0');
     const int top = lua_gettop(L);
     lua_newtable(L);
     const int parent = lua_gettop(L);
@@ -143,7 +143,7 @@ uint32_t ValueArgument(lua_State *L, int index, const DataTypeDescriptor &type, 
     if (lua_type(L, index) != LUA_TSTRING || type.FormatIn == nullptr) {
         return FromTable(L, index, type, value);
     }
-    Parsed parsed = Parse(type, lua_tostring(L, index), TypingMode(type));
+    Parsed parsed = Parse(type, lua_tostring(L, index), Facts(type).TypingMode);
     if (parsed.NoValue()) {
         return DT_ERR_INVALID_VALUE;
     }

@@ -1,7 +1,8 @@
 // bgpdt show: everything about one value.
 #include "bgp_standalone_host.hpp"
 #include "commands.h"
-#include "explain.h"
+#include "explain/explain.h"
+#include "report.h"
 #include "script.h"
 #include "values.h"
 
@@ -10,7 +11,6 @@
 
 #include <cstdio>
 #include <memory>
-#include <optional>
 
 namespace bgpdt {
 
@@ -71,30 +71,12 @@ Json Describe(const DataTypeDescriptor &type, const std::string &value)
         json["help"] = help;
     }
     json["fields"] = Json::array();
-    for (const FieldText &field : Fields(type.TypeId, value)) {
+    for (const explain::Field &field : explain::Fields(PlugInFunctions(), type.TypeId, value)) {
         json["fields"].push_back(
-            {{"name", field.name}, {"offset", field.offset}, {"length", field.length}, {"value", field.value}});
+            {{"name", field.name}, {"offset", field.offset}, {"length", field.length}, {"value", field.text}});
     }
-    json["meaning"] = Explain(type.TypeId, value);
+    json["meaning"] = explain::Explain(PlugInFunctions(), type, value);
     return json;
-}
-
-// What is not printable ASCII as \r, \n, \t or \xNN, a backslash as two: a value may hold bytes that a terminal obeys.
-std::string Escaped(const std::string &text)
-{
-    std::string escaped;
-    for (const char character : text) {
-        const auto byte = static_cast<unsigned char>(character);
-        constexpr std::string_view kNamed = "\r\n\t\\", kNames = "rnt\\";
-        char piece[8];
-        if (const size_t named = kNamed.find(character); named != kNamed.npos) {
-            std::snprintf(piece, sizeof piece, "\\%c", kNames[named]);
-        } else {
-            std::snprintf(piece, sizeof piece, byte < 0x20 || byte > 0x7e ? "\\x%02x" : "%c", byte);
-        }
-        escaped += piece;
-    }
-    return escaped;
 }
 
 void Label(const char *label)
@@ -131,23 +113,23 @@ void PrintModes(const Json &prints)
     }
 }
 
-void PrintLines(const char *label, const Json &lines)
+void PrintLines(const char *label, const std::vector<std::string> &lines)
 {
-    for (const Json &line : lines) {
+    for (const std::string &line : lines) {
         Label(label);
-        std::printf("%s\n", Escaped(line.get<std::string>()).c_str());
+        std::printf("%s\n", Escaped(line).c_str());
         label = "";
     }
 }
 
-void Write(const Json &json)
+void Write(const Json &json, const std::vector<explain::Answer> &tried)
 {
     std::printf("%s, type id %d\n", json["type"].get<std::string>().c_str(), json["id"].get<int>());
     if (json.contains("text")) {
         Label("text");
         std::printf("\"%s\"\n", Escaped(json["text"].get<std::string>()).c_str());
     }
-    PrintLines("tried", json["tried"]);
+    PrintLines("tried", AnswerLines(tried));
     Label("stored");
     std::printf("%s (%zu bytes)\n", json["stored"].get<std::string>().c_str(), json["length"].get<size_t>());
     if (json.contains("prints")) {
@@ -167,58 +149,33 @@ void Write(const Json &json)
                     Escaped(field["value"].get<std::string>()).c_str());
         label = "";
     }
-    PrintLines("meaning", json["meaning"]);
+    PrintLines("meaning", json["meaning"].get<std::vector<std::string>>());
 }
 
-std::string Dumped(const Json &json)
+// On standard error the headline, the place in the text, and what the sub-types of a composite type answer; with --json
+// the same as one object on standard output.
+int Refuse(const DataTypeDescriptor &type, const std::string &text, const Refused &refused, const Options &options)
 {
-    return json.dump(2, ' ', false, Json::error_handler_t::replace);
-}
-
-// A refused text or value: what was wrong on standard error, behind it the lines that tell why; with --json the same on
-// standard output.
-struct Refusal {
-    uint32_t code;
-    std::string error;   // the code's name, or the reason where the type gives no code
-    std::string meaning; // in words
-    std::string help;    // what is expected
-    std::vector<std::string> why, tried;
-};
-
-int Refuse(const DataTypeDescriptor &type, const std::string &text, const Refusal &refusal, const Options &options)
-{
+    const explain::Refusal &why = refused.why;
     if (options.json) {
-        const Json json{
-            {"type", type.Name},          {"text", text},         {"code", refusal.code}, {"error", refusal.error},
-            {"meaning", refusal.meaning}, {"help", refusal.help}, {"why", refusal.why},   {"tried", refusal.tried}};
-        std::printf("%s\n", Dumped(json).c_str());
+        const Json json{{"type", type.Name},
+                        {"text", text},
+                        {"code", refused.code},
+                        {"error", refused.error},
+                        {"meaning", refused.meaning},
+                        {"help", refused.expected},
+                        {"reason", ToJson(why.reason)},
+                        {"closest", why.closest.empty() ? Json(nullptr) : Json(why.closest)},
+                        {"tried", ToJson(why.answers)}};
+        std::printf("%s\n", Dumped(json, 2).c_str());
     }
-    Complain(kRefused, std::string(type.Name) + " \"" + Escaped(text) + "\" refused: " + refusal.meaning + " (" +
-                           refusal.error + ")" + (refusal.help.empty() ? "" : "; expected " + refusal.help));
-    for (const auto *lines : {&refusal.why, &refusal.tried}) {
-        for (const std::string &line : *lines) {
-            std::fprintf(stderr, "  %s\n", Escaped(line).c_str());
+    Complain(kRefused, Headline(type.Name, text, refused));
+    for (const auto &lines : {Marked(text, why.reason), AnswerLines(why.answers)}) {
+        for (const std::string &line : lines) {
+            std::fprintf(stderr, "  %s\n", line.c_str());
         }
     }
     return kRefused;
-}
-
-// What is wrong with a value of the given bytes; nothing when it can be shown. The operations read a value at its full
-// length, whatever they are told.
-std::optional<Refusal> Judge(const DataTypeDescriptor &type, const std::string &value)
-{
-    constexpr uint16_t kNameType = 292; // shown with its number and kind too
-    const size_t length = ValueLength(type);
-    if (value.size() == length || (type.TypeId == kNameType && value.size() == 40)) {
-        return std::nullopt;
-    }
-    const std::string expected = std::to_string(length) + " bytes, not " + std::to_string(value.size());
-    return Refusal{DT_ERR_LENGTH,
-                   CodeName(DT_ERR_LENGTH),
-                   CodeMeaning(DT_ERR_LENGTH),
-                   expected + " (\"...\" at the end stands for zeros)",
-                   {},
-                   {}};
 }
 
 // Stored bytes as the reference pages write them: "..." at the end stands for zeros up to the length of a value.
@@ -231,24 +188,24 @@ std::optional<std::string> FromStored(const DataTypeDescriptor &type, std::strin
         text.resize(end - 2);
     }
     auto bytes = FromHex(text);
-    if (bytes && padded && bytes->size() < ValueLength(type)) {
-        bytes->resize(ValueLength(type));
+    if (bytes && padded && bytes->size() < Facts(type).ValueLength) {
+        bytes->resize(Facts(type).ValueLength);
     }
     return bytes;
 }
 
 int Show(const DataTypeDescriptor &type, const std::string &value, const std::string *text,
-         const std::vector<std::string> &tried, const Options &options)
+         const std::vector<explain::Answer> &tried, const Options &options)
 {
     Json json = Describe(type, value);
     if (text != nullptr) {
         json["text"] = *text;
     }
-    json["tried"] = tried;
+    json["tried"] = ToJson(tried);
     if (options.json) {
-        std::printf("%s\n", Dumped(json).c_str());
+        std::printf("%s\n", Dumped(json, 2).c_str());
     } else {
-        Write(json);
+        Write(json, tried);
     }
     return std::fflush(stdout) == 0 ? kFine : kInputOutput;
 }
@@ -259,8 +216,11 @@ int ShowStored(const DataTypeDescriptor &type, const std::string &text, const Op
     if (!value) {
         return Complain(kUsage, "not hexadecimal bytes: " + Escaped(text));
     }
-    if (const auto refusal = Judge(type, *value)) {
-        return Refuse(type, text, *refusal, options);
+    if (!IsValueLength(type, value->size())) {
+        const std::string expected = std::to_string(Facts(type).ValueLength) + " bytes, not " +
+                                     std::to_string(value->size()) + " (\"...\" at the end stands for zeros)";
+        return Refuse(type, text, {DT_ERR_LENGTH, CodeName(DT_ERR_LENGTH), CodeMeaning(DT_ERR_LENGTH), expected, {}},
+                      options);
     }
     return Show(type, *value, nullptr, {}, options);
 }
@@ -271,19 +231,16 @@ int ShowText(const DataTypeDescriptor &type, const std::string &text, uint8_t mo
         return Complain(kUsage, std::string(type.Name) + " cannot be typed in; give its bytes with --hex");
     }
     const Parsed parsed = Parse(type, text, mode);
-    const std::vector<std::string> tried = Tried(type.TypeId, text, mode);
+    const explain::Refusal why = WhyRefused(type, text, mode);
     if (parsed.code != DT_OK) {
-        return Refuse(type, text,
-                      {parsed.code, CodeName(parsed.code), CodeMeaning(parsed.code), Help(type, text),
-                       ExplainRefusal(type.TypeId, text), tried},
+        return Refuse(type, text, {parsed.code, CodeName(parsed.code), CodeMeaning(parsed.code), Help(type, text), why},
                       options);
     }
     if (parsed.NoValue()) {
         return Refuse(type, text,
-                      {parsed.code, kNoValue, "the type answers 0 to any text", "its bytes, with --hex", {}, tried},
-                      options);
+                      {parsed.code, kNoValue, "the type answers 0 to any text", "its bytes, with --hex", why}, options);
     }
-    return Show(type, parsed.value, &text, tried, options);
+    return Show(type, parsed.value, &text, why.answers, options);
 }
 
 int Run(const Arguments &arguments, const Options &options)
@@ -293,7 +250,7 @@ int Run(const Arguments &arguments, const Options &options)
         return UnknownType(arguments.type);
     }
     const std::string text = Join(arguments.words);
-    const uint8_t mode = arguments.mode < 0 ? TypingMode(*type) : static_cast<uint8_t>(arguments.mode);
+    const uint8_t mode = arguments.mode < 0 ? Facts(*type).TypingMode : static_cast<uint8_t>(arguments.mode);
     return arguments.hex ? ShowStored(*type, text, options) : ShowText(*type, text, mode, options);
 }
 

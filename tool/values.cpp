@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 
 namespace bgpdt {
 
@@ -41,65 +40,39 @@ const Code *Find(uint32_t code)
     return found == end ? nullptr : found;
 }
 
-// Route keys that are sub-types of BOLPREFIX: their operations work on a whole BOLPREFIX value, although their rows
-// register less of it.
-constexpr uint16_t kEvnPrefix = 281, kL2VpnPrefix = 294, kVpnv4McPrefix = 295, kMdtPrefix = 296;
-constexpr size_t kBolPrefixLength = 89;
-
-// Of two of them, Endian alone works on the registered length: what stands behind the sub-type word.
-constexpr size_t kPayloadAt = 4;
-
-constexpr uint16_t kBgpLsPrefix = 1299;
-constexpr size_t kNlriTypeLength = 4;
-
-constexpr uint16_t kText = 25; // base kind
-
 // ------------------------------------------------------------------------- FormatOut of another record than the value
 
-// The list of items that ATTRIDBITMAP prints: a count, and behind a head of 44 bytes each item's type, length and data.
-// A bare set would be taken for such a list.
-std::string AttributeIdItems(const std::string &value, uint8_t)
+// The list of items of which the value is one: a count, and behind a head of 44 bytes each item's type, length and
+// data. A bare value would be taken for such a list.
+std::string ItemList(const BgpTypeFacts &type, const std::string &value)
 {
     constexpr size_t kHead = 44, kCountAt = 24;
-    constexpr uint16_t kTextItem = 25, kSetItem = 290;
     std::string items(kHead, '\0');
     const auto put = [&items](size_t at, uint16_t number) { std::memcpy(&items[at], &number, sizeof number); };
-    const auto append = [&items, &put](uint16_t type, const std::string &data) {
+    const auto append = [&items, &put](uint16_t typeId, const std::string &data) {
         const size_t at = items.size();
         items.resize(at + 4);
-        put(at, type);
+        put(at, typeId);
         put(at + 2, static_cast<uint16_t>(data.size()));
         items += data;
     };
     put(kCountAt, 2);
-    append(kTextItem, std::string("Attribute IDs:") + '\0');
-    append(kSetItem, value.substr(0, 32));
+    append(DT_TYPE_TEXT, std::string("Attribute IDs:") + '\0');
+    append(type.TypeId, value.substr(0, type.ValueLength));
     return items;
 }
 
-// The record that CVRFNAME makes a composite form of in mode 2: the 32 bytes of the name, then a number and a kind.
-std::string NameRecord(const std::string &value, uint8_t mode)
+std::string RecordToPrint(const BgpTypeFacts &type, const std::string &value, uint8_t mode)
 {
-    std::string record = value;
-    record.resize(mode == 2 ? 40 : 32);
-    return record;
-}
-
-struct OtherRecord {
-    uint16_t typeId;
-    std::string (*make)(const std::string &value, uint8_t mode);
-};
-
-constexpr OtherRecord kOtherRecords[] = {{290, AttributeIdItems}, {292, NameRecord}};
-
-std::string RecordToPrint(uint16_t typeId, const std::string &value, uint8_t mode)
-{
-    for (const OtherRecord &other : kOtherRecords) {
-        if (other.typeId == typeId) {
-            return other.make(value, mode);
-        }
+    constexpr uint8_t kComposingMode = 2;
+    if ((type.Traits & BGP_TRAIT_PRINTS_ITEMS) != 0) {
+        return ItemList(type, value);
     }
-    return value;
+    std::string record = value;
+    if ((type.Traits & BGP_TRAIT_COMPOSES) != 0) {
+        record.resize(mode == kComposingMode ? type.Layout->Length : type.ValueLength);
+    }
+    return record;
 }
 
 // --------------------------------------------------------------------------------------------------------------------
@@ -146,14 +119,51 @@ std::string CodeMeaning(uint32_t code)
     return row == nullptr ? "" : row->meaning;
 }
 
-bool Load(const std::string &path, std::string *error)
+namespace {
+
+explain::PlugIn &Functions()
+{
+    static explain::PlugIn functions; // one plug-in for the whole run
+    return functions;
+}
+
+template <class Function>
+bool Resolve(Function &function, const char *name, std::string *error)
+{
+    function = reinterpret_cast<Function>(host::PlugInSymbol(name));
+    if (function == nullptr) {
+        *error = std::string("it has no ") + name;
+    }
+    return function != nullptr;
+}
+
+bool ResolveAll(explain::PlugIn &functions, std::string *error)
+{
+    return Resolve(functions.typeAt, "Bgp_TypeAt", error) &&
+           Resolve(functions.describeType, "Bgp_DescribeType", error) &&
+           Resolve(functions.describeSubType, "Bgp_DescribeSubType", error) &&
+           Resolve(functions.describeValue, "Bgp_DescribeValue", error) &&
+           Resolve(functions.explainRefusal, "Bgp_ExplainRefusal", error) &&
+           Resolve(functions.sayReason, "Bgp_SayReason", error) &&
+           Resolve(functions.expectedWord, "Bgp_ExpectedWord", error);
+}
+
+std::string FileOf(const std::string &path)
 {
     const char *environment = std::getenv("BGPDT_PLUGIN");
-    std::string file = !path.empty() ? path : environment != nullptr ? environment : BGPDT_BUILT_PLUGIN;
-    if (path.empty() && environment == nullptr && !std::filesystem::exists(file)) {
-        file = BGPDT_PLUGIN_NAME;
-    }
-    return host::LoadPlugIn(file.c_str(), error);
+    return !path.empty() ? path : environment != nullptr ? environment : BGPDT_PLUGIN_NAME;
+}
+
+} // namespace
+
+bool Load(const std::string &path, std::string *error)
+{
+    return host::LoadPlugIn(FileOf(path).c_str(), error) && ResolveAll(Functions(), error);
+}
+
+const explain::PlugIn &PlugInFunctions()
+{
+    return Functions();
 }
 
 const DataTypeDescriptor *FindType(std::string_view name)
@@ -164,37 +174,39 @@ const DataTypeDescriptor *FindType(std::string_view name)
     return host::FindRow(std::string_view(upper));
 }
 
-uint8_t TypingMode(const DataTypeDescriptor &type)
+BgpTypeFacts Facts(const DataTypeDescriptor &type)
 {
-    constexpr uint16_t kStructured = 26;
-    return type.BaseKind == kStructured ? 2 : 1;
-}
-
-size_t ValueLength(const DataTypeDescriptor &type)
-{
-    switch (type.TypeId) {
-    case kEvnPrefix:
-    case kL2VpnPrefix:
-    case kVpnv4McPrefix:
-    case kMdtPrefix:
-        return kBolPrefixLength;
-    default:
-        return type.BinaryLength;
+    if (const BgpTypeFacts *facts = PlugInFunctions().describeType(type.TypeId)) {
+        return *facts;
     }
+    BgpTypeFacts registered{}; // a type of which the plug-in tells no more than its row
+    registered.Name = type.Name;
+    registered.TypeId = type.TypeId;
+    registered.ValueLength = type.BinaryLength;
+    registered.TypingMode = 1;
+    return registered;
 }
 
-namespace {
-
-Parsed ParseWithLength(DataTypeFormatIn formatIn, uint32_t typeId, size_t length, const std::string &text, uint8_t mode)
+bool IsValueLength(const DataTypeDescriptor &type, size_t length)
 {
+    const BgpTypeFacts facts = Facts(type);
+    const bool composes = (facts.Traits & BGP_TRAIT_COMPOSES) != 0;
+    return length == facts.ValueLength || (composes && length == facts.Layout->Length);
+}
+
+Parsed Parse(const DataTypeDescriptor &type, const std::string &text, uint8_t mode)
+{
+    // A text of the host is stored in as many bytes as it is told; the other types are told the length of the text.
+    const BgpTypeFacts facts = Facts(type);
+    const size_t length = (facts.Traits & BGP_TRAIT_HOST_TEXT) != 0 ? facts.ValueLength : text.size() + 1;
     const Scratch scratch(mode);
     std::string copy = text; // one type may write to the text in mode 1
     uint16_t outTypeId = 0;
     uint16_t outLength = 0;
     void *value = nullptr;
     Parsed parsed;
-    parsed.code =
-        formatIn(&scratch.request, typeId, static_cast<uint32_t>(length), copy.data(), &outTypeId, &outLength, &value);
+    parsed.code = type.FormatIn(&scratch.request, type.TypeId, static_cast<uint32_t>(length), copy.data(), &outTypeId,
+                                &outLength, &value);
     if (parsed.code == DT_OK && value != nullptr) {
         parsed.value.assign(static_cast<const char *>(value), outLength);
         scratch.Release(value);
@@ -202,24 +214,16 @@ Parsed ParseWithLength(DataTypeFormatIn formatIn, uint32_t typeId, size_t length
     return parsed;
 }
 
-} // namespace
-
-Parsed Parse(const DataTypeDescriptor &type, const std::string &text, uint8_t mode)
+explain::Refusal WhyRefused(const DataTypeDescriptor &type, const std::string &text, uint8_t mode)
 {
-    // A text of the host is stored in as many bytes as it is told; the other types are told the length of the text.
-    const size_t length = type.BaseKind == kText ? type.BinaryLength : text.size() + 1;
-    return ParseWithLength(type.FormatIn, type.TypeId, length, text, mode);
-}
-
-Parsed Parse(DataTypeFormatIn formatIn, uint32_t typeId, const std::string &text, uint8_t mode)
-{
-    return ParseWithLength(formatIn, typeId, text.size() + 1, text, mode);
+    const Scratch scratch(mode);
+    return explain::ExplainRefusal(PlugInFunctions(), Facts(type), scratch.request, text);
 }
 
 Printed Print(const DataTypeDescriptor &type, const std::string &value, uint8_t mode)
 {
     const Scratch scratch(mode);
-    const std::string record = RecordToPrint(type.TypeId, value, mode);
+    const std::string record = RecordToPrint(Facts(type), value, mode);
     uint16_t length = 0;
     void *text = nullptr;
     Printed printed;
@@ -263,14 +267,12 @@ std::optional<std::string> Network(const DataTypeDescriptor &type, const std::st
     if (type.Endian == nullptr) {
         return std::nullopt;
     }
-    std::string swapped = value;
-    if (type.TypeId == kVpnv4McPrefix || type.TypeId == kMdtPrefix) {
-        swapped = value.substr(kPayloadAt, type.BinaryLength);
-    }
-    // The Endian of BGP-LS keys reads the NLRI type in network order, on the way in; so it gets it that way.
-    const auto turn = [&swapped, &type] {
-        if (type.TypeId == kBgpLsPrefix) {
-            std::reverse(swapped.begin(), swapped.begin() + kNlriTypeLength);
+    constexpr size_t kFirstWord = 4;
+    const uint8_t how = Facts(type).Network;
+    std::string swapped = how == BGP_NETWORK_PAYLOAD ? value.substr(kFirstWord, type.BinaryLength) : value;
+    const auto turn = [&swapped, how] {
+        if (how == BGP_NETWORK_TYPE_FIRST) {
+            std::reverse(swapped.begin(), swapped.begin() + kFirstWord);
         }
     };
     const DataTypeRequest request{1, 0};
@@ -278,21 +280,6 @@ std::optional<std::string> Network(const DataTypeDescriptor &type, const std::st
     type.Endian(&request, type.TypeId, static_cast<uint32_t>(swapped.size()), swapped.data());
     turn();
     return swapped;
-}
-
-std::string Hex(std::string_view bytes, bool grouped)
-{
-    static constexpr char kDigits[] = "0123456789abcdef";
-    std::string hex;
-    for (size_t i = 0; i < bytes.size(); ++i) {
-        const auto byte = static_cast<uint8_t>(bytes[i]);
-        if (grouped && i != 0 && i % 4 == 0) {
-            hex += ' ';
-        }
-        hex += kDigits[byte >> 4];
-        hex += kDigits[byte & 15];
-    }
-    return hex;
 }
 
 std::optional<std::string> FromHex(std::string_view hex)

@@ -4,6 +4,9 @@
 #define BGPDT_VALUES_H
 
 #include "bgp_datatypes.h"
+#include "explain/bytes.h"
+#include "explain/plugin.h"
+#include "explain/refusal.h"
 
 #include <cstdint>
 #include <optional>
@@ -11,6 +14,9 @@
 #include <string_view>
 
 namespace bgpdt {
+
+namespace explain = bgp::explain;
+using explain::Hex;
 
 // The name of a return code ("DT_ERR_LENGTH") and what it says about a text or value, in words; the code in hexadecimal
 // and nothing when it is none of the plug-in's.
@@ -24,13 +30,12 @@ bool Load(const std::string &path, std::string *error);
 // The row of a type's name in either case; null when there is none.
 const DataTypeDescriptor *FindType(std::string_view name);
 
-// The mode in which a type reads and prints what a person types: 2, in which every composite prints the text that it
-// accepts; 1 for the host's own text and number types, whose mode 2 is for machines.
-uint8_t TypingMode(const DataTypeDescriptor &type);
+// What the plug-in says of its types, and the functions by which it says it.
+const explain::PlugIn &PlugInFunctions();
+BgpTypeFacts Facts(const DataTypeDescriptor &type);
 
-// How many bytes the operations of a type work on, which is not always what its row says. A shorter value may make them
-// read beyond its end.
-size_t ValueLength(const DataTypeDescriptor &type);
+// Whether the operations work on values of that many bytes. A shorter value may make them read beyond its end.
+bool IsValueLength(const DataTypeDescriptor &type, size_t length);
 
 struct Parsed {
     uint32_t code = 0;
@@ -39,9 +44,10 @@ struct Parsed {
     bool NoValue() const { return code == DT_OK && value.empty(); }
 };
 Parsed Parse(const DataTypeDescriptor &type, const std::string &text, uint8_t mode);
-// The same by one row of a composite type.
-Parsed Parse(DataTypeFormatIn formatIn, uint32_t typeId, const std::string &text, uint8_t mode);
 inline constexpr const char *kNoValue = "no value is made of it";
+
+// Why Parse() of a text with the same mode refuses it.
+explain::Refusal WhyRefused(const DataTypeDescriptor &type, const std::string &text, uint8_t mode);
 
 struct Printed {
     uint32_t code = 0;
@@ -58,7 +64,6 @@ std::string Help(const DataTypeDescriptor &type, const std::string &typed = "");
 // In network byte order, in the form that the type's row registers; nothing when the type has no Endian.
 std::optional<std::string> Network(const DataTypeDescriptor &type, const std::string &value);
 
-std::string Hex(std::string_view bytes, bool grouped = false);
 std::optional<std::string> FromHex(std::string_view hex);
 
 } // namespace bgpdt

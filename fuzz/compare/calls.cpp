@@ -1,7 +1,7 @@
 #include "fuzz/compare/calls.h"
 
-#include "fuzz/lua_edits.h"
 #include "bgp_host_services.h"
+#include "fuzz/lua_edits.h"
 
 #include <lua.hpp>
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstring>
+#include <string_view>
 
 namespace bgp::compare {
 namespace {
@@ -54,6 +55,20 @@ void ChangeSome(Draw &draw, std::string &text)
     text.assign(bytes.begin(), bytes.end());
 }
 
+// A number at the edge of a field, or one that stands for something: 23456 is AS_TRANS (RFC 6793), those at 0xFFFFFF00
+// are well-known communities (RFC 1997).
+void PutWord(Draw &draw, Bytes &value)
+{
+    constexpr uint32_t kWords[] = {0, 1, 23456, 0xFFFF, 0x10000, 0x7FFFFFFF, 0x80000000, 0xFFFFFF01, 0xFFFFFFFF};
+    const uint32_t word = Any(draw, kWords);
+    const size_t width = OneIn(draw, 2) ? sizeof(uint16_t) : sizeof(uint32_t);
+    const bool bigEndian = OneIn(draw, 2);
+    const size_t from = Below(draw, value.size());
+    for (size_t i = 0; i < width && from + i < value.size(); ++i) {
+        value[from + i] = static_cast<uint8_t>(word >> 8 * (bigEndian ? width - 1 - i : i));
+    }
+}
+
 void ChangeSome(Draw &draw, Bytes &value)
 {
     constexpr uint8_t kLimits[] = {0, 1, 2, 32, 127, 128, 255};
@@ -61,12 +76,15 @@ void ChangeSome(Draw &draw, Bytes &value)
         // What is at the front decides what the rest is.
         const size_t span = OneIn(draw, 2) ? std::min<size_t>(8, value.size()) : value.size();
         uint8_t &byte = value[Below(draw, span)];
-        switch (Below(draw, 3)) {
+        switch (Below(draw, 4)) {
         case 0:
             byte = Any(draw, kLimits);
             break;
         case 1:
             byte = static_cast<uint8_t>(Below(draw, 20));
+            break;
+        case 2:
+            PutWord(draw, value);
             break;
         default:
             byte = static_cast<uint8_t>(draw.random());
@@ -188,12 +206,52 @@ Bytes DrawValue(Draw &draw, const Subject &subject)
     return value;
 }
 
+namespace {
+
+// A printf conversion, of the kinds there are and of some that there are not.
+std::string DrawConversion(Draw &draw)
+{
+    constexpr std::string_view kFlags[] = {"", "", "-", "0", "#", "+", " ", "#0", "-0"};
+    constexpr std::string_view kNumbers[] = {"", "", "1", "5", "12", "300"};
+    constexpr std::string_view kLetters = "dduuxXosscpnhi%";
+    std::string conversion = "%" + std::string(Any(draw, kFlags)) + std::string(Any(draw, kNumbers));
+    if (OneIn(draw, 3)) {
+        conversion += '.' + std::string(Any(draw, kNumbers));
+    }
+    return conversion + Any(draw, kLetters);
+}
+
+// What an item list is made from: a template, a set, and items to fill it.
+Bytes DrawItems(Draw &draw)
+{
+    constexpr std::string_view kPieces[] = {"Peer ", "", "###", "as", "%%", ": "};
+    constexpr size_t kSet = 32, kTail = 80;
+    std::string pattern;
+    for (size_t pieces = Below(draw, 7); pieces != 0; --pieces) {
+        pattern += std::string(Any(draw, kPieces)) + (OneIn(draw, 2) ? DrawConversion(draw) : "");
+    }
+    Bytes items = {static_cast<uint8_t>(Below(draw, 9)), 0, static_cast<uint8_t>(pattern.size()), 0};
+    items.insert(items.end(), pattern.begin(), pattern.end());
+    const Bytes set = DrawBytes(draw, kSet);
+    Bytes tail = DrawBytes(draw, kTail);
+    for (uint8_t &byte : tail) {
+        byte = static_cast<uint8_t>(OneIn(draw, 2) ? byte : Below(draw, 3)); // families, flags, short lengths
+    }
+    items.insert(items.end(), 3, 0);
+    items.insert(items.end(), set.begin(), set.end());
+    items.insert(items.end(), tail.begin(), tail.end());
+    return items;
+}
+
+} // namespace
+
 Bytes DrawPrintable(Draw &draw, const Subject &subject)
 {
-    const Bytes value = DrawValue(draw, subject);
-    constexpr size_t kSet = 32; // the seeds of lists have a value in front
-    const size_t from = value.size() > kSet ? kSet : 0;
-    return PrintsItems(subject) ? fuzz::ItemList(value.data() + from, value.size() - from) : value;
+    if (!PrintsItems(subject)) {
+        return DrawValue(draw, subject);
+    }
+    const Bytes items = OneIn(draw, 4) ? DrawValue(draw, subject) : DrawItems(draw);
+    return fuzz::ItemList(items.data(), items.size());
 }
 
 Bytes DrawOther(Draw &draw, const Subject &subject, const Bytes &value)

@@ -1,8 +1,8 @@
 #include "fuzz/compare/material.h"
 
+#include "bgp_host_services.h"
 #include "bgp_standalone_host.hpp"
 #include "fuzz/text_changes.h"
-#include "bgp_host_services.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -38,33 +38,38 @@ std::vector<files::path> FilesIn(const files::path &folder)
 
 // ------------------------------------------------------------------------------------------------------------- sources
 
-// Every line that is no comment.
+// Lines that are no comment, at most so many of a file, spread over it.
 void AddLines(std::set<std::string> &texts, const files::path &folder)
 {
+    constexpr size_t kMost = 100;
     for (const files::path &path : FilesIn(folder)) {
         std::ifstream file(path);
+        std::vector<std::string> lines;
         for (std::string line; std::getline(file, line);) {
             if (!line.starts_with('#')) {
-                texts.insert(line);
+                lines.push_back(line);
             }
+        }
+        for (size_t i = 0; i < std::min(kMost, lines.size()); ++i) {
+            texts.insert(lines[i * lines.size() / std::min(kMost, lines.size())]);
         }
     }
 }
 
-// What stands between backquotes: texts, values, much that is neither.
-void AddQuoted(std::set<std::string> &texts, const files::path &folder)
+// What stands between backquotes on a page: texts, values, much that is neither.
+std::vector<std::string> QuotedOn(const files::path &path)
 {
-    for (const files::path &path : FilesIn(folder)) {
-        const std::string page = Read(path);
-        for (size_t from = page.find('`'); from != std::string::npos;) {
-            const size_t to = page.find('`', from + 1);
-            if (to == std::string::npos) {
-                break;
-            }
-            texts.insert(page.substr(from + 1, to - from - 1));
-            from = page.find('`', to + 1);
+    std::vector<std::string> quoted;
+    const std::string page = Read(path);
+    for (size_t from = page.find('`'); from != std::string::npos;) {
+        const size_t to = page.find('`', from + 1);
+        if (to == std::string::npos) {
+            break;
         }
+        quoted.push_back(page.substr(from + 1, to - from - 1));
+        from = page.find('`', to + 1);
     }
+    return quoted;
 }
 
 // The texts of a fuzz target's inputs, which begin at that byte.
@@ -78,7 +83,13 @@ void AddSeeds(std::set<std::string> &texts, const files::path &folder, size_t te
     }
 }
 
-// Values that cannot be typed: the inputs of target "value" are named after their subject.
+void AddValue(Subject &subject, Bytes value)
+{
+    value.resize(std::max(value.size(), SizeOfValues(subject)));
+    subject.values.push_back(value);
+}
+
+// The inputs of target "value" are named after their subject. There are values among them that cannot be typed.
 void AddValueSeeds(std::vector<Subject> &subjects, const files::path &folder)
 {
     constexpr size_t kValueAt = 3;
@@ -87,9 +98,37 @@ void AddValueSeeds(std::vector<Subject> &subjects, const files::path &folder)
         const std::string seed = Read(path);
         for (Subject &subject : subjects) {
             if (file.substr(0, file.rfind('-')) == subject.name && seed.size() > kValueAt) {
-                Bytes value(seed.begin() + kValueAt, seed.end());
-                value.resize(std::max(value.size(), SizeOfValues(subject)));
-                subject.values.push_back(value);
+                AddValue(subject, {seed.begin() + kValueAt, seed.end()});
+            }
+        }
+    }
+}
+
+// The bytes that a text of hexadecimal digits stands for; none when it is no such text.
+Bytes HexBytes(const std::string &text)
+{
+    constexpr size_t kFewest = 8; // shorter ones are as likely numbers
+    Bytes bytes;
+    if (text.size() < kFewest || text.find_first_not_of("0123456789abcdef") != std::string::npos) {
+        return bytes;
+    }
+    for (size_t at = 0; at + 1 < text.size(); at += 2) {
+        bytes.push_back(static_cast<uint8_t>(std::stoi(text.substr(at, 2), nullptr, 16)));
+    }
+    return bytes;
+}
+
+// The texts of the reference pages, and the values of the types that a page is named after.
+void AddPages(std::set<std::string> &texts, std::vector<Subject> &subjects, const files::path &folder)
+{
+    for (const files::path &path : FilesIn(folder)) {
+        for (const std::string &quoted : QuotedOn(path)) {
+            texts.insert(quoted);
+            const Bytes value = HexBytes(quoted);
+            for (Subject &subject : subjects) {
+                if (!value.empty() && path.stem().string().find(subject.name) != std::string::npos) {
+                    AddValue(subject, value);
+                }
             }
         }
     }
@@ -175,7 +214,7 @@ Material Gather(const std::string &project, std::vector<Subject> &subjects)
     const files::path folder(project);
     std::set<std::string> texts;
     AddLines(texts, folder / "examples" / "values");
-    AddQuoted(texts, folder / "docs" / "reference");
+    AddPages(texts, subjects, folder / "docs" / "reference");
     AddSeeds(texts, folder / "fuzz" / "corpus" / "text", 2);
     AddSeeds(texts, folder / "fuzz" / "corpus" / "faults", 4);
     AddValueSeeds(subjects, folder / "fuzz" / "corpus" / "value");

@@ -58,10 +58,11 @@ BGP_STANDALONE_API size_t BgpHost_ScratchBlocks(void);
 #define BGP_HOST_REGISTRATION_HANDLE 1u
 
 /*
- * Loads a plug-in and calls its Bgp_InitDataType(). path is as for dlopen(). The registrations of an earlier plug-in
- * are forgotten and it is unloaded, unless the new file cannot be loaded: then everything stays as it was. DT_OK, or
- * DT_ERR_FAIL with the reason in reasonSize characters at reason (null for none), cut where it is longer, when the
- * file, its entry point or its initialisation fails.
+ * Loads a plug-in and calls its Bgp_InitDataType(). path is as for dlopen(), except that a name without a slash is
+ * first looked for beside this library (beside the program, where that is linked with the static one). The
+ * registrations of an earlier plug-in are forgotten and it is unloaded, unless the new file cannot be loaded: then
+ * everything stays as it was. DT_OK, or DT_ERR_FAIL with the reason in reasonSize characters at reason (null for none),
+ * cut where it is longer, when the file, its entry point or its initialisation fails.
  */
 BGP_STANDALONE_API uint32_t BgpHost_LoadPlugIn(const char *path, char *reason, size_t reasonSize);
 /* Forgets the registrations of the loaded plug-in and unloads it; no thread may be inside of it. Without one, nothing.

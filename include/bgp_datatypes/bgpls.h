@@ -248,7 +248,8 @@ BGP_DATATYPES_API void SYSDT_LsPrefixLuaSet_LocIgpRtId(lua_State *L, int32_t tab
                                                        uint32_t protocolId, const void *area);
 /*
  * Field name of a table: 0, or DT_ERR_INVALID_PARAM at what is missing or of the wrong kind, which stays on the stack;
- * what was read before it has been stored. Uinteger returns the number itself, or DT_ERR_INVALID_PARAM in its place.
+ * what was read before it has been stored, but for half an identifier. Uinteger returns the number itself, or
+ * DT_ERR_INVALID_PARAM in its place.
  */
 BGP_DATATYPES_API uint32_t SYSDT_LsPrefixLuaGet_Identifier(lua_State *L, int32_t table, const char *name,
                                                            void *identifier8);

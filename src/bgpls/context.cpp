@@ -1,8 +1,18 @@
 #include "bgpls/context.h"
 
+#include "host/address.h"
 #include "host/numbers.h"
 
 namespace bgp {
+
+namespace {
+
+Text All(const char *value)
+{
+    return {value, static_cast<uint32_t>(std::strlen(value))};
+}
+
+} // namespace
 
 bool RefuseGroup(BgpLsParseContext *context, const BgpRule &rule, const char *what, BgpChoices expected)
 {
@@ -23,9 +33,30 @@ bool RefusePiece(BgpLsParseContext *context, Text piece, const BgpRule &rule, ui
 
 bool RefuseValue(BgpLsParseContext *context, const char *value, const BgpRule &rule, uint64_t limit, const char *what)
 {
-    const Text piece{value, static_cast<uint32_t>(std::strlen(value))};
+    const Text piece = All(value);
     return piece.length == 0 ? RefusePiece(context, piece, kEmpty, 0, what)
                              : RefusePiece(context, piece, rule, limit, what);
+}
+
+bool RefuseIpv4Value(BgpLsParseContext *context, const char *value)
+{
+    const LsExplaining *explaining = ExplainingOf(context);
+    return explaining != nullptr && RefuseIpv4(explaining->why, All(value), {explaining->group.keyword, "an octet"});
+}
+
+bool RefuseIpv6Value(BgpLsParseContext *context, const char *value)
+{
+    const LsExplaining *explaining = ExplainingOf(context);
+    return explaining != nullptr && RefuseIpv6(explaining->why, All(value), explaining->group.keyword);
+}
+
+bool RefusedByOther(BgpLsParseContext *context)
+{
+    if (const LsExplaining *explaining = ExplainingOf(context); explaining != nullptr) {
+        BgpReason &reason = *explaining->why->reason;
+        reason.What = reason.What != nullptr ? reason.What : explaining->group.keyword;
+    }
+    return false;
 }
 
 // A number of digits alone is refused for nothing but its size.
@@ -38,7 +69,7 @@ bool RefuseNumber(BgpLsParseContext *context, const char *value, uint64_t larges
         return RefuseValue(context, value, kTooLarge, largest, what);
     }
     const char *other = behind != nullptr ? behind : value;
-    return RefusePiece(context, {other, other < end}, kNoDigit);
+    return RefusePiece(context, {other, other < end}, kNoDigit, 0, what);
 }
 
 bool RefuseMissing(LsExplaining *explaining, const LsRun &run, uint32_t flags)

@@ -54,7 +54,7 @@ struct LsExplaining {
 };
 
 struct LsExplained {
-    BgpLsParseContext context;
+    BgpLsParseContext context; // first, so that a pointer to it is one to all
     LsExplaining explaining;
 };
 
@@ -63,6 +63,12 @@ inline LsExplaining *ExplainingOf(BgpLsParseContext *context)
 {
     const bool isExplained = context != nullptr && (context->sections & kLsExplained) != 0;
     return isExplained ? &reinterpret_cast<LsExplained *>(context)->explaining : nullptr;
+}
+
+inline Why *WhyOf(BgpLsParseContext *context)
+{
+    const LsExplaining *explaining = ExplainingOf(context);
+    return explaining != nullptr ? explaining->why : nullptr;
 }
 
 constexpr uint32_t Code(bool isRead)
@@ -80,6 +86,11 @@ constexpr uint32_t Code(bool isRead)
                                const char *what = nullptr);
 [[gnu::cold]] bool RefuseValue(BgpLsParseContext *context, const char *value, const BgpRule &rule, uint64_t limit = 0,
                                const char *what = nullptr);
+// What the host did not read as an address.
+[[gnu::cold]] bool RefuseIpv4Value(BgpLsParseContext *context, const char *value);
+[[gnu::cold]] bool RefuseIpv6Value(BgpLsParseContext *context, const char *value);
+// What the reader of another type has refused.
+[[gnu::cold]] bool RefusedByOther(BgpLsParseContext *context);
 // What the host did not read as a decimal number of at most `largest`.
 [[gnu::cold]] bool RefuseNumber(BgpLsParseContext *context, const char *value, uint64_t largest,
                                 const char *what = nullptr);
@@ -99,11 +110,9 @@ inline constexpr BgpRule kTwice{"twice", "{what} may stand only once", 0};
 inline constexpr BgpRule kMissing{"missing", "{what} is missing", 0};
 inline constexpr BgpRule kNotOfType{"not-of-type", "this NLRI type takes no {what}", 0};
 inline constexpr BgpRule kNotOfProtocol{"not-of-protocol", "this protocol takes no {what}", 0};
-inline constexpr BgpRule kNoHexDigit{"hexadecimal", "a hexadecimal digit is expected here", 0};
 inline constexpr BgpRule kNoRouterId{"router-id", "{what} is neither an IPv4 address nor a decimal number", 0};
 inline constexpr BgpRule kNoIdentifiers{"identifiers", "{what} is two IPv4 addresses with a dot between", 0};
 inline constexpr BgpRule kNoSlash{"slash", "a slash and the prefix length are missing here", 0};
-inline constexpr BgpRule kNoAs{"as-number", "{what} is no AS number", 0};
 // clang-format on
 
 } // namespace bgp

@@ -18,7 +18,7 @@ namespace {
 
 bool Dotted(const char *value, uint32_t &address, BgpLsParseContext *context)
 {
-    return QOV_StrToIpAddr(value, &address) == 0 || RefuseValue(context, value, kNoIpv4);
+    return QOV_StrToIpAddr(value, &address) == 0 || RefuseIpv4Value(context, value);
 }
 
 bool Decimal(const char *value, uint32_t &number, BgpLsParseContext *context)
@@ -36,14 +36,14 @@ bool DecimalByte(const char *value, uint8_t &number, BgpLsParseContext *context)
 
 bool Ipv6(const char *value, uint8_t (&address)[16], BgpLsParseContext *context)
 {
-    return SMP_InetAToN6(value, address) == 0 || RefuseValue(context, value, kNoIpv6);
+    return SMP_InetAToN6(value, address) == 0 || RefuseIpv6Value(context, value);
 }
 
 bool EitherFamily(const char *value, uint8_t (&field)[kAddressFieldSize], BgpLsParseContext *context)
 {
     if (QOV_StrChr(value, ':') != nullptr) {
         field[kAddressFamilyAt] = kIpv6Family;
-        return SMP_InetAToN6(value, field + kAddressIpv6At) == 0 || RefuseValue(context, value, kNoIpv6);
+        return SMP_InetAToN6(value, field + kAddressIpv6At) == 0 || RefuseIpv6Value(context, value);
     }
     uint32_t address = 0;
     const bool isRead = Dotted(value, address, context);
@@ -51,14 +51,15 @@ bool EitherFamily(const char *value, uint8_t (&field)[kAddressFieldSize], BgpLsP
     return isRead;
 }
 
+template <bool ZeroWelcome>
 bool As(const char *value, BgpLsAsNumber &as, BgpLsParseContext *context)
 {
-    return SYSDT_Str2AsNum(value, &as) == DT_OK || RefuseValue(context, value, kNoAs);
-}
-
-bool AsExtended(const char *value, BgpLsAsNumber &as, BgpLsParseContext *context)
-{
-    return SYSDT_Str2AsNumExt(value, &as) == DT_OK || RefuseValue(context, value, kNoAs);
+    AsNumber number;
+    if (!ReadAsNumber(Trim(value), ZeroWelcome, number, WhyOf(context))) {
+        return RefusedByOther(context);
+    }
+    as = {number.number, number.notation};
+    return true;
 }
 
 // ---------------------------------------------------------------------------------------------------- field handlers
@@ -92,7 +93,7 @@ uint32_t NodeAs(uint32_t flag, char *value, void *target, BgpLsParseContext *con
 {
     const auto &node = *static_cast<const Node *>(target);
     const bool isAbsent = (node.Fields & flag) == 0 && Trim(value).length == 0;
-    return isAbsent ? DT_OK : Field<&Node::As, As>(flag, value, target, context);
+    return isAbsent ? DT_OK : Field<&Node::As, As<false>>(flag, value, target, context);
 }
 
 uint32_t NodeBgpLsIdentifier(uint32_t flag, char *value, void *target, BgpLsParseContext *context)
@@ -114,7 +115,7 @@ bool BgpRouterId(const char *value, uint32_t &id, BgpLsParseContext *context)
 // At most two hexadecimal digits behind any white space, as "%2x" scans them.
 bool HexByte(const char *value, uint8_t &byte, BgpLsParseContext *context)
 {
-    while (*value == ' ' || (*value >= '\t' && *value <= '\r')) {
+    while (IsWhiteSpace(*value)) {
         ++value;
     }
     uint32_t number = 0;
@@ -150,7 +151,7 @@ bool OspfRouterId(char *value, uint8_t *area, BgpLsParseContext *context)
     uint32_t address = 0;
     if (char *slash = std::strchr(value, '/'); slash != nullptr) {
         if (QOV_StrToIpAddr(slash + 1, &address) != 0 && QOV_StrToUint32(value, &address) != 0) {
-            return RefuseValue(context, slash + 1, kNoIpv4, 0, "the address behind the slash");
+            return RefuseIpv4Value(context, slash + 1);
         }
         StoreBig(area + sizeof address, address, sizeof address);
         *slash = '\0';
@@ -261,7 +262,7 @@ constinit const BgpLsKeyword kLsNodeFields[kLsNodeFieldCount] = {
     {"bgp-router-id",          16, 0, Field<&Node::BgpRouterId, BgpRouterId>},
     {"ospf-area-id",            4, 0, Field<&Node::OspfAreaId, Dotted>},
     {"igp-router-id",           8, 0, BgpLsParseNodeDescIgpRouterId},
-    {"member-as",              32, 0, Field<&Node::MemberAs, As>},
+    {"member-as",              32, 0, Field<&Node::MemberAs, As<false>>},
     {"ipv4-router-id",         64, 0, Field<&Node::Ipv4RouterId, Dotted>},
     {"ipv6-router-id",        128, 0, Field<&Node::Ipv6RouterId, Ipv6>},
 };
@@ -288,7 +289,7 @@ constinit const BgpLsKeyword kLsTeFields[kLsTeFieldCount] = {
     {"Flag",                    2, 0, Field<&Te::Flags, DecimalByte>},
     {"endpoint",                4, 0, Field<&Te::Endpoint, EitherFamily>},
     {"color",                   8, 0, Field<&Te::Color, Decimal>},
-    {"originator-as",          16, 0, Field<&Te::OriginatorAs, AsExtended>},
+    {"originator-as",          16, 0, Field<&Te::OriginatorAs, As<true>>},
     {"originator-address",     32, 0, Field<&Te::OriginatorAddress, EitherFamily>},
     {"discriminator",          64, 0, Field<&Te::Discriminator, Decimal>},
 };

@@ -21,8 +21,7 @@ namespace {
 constexpr uint16_t kShortestKey = 1;
 constexpr uint16_t kLongestKey = 500;
 
-// The rows of g_bgplsPrefixPattern that are NLRI types.
-constexpr uint32_t kTypeKeywords = 6;
+constexpr uint32_t kTypeKeywords = kLsNlriTypes - 1;
 
 // Marks the group as seen. False when it was before, or when the NLRI type was not.
 bool ClaimSection(BgpLsParseContext *context, uint32_t flag, const char *what = nullptr)
@@ -122,10 +121,10 @@ BgpLsParseContext *MakeContext(const char *text, uint8_t *record, Why *why)
     return context;
 }
 
-// No key is read to its end without a type.
+// The groups that the NLRI type requires and the text had not.
 uint32_t Missing(const BgpLsParseContext &context)
 {
-    return context.row->Required & ~context.sections;
+    return context.row != nullptr ? context.row->Required & ~context.sections : uint32_t{kLsTypeSection};
 }
 
 bool Read(const char *text, void *value, Why *why)
@@ -148,9 +147,10 @@ constexpr FormatInRule kIn{.typeId = 1299,
                            .memory = Memory::kPlain};
 
 constexpr const BgpRule *kRules[] = {
-    &kEmpty,   &kTooShort,  &kTooLong,       &kBlank,      &kNoDigit,    &kTooLarge,      &kNoIpv4,        &kNoIpv6,
-    &kNoGroup, &kUnclosed,  &kNoKeyword,     &kNotAlone,   &kNotCarried, &kTypeFirst,     &kProtocolFirst, &kTwice,
-    &kMissing, &kNotOfType, &kNotOfProtocol, &kNoHexDigit, &kNoRouterId, &kNoIdentifiers, &kNoSlash,       &kNoAs,
+    &kEmpty,      &kTooShort,  &kTooLong,       &kBlank,      &kNoDigit,     &kWrongCharacter, &kTooManyNumbers,
+    &kNoNotation, &kTooSmall,  &kTooLarge,      &kNoIpv4,     &kLeadingZero, &kNoIpv6,         &kNoGroup,
+    &kUnclosed,   &kNoKeyword, &kNotAlone,      &kNotCarried, &kTypeFirst,   &kProtocolFirst,  &kTwice,
+    &kMissing,    &kNotOfType, &kNotOfProtocol, &kNoHexDigit, &kNoRouterId,  &kNoIdentifiers,  &kNoSlash,
 };
 
 } // namespace
@@ -178,7 +178,7 @@ using namespace bgp; // what follows has names of the system
 
 uint32_t BgpLsParseRouteType(uint32_t nlriType, BgpLsParseContext *context)
 {
-    if (!ClaimSection(context, kLsTypeSection, "the NLRI type") || nlriType >= context->rowCount) {
+    if (nlriType >= context->rowCount || !ClaimSection(context, kLsTypeSection, "the NLRI type")) {
         return DT_ERR_FAIL;
     }
     context->nlriType = nlriType;
@@ -277,7 +277,8 @@ uint32_t BgpLsParseDiscard(uint32_t flag, char *, void *, BgpLsParseContext *con
     return Code(ClaimSection(context, flag));
 }
 
-// The first row whose keyword begins the group's content wins.
+// The first row whose keyword begins the group's content wins. NLRI types and protocols stand in the order of their
+// numbers, from 1 on; printers name them by these rows.
 // clang-format off
 //   keyword                 flag exact handler
 constinit const BgpLsKeyword g_bgplsPrefixPattern[BGP_LS_KEYWORDS] = {

@@ -7,16 +7,6 @@ namespace bgp {
 
 namespace {
 
-constexpr const char *kTypeNames[] = {"", "NODE", "LINK", "IPV4-PREFIX", "IPV6-PREFIX", "TEPOLICY", "SRV6-SID"};
-constexpr const char *kProtocolNames[] = {"",       "ISIS-LEVEL-1", "ISIS-LEVEL-2", "OSPFv2", "DIRECT",
-                                          "STATIC", "OSPFv3",       "BGP",          "",       "SEGMENT-ROUTING"};
-
-template <uint32_t Count>
-constexpr const char *NameOf(const char *const (&names)[Count], uint32_t value)
-{
-    return value < Count ? names[value] : "";
-}
-
 uint32_t CopyName(const char *name, char *buffer)
 {
     if (buffer == nullptr) {
@@ -46,12 +36,16 @@ uint32_t BgpLsIdToStr(uint32_t identifier, bool isGiven, char *buffer)
 
 const char *LsTypeName(uint32_t nlriType)
 {
-    return NameOf(kTypeNames, nlriType);
+    return FindLsNlri(nlriType) != nullptr ? g_bgplsPrefixPattern[nlriType - 1].Keyword : "";
 }
 
 const char *LsProtocolName(uint32_t protocolId)
 {
-    return NameOf(kProtocolNames, protocolId);
+    if (protocolId < kLsIsisLevel1 || protocolId > kLsSegmentRouting) {
+        return "";
+    }
+    const BgpLsKeyword &row = g_bgplsPrefixPattern[kLsNlriTypes - 1 + protocolId - 1]; // behind the NLRI types
+    return row.Handler != nullptr ? row.Keyword : "";
 }
 
 void IgpRouterIdToStr(const uint8_t *area, char (&text)[kNodePiece])
@@ -61,23 +55,10 @@ void IgpRouterIdToStr(const uint8_t *area, char (&text)[kNodePiece])
     text[length] = '\0';
 }
 
-uint32_t Append(const Output &output, const char *format, const Argument *arguments)
+bool AppendMt(GrowingText &text, const MtFormats &formats, uint32_t mtId, const Argument *arguments)
 {
-    if (*output.printed >= output.limit) {
-        return DT_ERR_FAIL;
-    }
-    const int32_t written = Print(output.buffer + *output.printed, output.limit - *output.printed, format, arguments);
-    if (written < 0) {
-        return DT_ERR_FAIL;
-    }
-    *output.printed += static_cast<uint32_t>(written);
-    return DT_OK;
-}
-
-uint32_t AppendMt(const Output &output, const MtFormats &formats, uint32_t mtId, const Argument *arguments)
-{
-    return mtId != kLsNoMtId ? Append(output, formats.with, arguments)
-                             : Append(output, formats.without, arguments + formats.skip);
+    return mtId != kLsNoMtId ? Print(text, formats.with, arguments)
+                             : Print(text, formats.without, arguments + formats.skip);
 }
 
 } // namespace bgp

@@ -92,7 +92,7 @@ constexpr NodePlaces kLinkRemote{.as = LsAt(kLsLinkRows, "stRemoteAs"),
                                  .bgpRouterId = LsAt(kLsLinkRows, "uiRemoteBgpRtId"),
                                  .memberAs = LsAt(kLsLinkRows, "remoteMemberAs")};
 
-uint32_t AppendNode(const Output &output, const NodeFormats &formats, const NodePlaces &places, const uint8_t *record)
+bool AppendNode(GrowingText &text, const NodeFormats &formats, const NodePlaces &places, const uint8_t *record)
 {
     const bool isBgp = ProtocolOf(record) == kLsBgp && places.bgpRouterId != 0;
     char as[kSmallPiece];
@@ -102,8 +102,8 @@ uint32_t AppendNode(const Output &output, const NodeFormats &formats, const Node
     places.bgpLsIdToStr(Load<uint32_t>(record + places.bgpLsId), Load<uint32_t>(record + places.existFlag), bgpLsId);
     if (!isBgp) {
         IgpRouterIdToStr(record + places.igpRouterId, last);
-    } else if (const uint32_t code = SYSDT_MemberAsNumToStr(record + places.memberAs, last); code != DT_OK) {
-        return code;
+    } else if (SYSDT_MemberAsNumToStr(record + places.memberAs, last) != DT_OK) {
+        return false;
     }
     // The type's name goes by the low byte, as the choice of the printer does.
     const Dotted id(record + (isBgp ? places.bgpRouterId : places.ospfAreaId));
@@ -114,13 +114,13 @@ uint32_t AppendNode(const Output &output, const NodeFormats &formats, const Node
                                   bgpLsId,
                                   id.text,
                                   last};
-    return Append(output, isBgp ? formats.bgp : formats.igp, arguments + formats.skip);
+    return Print(text, isBgp ? formats.bgp : formats.igp, arguments + formats.skip);
 }
 
 // -------------------------------------------------------------------------------------------------------------- links
 
 // Under BGP: the identifiers and one pair of addresses, IPv4 when there is one.
-uint32_t AppendBgpLink(const Output &output, const uint8_t *record)
+bool AppendBgpLink(GrowingText &text, const uint8_t *record)
 {
     constexpr char kFormat[] = "[LINK[identifier%s.%s][local%s][remote%s]]";
     const uint8_t *ipv4Interface = record + LsAt(kLsLinkRows, "stIpv4IntfAddr");
@@ -131,16 +131,16 @@ uint32_t AppendBgpLink(const Output &output, const uint8_t *record)
         const Dotted local(ipv4Interface);
         const Dotted remote(ipv4Neighbour);
         const Argument arguments[] = {localId.text, remoteId.text, local.text, remote.text};
-        return Append(output, kFormat, arguments);
+        return Print(text, kFormat, arguments);
     }
     const Ipv6Piece local(record + LsAt(kLsLinkRows, "stIpv6IntfAddr"));
     const Ipv6Piece remote(record + LsAt(kLsLinkRows, "stIpv6PeerAddr"));
     const Argument arguments[] = {localId.text, remoteId.text, local.text, remote.text};
-    return Append(output, kFormat, arguments);
+    return Print(text, kFormat, arguments);
 }
 
 // All four addresses, there or not.
-uint32_t AppendLinkAddresses(const Output &output, const uint8_t *record)
+bool AppendLinkAddresses(GrowingText &text, const uint8_t *record)
 {
     const auto mtId = Load<uint32_t>(record + LsAt(kLsLinkRows, "uiMtId"));
     const Dotted ipv4Interface(record + LsAt(kLsLinkRows, "stIpv4IntfAddr"));
@@ -148,31 +148,31 @@ uint32_t AppendLinkAddresses(const Output &output, const uint8_t *record)
     const Ipv6Piece ipv6Interface(record + LsAt(kLsLinkRows, "stIpv6IntfAddr"));
     const Ipv6Piece ipv6Neighbour(record + LsAt(kLsLinkRows, "stIpv6PeerAddr"));
     const Argument arguments[] = {ipv4Interface.text, ipv4Neighbour.text, ipv6Interface.text, ipv6Neighbour.text, mtId};
-    return AppendMt(output, kLinkAddressFormats, mtId, arguments);
+    return AppendMt(text, kLinkAddressFormats, mtId, arguments);
 }
 
-uint32_t AppendLinkIds(const Output &output, const uint8_t *record)
+bool AppendLinkIds(GrowingText &text, const uint8_t *record)
 {
     const auto mtId = Load<uint32_t>(record + LsAt(kLsLinkRows, "uiMtId"));
     const Dotted local(record + LsAt(kLsLinkRows, "uiLinkLocId"));
     const Dotted remote(record + LsAt(kLsLinkRows, "uiLinkRemId"));
     const Argument arguments[] = {local.text, remote.text, mtId};
-    return AppendMt(output, kLinkIdFormats, mtId, arguments);
+    return AppendMt(text, kLinkIdFormats, mtId, arguments);
 }
 
-uint32_t AppendLink(const Output &output, const uint8_t *record)
+bool AppendLink(GrowingText &text, const uint8_t *record)
 {
     if (ProtocolOf(record) == kLsBgp) {
-        return AppendBgpLink(output, record);
+        return AppendBgpLink(text, record);
     }
     const auto localId = Load<uint32_t>(record + LsAt(kLsLinkRows, "uiLinkLocId"));
     const auto remoteId = Load<uint32_t>(record + LsAt(kLsLinkRows, "uiLinkRemId"));
-    return (localId | remoteId) != 0 ? AppendLinkIds(output, record) : AppendLinkAddresses(output, record);
+    return (localId | remoteId) != 0 ? AppendLinkIds(text, record) : AppendLinkAddresses(text, record);
 }
 
 // -------------------------------------------------------------------------------------------------------- TE policies
 
-uint32_t AppendTeLocal(const Output &output, const uint8_t *record)
+bool AppendTeLocal(GrowingText &text, const uint8_t *record)
 {
     char as[kSmallPiece];
     char bgpLsId[kIdPiece];
@@ -190,12 +190,11 @@ uint32_t AppendTeLocal(const Output &output, const uint8_t *record)
                                   bgpRouterId.text,
                                   routerId.text,
                                   ipv6RouterId.text};
-    return Append(output,
-                  "[%s][%s][IDENTIFIER%llu][LOCAL[as%s]%s[bgp-router-id%s][ipv4-router-id%s][ipv6-router-id%s]]",
-                  arguments);
+    return Print(text, "[%s][%s][IDENTIFIER%llu][LOCAL[as%s]%s[bgp-router-id%s][ipv4-router-id%s][ipv6-router-id%s]]",
+                 arguments);
 }
 
-uint32_t AppendTe(const Output &output, const uint8_t *record)
+bool AppendTe(GrowingText &text, const uint8_t *record)
 {
     char endpoint[kAddressPiece];
     char originator[kAddressPiece];
@@ -210,83 +209,81 @@ uint32_t AppendTe(const Output &output, const uint8_t *record)
                                   originatorAs,
                                   originator,
                                   Load<uint32_t>(record + LsAt(kLsTePolicyRows, "discriminator"))};
-    return Append(output,
-                  "[TE[protocol-origin%u][Flag%u][endpoint%s][color%u][originator-as%s][originator-address%s]"
-                  "[discriminator%u]]",
-                  arguments);
+    return Print(text,
+                 "[TE[protocol-origin%u][Flag%u][endpoint%s][color%u][originator-as%s][originator-address%s]"
+                 "[discriminator%u]]",
+                 arguments);
 }
 
 // ------------------------------------------------------------------------------------------------------------ printers
 
-uint32_t PrintNode(const Output &output, const uint8_t *record)
+bool PrintNode(GrowingText &text, const uint8_t *record)
 {
-    return AppendNode(output, kLocalFormats, kNodeLocal, record);
+    return AppendNode(text, kLocalFormats, kNodeLocal, record);
 }
 
-uint32_t PrintLink(const Output &output, const uint8_t *record)
+bool PrintLink(GrowingText &text, const uint8_t *record)
 {
-    uint32_t code = AppendNode(output, kLocalFormats, kLinkLocal, record);
-    if (code == DT_OK) {
-        code = AppendNode(output, kRemoteFormats, kLinkRemote, record);
-    }
-    return code == DT_OK ? AppendLink(output, record) : code;
+    return AppendNode(text, kLocalFormats, kLinkLocal, record) &&
+           AppendNode(text, kRemoteFormats, kLinkRemote, record) && AppendLink(text, record);
 }
 
 // The prefix of either family, ready as text.
-uint32_t AppendPrefix(const Output &output, const uint8_t *mtId, const uint8_t *routeType, const char *prefix,
-                      uint8_t length)
+bool AppendPrefix(GrowingText &text, const uint8_t *mtId, const uint8_t *routeType, const char *prefix, uint8_t length)
 {
     const auto mt = Load<uint32_t>(mtId);
     const Argument arguments[] = {mt, Load<uint32_t>(routeType), prefix, length};
-    return AppendMt(output, kPrefixFormats, mt, arguments);
+    return AppendMt(text, kPrefixFormats, mt, arguments);
 }
 
-uint32_t PrintIpv4Prefix(const Output &output, const uint8_t *record)
+bool PrintIpv4Prefix(GrowingText &text, const uint8_t *record)
 {
-    if (const uint32_t code = AppendNode(output, kLocalFormats, kIpv4PrefixLocal, record); code != DT_OK) {
-        return code;
+    if (!AppendNode(text, kLocalFormats, kIpv4PrefixLocal, record)) {
+        return false;
     }
     const Dotted prefix(record + LsAt(kLsIpv4PrefixRows, "stIpv4Prefix"));
-    return AppendPrefix(output, record + LsAt(kLsIpv4PrefixRows, "uiMtId"),
+    return AppendPrefix(text, record + LsAt(kLsIpv4PrefixRows, "uiMtId"),
                         record + LsAt(kLsIpv4PrefixRows, "uiOspfRtType"), prefix.text,
                         record[LsAt(kLsIpv4PrefixRows, "uiPrefixLen")]);
 }
 
-uint32_t PrintIpv6Prefix(const Output &output, const uint8_t *record)
+bool PrintIpv6Prefix(GrowingText &text, const uint8_t *record)
 {
-    if (const uint32_t code = AppendNode(output, kLocalFormats, kIpv6PrefixLocal, record); code != DT_OK) {
-        return code;
+    if (!AppendNode(text, kLocalFormats, kIpv6PrefixLocal, record)) {
+        return false;
     }
     const Ipv6Piece prefix(record + LsAt(kLsIpv6PrefixRows, "stIpv6Prefix"));
-    return AppendPrefix(output, record + LsAt(kLsIpv6PrefixRows, "uiMtId"),
+    return AppendPrefix(text, record + LsAt(kLsIpv6PrefixRows, "uiMtId"),
                         record + LsAt(kLsIpv6PrefixRows, "uiOspfRtType"), prefix.text,
                         record[LsAt(kLsIpv6PrefixRows, "uiPrefixLen")]);
 }
 
-uint32_t PrintTePolicy(const Output &output, const uint8_t *record)
+bool PrintTePolicy(GrowingText &text, const uint8_t *record)
 {
-    const uint32_t code = AppendTeLocal(output, record);
-    return code == DT_OK ? AppendTe(output, record) : code;
+    return AppendTeLocal(text, record) && AppendTe(text, record);
 }
 
-uint32_t PrintSrv6Sid(const Output &output, const uint8_t *record)
+bool PrintSrv6Sid(GrowingText &text, const uint8_t *record)
 {
-    if (const uint32_t code = AppendNode(output, kLocalFormats, kSrv6SidLocal, record); code != DT_OK) {
-        return code;
+    if (!AppendNode(text, kLocalFormats, kSrv6SidLocal, record)) {
+        return false;
     }
     const auto mtId = Load<uint32_t>(record + LsAt(kLsSrv6SidRows, "uiMtId"));
     const Ipv6Piece sid(record + LsAt(kLsSrv6SidRows, "srv6SidInfo"));
     const Argument arguments[] = {mtId, sid.text};
-    return AppendMt(output, kSidFormats, mtId, arguments);
+    return AppendMt(text, kSidFormats, mtId, arguments);
 }
 
-uint32_t PrintBy(uint32_t (*print)(const Output &, const uint8_t *), const void *record, char *buffer, uint32_t limit,
-                 uint32_t *printed)
+uint32_t PrintBy(bool (*print)(GrowingText &text, const uint8_t *record), const void *record, char *buffer,
+                 uint32_t limit, uint32_t *printed)
 {
     if (record == nullptr || buffer == nullptr || printed == nullptr) {
         return DT_ERR_NULL_PTR;
     }
-    return print({buffer, limit, printed}, static_cast<const uint8_t *>(record));
+    GrowingText text{buffer, buffer + *printed, buffer + limit - 1};
+    const bool isPrinted = print(text, static_cast<const uint8_t *>(record));
+    *printed = Length(text);
+    return isPrinted ? DT_OK : DT_ERR_FAIL;
 }
 
 // --------------------------------------------------------------------------------------------------------- FormatOut

@@ -25,6 +25,7 @@ constexpr BgpField kFields[] = {
     ByteArray("extcommunity", 0, 8),
     Number("type", 8, 4, 1),
 };
+constexpr BgpLayout kLayout = Layout(kFields, kLength);
 
 constexpr NotationRule kTyped{.kinds = {0x0102, 0x0002, 0x0202}, .refusesZero = false};
 
@@ -68,31 +69,32 @@ uint32_t PrintExtCommunity(const uint8_t *value, uint32_t mode, char *buffer, ui
     return PrintStored(Table(kPrintRows), stored, 0, buffer, printed);
 }
 
-} // namespace
-
-const BgpLayout kExtCommunityLayout = Layout(kFields, kLength);
-
-namespace {
-
-constexpr FormatInRule kIn{
-    .typeId = 257, .length = kLength, .modes = kTextOnly, .read = Unexplained<SYSDT_Str2ExtCommunity>};
+constexpr FormatInRule kIn{.typeId = 257, .length = kLength, .modes = kTextOnly, .read = ReadTyped<kTyped>};
 constexpr FormatOutRule kOut{.modes = kTextOnly,
                              .print = PrintExtCommunity,
                              .textSize = kTextSize,
                              .valueSize = kLength,
                              .failed = Failed::kRelease};
 constexpr HelpRule kHelp{.text = "STRING<3-21>"};
-constexpr LuaRule kLua{.layout = kExtCommunityLayout, .pops = 2};
+constexpr LuaRule kLua{.layout = kLayout, .pops = 2};
 
 } // namespace
 
+constinit const Type kExtCommunity = MakeType({
+    .name = "EXTCOMMUNITY",
+    .description = "one BGP extended community; route targets can be typed",
+    .reference = "RFC 4360, RFC 5668, RFC 4577",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .text = &kSharedText,
+    .rules = kNumbersRules,
+    .lua = BGP_LUA_TYPED, // a script's form is cut to a byte
+});
+
 } // namespace bgp
 
-uint32_t SYSDT_Str2ExtCommunity(const char *text, void *value)
-{
-    return bgp::ParseNotation(bgp::kTyped, text, value);
-}
-
+BGP_STR2(SYSDT_Str2ExtCommunity, bgp::ReadTyped<bgp::kTyped>)
 BGP_FORMAT_IN(SYSDT_ExtCommunityFormatIn, bgp::kIn)
 BGP_FORMAT_OUT(SYSDT_ExtCommunityFormatOut, bgp::kOut)
 BGP_CHECK_LENGTH(SYSDT_ExtCommunityCheck, bgp::kLength)
@@ -100,4 +102,4 @@ BGP_HELP(SYSDT_ExtCommunityHelp, bgp::kHelp)
 BGP_COMPARE_BYTES(SYSDT_ExtCommunityCompare)
 BGP_LUA_SET(SYSDT_ExtCommunityLuaSet, bgp::kLua)
 BGP_LUA_GET(SYSDT_ExtCommunityLuaGet, bgp::kLua)
-BGP_ENDIAN(SYSDT_EXTCommunityEndian, bgp::kExtCommunityLayout)
+BGP_ENDIAN(SYSDT_EXTCommunityEndian, bgp::kLayout)

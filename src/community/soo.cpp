@@ -21,6 +21,7 @@ constexpr BgpField kFields[] = {
     ByteArray("SooValue", 0, 8),
     Number("SooType", 8, 4, 1),
 };
+constexpr BgpLayout kLayout = Layout(kFields, kLength);
 
 constexpr NotationRule kTyped{.kinds = {0x0103, 0x0003, 0x0203}, .refusesZero = true};
 
@@ -47,30 +48,32 @@ uint32_t PrintSoo(const uint8_t *value, uint32_t, char *buffer, uint32_t *printe
     return PrintStored(Table(kPrintRows), stored, 0, buffer, printed);
 }
 
-} // namespace
-
-const BgpLayout kSooLayout = Layout(kFields, kLength);
-
-namespace {
-
-constexpr FormatInRule kIn{.typeId = 260, .length = kLength, .modes = kTextOnly, .read = Unexplained<SYSDT_Str2Soo>};
+constexpr FormatInRule kIn{.typeId = 260, .length = kLength, .modes = kTextOnly, .read = ReadTyped<kTyped>};
 constexpr FormatOutRule kOut{.modes = kTextOrRaw,
                              .print = PrintSoo,
                              .textSize = kTextSize,
                              .valueSize = kLength,
                              .mode3 = Mode3::kLikeText}; // no raw copy
 constexpr HelpRule kHelp{.text = "STRING<3-21>"};
-constexpr LuaRule kLua{.layout = kSooLayout, .pops = 2};
+constexpr LuaRule kLua{.layout = kLayout, .pops = 2};
 
 } // namespace
 
+constinit const Type kSoo = MakeType({
+    .name = "SOO",
+    .description = "a site of origin",
+    .reference = "RFC 4360, RFC 5668",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .text = &kSharedText,
+    .rules = kSharedRules,
+    .lua = BGP_LUA_TYPED, // a script's form is cut to a byte
+});
+
 } // namespace bgp
 
-uint32_t SYSDT_Str2Soo(const char *text, void *value)
-{
-    return bgp::ParseNotation(bgp::kTyped, text, value);
-}
-
+BGP_STR2(SYSDT_Str2Soo, bgp::ReadTyped<bgp::kTyped>)
 BGP_FORMAT_IN(SYSDT_SooFormatIn, bgp::kIn)
 BGP_FORMAT_OUT(SYSDT_SooFormatOut, bgp::kOut)
 BGP_CHECK_LENGTH(SYSDT_SooCheck, bgp::kLength)
@@ -78,4 +81,4 @@ BGP_HELP(SYSDT_SooHelp, bgp::kHelp)
 BGP_COMPARE_BYTES(SYSDT_SooCompare)
 BGP_LUA_SET(SYSDT_SooLuaSet, bgp::kLua)
 BGP_LUA_GET(SYSDT_SooLuaGet, bgp::kLua)
-BGP_ENDIAN(SYSDT_SooEndian, bgp::kSooLayout)
+BGP_ENDIAN(SYSDT_SooEndian, bgp::kLayout)

@@ -4,8 +4,8 @@
 #ifndef BGP_HOST_CONTRACT_H
 #define BGP_HOST_CONTRACT_H
 
-#include "host/bytes.h"
 #include "bgp_host_services.h"
+#include "host/bytes.h"
 #include "host/refusal.h"
 
 #include <cstdint>

@@ -51,7 +51,9 @@ void RefuseNotation(const NumbersRule &rule, Text text, const Numbers &numbers, 
         RefuseChoice(&why, text, kNoNotation, {rule.notations, rule.count, sizeof *rule.notations});
         return;
     }
-    StandsIn(&why, meant->When);
+    if (meant->When != nullptr) {
+        StandsIn(&why, meant->When);
+    }
     const bool small = numbers.at[misfit] < meant->Smallest[misfit];
     Refuse(&why, NumberAt(text, misfit),
            small             ? kTooSmall

@@ -164,18 +164,6 @@ uint32_t Register(const Walk &walk, uint32_t handle)
     return answer;
 }
 
-struct Description {
-    uint32_t typeId;
-    const BgpLayout *layout;
-    const BgpLayout *(*describe)(const void *value, uint32_t length) = nullptr; // where the value tells its layout
-};
-
-constexpr Description kDescriptions[] = {
-    {257, &bgp::kExtCommunityLayout}, {258, &bgp::kVrfRtLayout},   {259, &bgp::kVrfRdLayout},
-    {260, &bgp::kSooLayout},          {278, &bgp::kRtpRdLayout},   {280, &bgp::kBolRdLayout},
-    {303, &bgp::kVpnIdLayout},        {320, &bgp::kVrfRtV6Layout}, {328, &bgp::kSidStructureLayout},
-};
-
 } // namespace
 
 uint32_t BGP_RegisterDataType(uint32_t handle)
@@ -197,22 +185,46 @@ uint32_t Bgp_InitDataType(uint32_t handle)
 
 namespace {
 
+// clang-format off
 // The types in the order of their rows.
 constexpr const bgp::Type *kTypes[] = {
-    &bgp::kNameIndexTypes[0], &bgp::kNameIndexTypes[1],
-    &bgp::kNameIndexTypes[2], &bgp::kNameIndexTypes[3],
-    &bgp::kNameIndexTypes[4], &bgp::kNameIndexTypes[5],
-    &bgp::kNameIndexTypes[6], &bgp::kNameIndexTypes[7],
-    &bgp::kNameIndexTypes[8], &bgp::kAsNum,
-    &bgp::kCommunity,         &bgp::kLargeCommunity,
-    &bgp::kBgpLsPrefix,       &bgp::kBolPrefix,
-    &bgp::kVpnv4McPrefix,     &bgp::kMdtPrefix,
-    &bgp::kL2vpnPrefix,       &bgp::kTimeRange,
-    &bgp::kAsNumExt,          &bgp::kAttrIdBitmap,
-    &bgp::kCvrfName,          &bgp::kAsNumList,
-    &bgp::kCommunityList,     &bgp::kEvnPrefix,
-    &bgp::kExtCommunityBw,    &bgp::kExtCommunityCompr,
+    &bgp::kNameIndexTypes[0],
+    &bgp::kNameIndexTypes[1],
+    &bgp::kNameIndexTypes[2],
+    &bgp::kNameIndexTypes[3],
+    &bgp::kNameIndexTypes[4],
+    &bgp::kNameIndexTypes[5],
+    &bgp::kNameIndexTypes[6],
+    &bgp::kNameIndexTypes[7],
+    &bgp::kNameIndexTypes[8],
+    &bgp::kAsNum,
+    &bgp::kCommunity,
+    &bgp::kLargeCommunity,
+    &bgp::kExtCommunity,
+    &bgp::kBgpLsPrefix,
+    &bgp::kVrfRt,
+    &bgp::kVrfRd,
+    &bgp::kSoo,
+    &bgp::kBolPrefix,
+    &bgp::kBolRd,
+    &bgp::kVpnv4McPrefix,
+    &bgp::kMdtPrefix,
+    &bgp::kL2vpnPrefix,
+    &bgp::kTimeRange,
+    &bgp::kAsNumExt,
+    &bgp::kAttrIdBitmap,
+    &bgp::kCvrfName,
+    &bgp::kVpnId,
+    &bgp::kVrfRtV6,
+    &bgp::kAsNumList,
+    &bgp::kCommunityList,
+    &bgp::kRtpRd,
+    &bgp::kSidStructure,
+    &bgp::kEvnPrefix,
+    &bgp::kExtCommunityBw,
+    &bgp::kExtCommunityCompr,
 };
+// clang-format on
 
 const bgp::Type *FindType(uint32_t typeId)
 {
@@ -246,15 +258,10 @@ const BgpTypeFacts *Bgp_DescribeSubType(uint32_t typeId, uint32_t subType)
 const BgpLayout *Bgp_DescribeValue(uint32_t typeId, const void *value, uint32_t length)
 {
     const bgp::Type *type = FindType(typeId);
-    if (type != nullptr) {
-        return type->describe != nullptr ? type->describe(value, length) : type->facts.Layout;
+    if (type == nullptr) {
+        return nullptr;
     }
-    for (const Description &description : kDescriptions) {
-        if (description.typeId == typeId) {
-            return description.describe != nullptr ? description.describe(value, length) : description.layout;
-        }
-    }
-    return nullptr;
+    return type->describe != nullptr ? type->describe(value, length) : type->facts.Layout;
 }
 
 uint32_t Bgp_ExplainRefusal(const DataTypeRequest *request, uint32_t typeId, const char *text, BgpRefusal *refusal)

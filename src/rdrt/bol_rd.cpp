@@ -34,13 +34,15 @@ constexpr BgpField kFields[] = {
     Number("RdValue.RdType", 12, 4, 1),
 };
 
+constexpr BgpLayout kLayout = Layout(kFields, kLength);
+
 constexpr const BgpField &kSubTypeField = kFields[0];
 
-uint32_t ParseBolRd(const char *text, void *value)
+bool Read(const char *text, void *value, Why *why)
 {
     auto *bytes = static_cast<uint8_t *>(value);
     Store(bytes, kSubType);
-    return SYSDT_Str2VrfRd(text, bytes + kRdAt);
+    return ReadVrfRd(text, bytes + kRdAt, why);
 }
 
 uint32_t PrintBolRd(const uint8_t *value, uint32_t mode, char *buffer, uint32_t *printed)
@@ -48,13 +50,7 @@ uint32_t PrintBolRd(const uint8_t *value, uint32_t mode, char *buffer, uint32_t 
     return PrintVrfRd(value + kRdAt, mode, buffer, printed);
 }
 
-} // namespace
-
-const BgpLayout kBolRdLayout = Layout(kFields, kLength);
-
-namespace {
-
-constexpr FormatInRule kIn{.typeId = 280, .length = kLength, .modes = kAllButFour, .read = Unexplained<ParseBolRd>};
+constexpr FormatInRule kIn{.typeId = 280, .length = kLength, .modes = kAllButFour, .read = Read};
 constexpr FormatOutRule kOut{
     .modes = kAllButFour, .print = PrintBolRd, .textSize = kTextSize, .valueSize = kLength, .mode3 = Mode3::kTextAsRaw};
 
@@ -66,7 +62,48 @@ uint32_t Verdict(uint32_t answer)
 
 constexpr const BolPrefixSubtypeEntry &kRow = g_astBOL_RD_ProcTable[0];
 
+uint32_t ExplainBolRd(const DataTypeRequest &request, const char *text, BgpRefusal &refusal)
+{
+    BgpReason &reason = refusal.SubTypes[kSubType];
+    Why why{&reason, text, 0};
+    reason.Code = Explain(kIn, request, text, why);
+    refusal.SubTypeCount = BOL_RD_SUBTYPES;
+    refusal.Closest = kSubType;
+    refusal.Reason = reason;
+    return Verdict(reason.Code);
+}
+
+// What the sub-type and the composite have in common.
+constexpr TypeRule Facts(const char *name, const char *description)
+{
+    return {.name = name,
+            .description = description,
+            .reference = "RFC 4364, RFC 4761",
+            .in = &kIn,
+            .out = &kOut,
+            .layout = &kLayout,
+            .text = &kSharedText,
+            .rules = kSharedRules,
+            .network = BGP_NETWORK_LAYOUT,
+            .lua = BGP_LUA_TYPED}; // a script's notation is cut to a byte
+}
+
+constinit const Type kVplsRd = MakeType(Facts("RT", "the route distinguisher of a VPLS instance"));
+constexpr const Type *kSubTypes[BOL_RD_SUBTYPES] = {&kVplsRd};
+
+consteval TypeRule Composite()
+{
+    TypeRule rule = Facts("BOLRD", "route distinguishers of VPLS instances, a composite of one sub-type");
+    rule.order = BGP_ORDER_EQUALITY;
+    rule.explain = ExplainBolRd;
+    rule.subTypes = kSubTypes;
+    rule.subTypeCount = BOL_RD_SUBTYPES;
+    return rule;
+}
+
 } // namespace
+
+constinit const Type kBolRd = MakeType(Composite());
 
 } // namespace bgp
 
@@ -96,7 +133,7 @@ uint32_t SYSDT_VplsRDLuaSet(lua_State *L, int32_t tableIndex, const char *fieldN
     const int32_t outer = SYSDT_SPTI_GetTop(L);
     bgp::LuaSetOne(L, outer, bgp::kSubTypeField, bytes);
     SYSDT_SPTI_CreateTable(L, 0, 2);
-    bgp::LuaSetAll(L, SYSDT_SPTI_GetTop(L), bgp::kVrfRdLayout, bytes + bgp::kRdAt);
+    bgp::LuaSetAll(L, SYSDT_SPTI_GetTop(L), *bgp::kVrfRd.facts.Layout, bytes + bgp::kRdAt);
     SYSDT_SPTI_SetField(L, outer, "RdValue");
     SYSDT_SPTI_SetField(L, tableIndex, fieldName);
     return DT_OK;
@@ -116,7 +153,7 @@ uint32_t SYSDT_VplsRDLuaGet(lua_State *L, int32_t tableIndex, const char *fieldN
     if (SYSDT_SPTI_IsTable(L, inner) == 0) {
         return DT_ERR_INVALID_PARAM;
     }
-    if (const uint32_t code = bgp::LuaGetAll(L, inner, bgp::kVrfRdLayout, bytes + bgp::kRdAt); code != DT_OK) {
+    if (const uint32_t code = bgp::LuaGetAll(L, inner, *bgp::kVrfRd.facts.Layout, bytes + bgp::kRdAt); code != DT_OK) {
         return code;
     }
     SYSDT_SPTI_Pop(L, 2); // the inner "RdType" and its table

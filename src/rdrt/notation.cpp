@@ -4,36 +4,6 @@ namespace bgp {
 
 namespace {
 
-// The notations in the order of their numbers. A plain AS number takes the first of its two rows that has room for both
-// numbers.
-struct NotationRow {
-    uint32_t shape;
-    Administrator administrator;
-    Split split;
-};
-
-constexpr NotationRow kNotations[] = {
-    {Shape("...:"), kByIpv4, kIpv4Split},
-    {Shape(":"), kByAs2, kAs2Split},
-    {Shape(":"), kByAs4, kAs4Split},
-    {Shape(".:"), kByAs4, kDottedSplit},
-};
-
-constexpr uint32_t Largest(uint32_t width)
-{
-    return UINT32_MAX >> (32 - 8 * width);
-}
-
-bool HasRoom(const Split &split, const Numbers &numbers)
-{
-    for (uint32_t i = 0; i < kMostNumbers && split.at[i].width != 0; ++i) {
-        if (numbers.at[i] > Largest(split.at[i].width)) {
-            return false;
-        }
-    }
-    return true;
-}
-
 // Returns whether any number is other than zero.
 bool StoreSplit(const Split &split, const Numbers &numbers, uint8_t *eight)
 {
@@ -47,36 +17,36 @@ bool StoreSplit(const Split &split, const Numbers &numbers, uint8_t *eight)
 
 } // namespace
 
-bool Encode(const NotationRule &rule, const Numbers &numbers, uint8_t *eight, uint8_t *notation)
+uint32_t Encode(const NotationRule &rule, Text text, const Numbers &numbers, uint8_t *eight, Why *why)
 {
-    uint8_t number = rule.firstNotation;
-    for (const NotationRow &row : kNotations) {
-        if (row.shape == numbers.shape && HasRoom(row.split, numbers)) {
-            StoreBig(eight, rule.kinds[row.administrator], 2);
-            *notation = number;
-            const bool any = StoreSplit(row.split, numbers, eight);
-            return any || !rule.refusesZero || row.administrator == kByIpv4;
-        }
-        ++number;
+    const uint32_t found = FindNotation(kSharedText, text, numbers, why);
+    if (found == kNoFit) {
+        return kNoFit;
     }
-    return false;
+    const Storage &stored = kStorage[found];
+    StoreBig(eight, rule.kinds[stored.administrator], 2);
+    const bool any = StoreSplit(stored.split, numbers, eight);
+    if (!any && rule.refusesZero && stored.administrator != kByIpv4) {
+        Refuse(why, text, kAllZero);
+        return kNoFit;
+    }
+    return rule.firstNotation + found;
 }
 
-uint32_t ParseNotation(const NotationRule &rule, const char *text, void *value)
+bool ReadShared(const NotationRule &rule, const char *text, void *value, Why *why)
 {
-    if (text == nullptr || value == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
     auto *bytes = static_cast<uint8_t *>(value);
     const Text trimmed = Trim(text);
     Numbers numbers;
-    uint8_t notation = 0;
-    if (!IsLong(trimmed, kShortestNotation, kLongestNotation) || !ReadNumbers(trimmed, ".:", numbers, nullptr) ||
-        !Encode(rule, numbers, bytes, &notation)) {
-        return DT_ERR_FAIL;
+    if (!ReadNumbersOf(kSharedText, trimmed, numbers, why)) {
+        return false;
     }
-    Store(bytes + 8, uint32_t{notation});
-    return DT_OK;
+    const uint32_t notation = Encode(rule, trimmed, numbers, bytes, why);
+    if (notation == kNoFit) {
+        return false;
+    }
+    Store(bytes + 8, notation);
+    return true;
 }
 
 namespace {

@@ -17,6 +17,7 @@
 #include "host/bytes.h"
 #include "host/contract.h"
 #include "host/numbers.h"
+#include "host/type.h"
 
 #include <cstdint>
 
@@ -43,10 +44,51 @@ inline constexpr Split kDottedSplit{{{2, 2}, {4, 2}, {6, 2}}};
 
 // ----------------------------------------------------------------------------------------------------------- text in
 
-inline constexpr uint32_t kShortestNotation = 1;
-inline constexpr uint32_t kLongestNotation = 21; // "255.255.255.255:65535"
-
+// The rows below stand in the order of the notation numbers, in which they are also tried.
 enum Administrator : uint8_t { kByIpv4, kByAs2, kByAs4 };
+
+struct Storage {
+    Administrator administrator;
+    Split split;
+};
+
+inline constexpr uint32_t kSharedCount = 4;
+inline constexpr Storage kStorage[kSharedCount] = {
+    {kByIpv4, kIpv4Split}, {kByAs2, kAs2Split}, {kByAs4, kAs4Split}, {kByAs4, kDottedSplit}};
+
+struct SharedNotations {
+    BgpNotation rows[kSharedCount];
+};
+
+consteval SharedNotations LargestAsStored(SharedNotations notations)
+{
+    for (uint32_t i = 0; i < kSharedCount; ++i) {
+        for (uint32_t j = 0; j < kMostNumbers && kStorage[i].split.at[j].width != 0; ++j) {
+            notations.rows[i].Largest[j] = UINT64_MAX >> (64 - 8 * kStorage[i].split.at[j].width);
+        }
+    }
+    return notations;
+}
+
+// clang-format off
+inline constexpr SharedNotations kSharedNotations = LargestAsStored({{
+    {.Form = "a.b.c.d:n", .Separators = "...:", .When = nullptr,
+     .Names = {"octet 1 of the address", "octet 2 of the address", "octet 3 of the address", "octet 4 of the address",
+               "the assigned number"},
+     .Smallest = {}, .Largest = {}},
+    {.Form = "AS:n", .Separators = ":", .When = "with an AS number up to 65535",
+     .Names = {"the AS number", "the assigned number"},
+     .Smallest = {}, .Largest = {}},
+    {.Form = "AS:n", .Separators = ":", .When = "with an AS number above 65535",
+     .Names = {"the AS number", "the assigned number"},
+     .Smallest = {UINT16_MAX + 1}, .Largest = {}},
+    {.Form = "x.y:n", .Separators = ".:", .When = nullptr,
+     .Names = {"the high half of the AS number", "the low half of the AS number", "the assigned number"},
+     .Smallest = {}, .Largest = {}},
+}});
+// clang-format on
+
+inline constexpr NumbersRule kSharedText = NumbersText(1, 21, ".:", kSharedNotations.rows); // "255.255.255.255:65535"
 
 // What tells one type from another.
 struct NotationRule {
@@ -55,13 +97,25 @@ struct NotationRule {
     uint8_t firstNotation = 0; // the number of a.b.c.d:n; the others follow
 };
 
-// Writes the kind and the six bytes of numbers that some notation takes, and which one it is. False when none does, or
-// when zero is refused; the bytes may have been written then.
-bool Encode(const NotationRule &rule, const Numbers &numbers, uint8_t *eight, uint8_t *notation);
+inline constexpr BgpRule kAllZero{"all-numbers-zero", "the numbers may not all be 0", 1};
 
-// A text of 1 to 21 characters, blanks around it aside, to the eight bytes and, behind them, the notation as a word in
-// host order. 0, DT_ERR_NULL_PTR or DT_ERR_FAIL.
-uint32_t ParseNotation(const NotationRule &rule, const char *text, void *value);
+// What texts break where zero is refused; where it is not, kNumbersRules.
+inline constexpr const BgpRule *kSharedRules[] = {
+    &kEmpty, &kTooLong, &kBlank, &kNoDigit, &kWrongCharacter, &kTooManyNumbers, &kNoNotation, &kTooLarge, &kAllZero};
+
+// Writes the kind and the six bytes of numbers that some notation takes. Returns the notation's number, kNoFit when
+// none takes them or when zero is refused; the bytes may have been written then. `text` is where the numbers stand.
+uint32_t Encode(const NotationRule &rule, Text text, const Numbers &numbers, uint8_t *eight, Why *why);
+
+// A text, blanks around it aside, to the eight bytes and, behind them, the notation as a word in host order.
+bool ReadShared(const NotationRule &rule, const char *text, void *value, Why *why);
+
+// The reader of one type.
+template <const NotationRule &Rule>
+bool ReadTyped(const char *text, void *value, Why *why)
+{
+    return ReadShared(Rule, text, value, why);
+}
 
 // ---------------------------------------------------------------------------------------------------------- text out
 

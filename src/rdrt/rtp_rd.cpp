@@ -13,6 +13,8 @@
 #include "rdrt/notation.h"
 #include "rdrt/rdrt.h"
 
+#include <algorithm>
+
 namespace bgp {
 
 namespace {
@@ -26,6 +28,7 @@ constexpr BgpField kFields[] = {
     Byte("type", kNotationAt),
     Byte("star", kWildcardAt),
 };
+constexpr BgpLayout kLayout = Layout(kFields, kLength);
 
 constexpr NotationRule kTyped{.kinds = {1, 0, 2}, .refusesZero = false, .firstNotation = 1};
 
@@ -44,27 +47,84 @@ constexpr PrintRow kPrintRows[] = {
 
 // ----------------------------------------------------------------------------------------------------------- text in
 
-// A star anywhere behind the colon makes a wildcard of the whole assigned number, digits and further stars included
-// ("1:2*"). The text is read as if 0 stood in its place. False when there is no star, or when the text has another
-// form.
-bool ReadWildcard(Text text, Numbers &numbers)
+constexpr BgpRule kWildcardPlace{"wildcard-place", "\"*\" may only stand for the assigned number", 0};
+
+constexpr const BgpRule *kRules[] = {&kEmpty,          &kTooLong,        &kBlank,      &kNoDigit, &kWildcardPlace,
+                                     &kWrongCharacter, &kTooManyNumbers, &kNoNotation, &kTooLarge};
+
+// Where the colon stands behind which there are only digits and stars, and a star among them. False when there is none.
+bool FindWildcard(Text text, uint32_t *colon)
 {
-    const auto *colon = static_cast<const char *>(std::memchr(text.at, ':', text.length));
-    if (colon == nullptr) {
+    bool star = false;
+    uint32_t at = text.length;
+    while (at > 0 && (text.at[at - 1] == '*' || IsDigit(text.at[at - 1]))) {
+        --at;
+        star |= text.at[at] == '*';
+    }
+    *colon = at - 1;
+    return star && at > 0 && text.at[at - 1] == ':';
+}
+
+// Says why a text is none of numbers, and none with a wildcard.
+bool RefuseWildcard(Text text, Why *why)
+{
+    const char *const end = text.at + text.length;
+    const char *const star = std::find(text.at, end, '*');
+    const char *const colon = std::find(text.at, end, ':');
+    Numbers numbers;
+    if (star == end) {
+        return ReadNumbers(text, kSharedText.separators, numbers, why);
+    }
+    if (star < colon) {
+        return Refuse(why, {star, 1}, kWildcardPlace);
+    }
+    const char *const odd =
+        std::find_if(colon + 1, end, [](char character) { return character != '*' && !IsDigit(character); });
+    if (odd != end) {
+        return RefuseCharacter(why, {odd, 1}, kWrongCharacter);
+    }
+    return ReadNumbers({text.at, static_cast<uint32_t>(colon - text.at)}, kSharedText.separators, numbers, why);
+}
+
+// A star anywhere behind the colon makes a wildcard of the whole assigned number, digits and further stars included
+// ("1:2*"). The text is read as if 0 stood in its place.
+bool ReadWildcard(Text text, Numbers &numbers, Why *why)
+{
+    uint32_t colon = 0;
+    if (!FindWildcard(text, &colon) || !ReadNumbers({text.at, colon}, kSharedText.separators, numbers, nullptr)) {
+        return RefuseWildcard(text, why);
+    }
+    uint32_t count = 1;
+    while (HasNumber(numbers.shape, count)) {
+        ++count;
+    }
+    if (count == kMostNumbers) {
+        return Refuse(why, {text.at + colon, 1}, kTooManyNumbers, kMostNumbers);
+    }
+    numbers.at[count] = 0;
+    numbers.shape = numbers.shape << 8 | static_cast<uint32_t>(':');
+    return true;
+}
+
+bool Read(const char *text, void *value, Why *why)
+{
+    auto *bytes = static_cast<uint8_t *>(value);
+    const Text trimmed = Trim(text);
+    if (!HasLength(trimmed, kSharedText.shortest, kSharedText.longest, why)) {
         return false;
     }
-    bool star = false;
-    for (const char *at = colon + 1; at < text.at + text.length; ++at) {
-        if (*at != '*' && !IsDigit(*at)) {
-            return false;
-        }
-        star |= *at == '*';
+    Numbers numbers;
+    const bool wildcard = !ReadNumbers(trimmed, kSharedText.separators, numbers, nullptr);
+    if (wildcard && !ReadWildcard(trimmed, numbers, why)) {
+        return false;
     }
-    char number[kLongestNotation + 1];
-    const auto head = static_cast<uint32_t>(colon - text.at) + 1;
-    std::memcpy(number, text.at, head);
-    number[head] = '0';
-    return star && ReadNumbers({number, head + 1}, ".:", numbers, nullptr);
+    const uint32_t notation = Encode(kTyped, trimmed, numbers, bytes, why);
+    if (notation == kNoFit) {
+        return false;
+    }
+    bytes[kNotationAt] = static_cast<uint8_t>(notation);
+    bytes[kWildcardAt] = wildcard ? 1 : 0;
+    return true;
 }
 
 // ---------------------------------------------------------------------------------------------------------- text out
@@ -78,41 +138,28 @@ uint32_t PrintRtpRd(const uint8_t *value, uint32_t mode, char *buffer, uint32_t 
     return PrintStored(Table(kPrintRows), stored, value[kWildcardAt] != 0, buffer, printed);
 }
 
-} // namespace
-
-const BgpLayout kRtpRdLayout = Layout(kFields, kLength);
-
-namespace {
-
-constexpr FormatInRule kIn{.typeId = 278, .length = kLength, .modes = kTextOnly, .read = Unexplained<SYSDT_Str2RtpRd>};
+constexpr FormatInRule kIn{.typeId = 278, .length = kLength, .modes = kTextOnly, .read = Read};
 constexpr FormatOutRule kOut{.modes = kTextOnly, .print = PrintRtpRd, .textSize = kTextSize, .valueSize = kLength};
 constexpr HelpRule kHelp{.text = "STRING<3-21>"};
-constexpr LuaRule kLua{.layout = kRtpRdLayout, .pops = 3};
+constexpr LuaRule kLua{.layout = kLayout, .pops = 3};
 
 } // namespace
+
+constinit const Type kRtpRd = MakeType({
+    .name = "RTPRD",
+    .description = "a route distinguisher as a route policy matches it",
+    .reference = "RFC 4364",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .text = &kSharedText, // and a star in place of the assigned number
+    .rules = kRules,
+    .network = BGP_NETWORK_LAYOUT,
+});
 
 } // namespace bgp
 
-uint32_t SYSDT_Str2RtpRd(const char *text, void *value)
-{
-    if (text == nullptr || value == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
-    auto *bytes = static_cast<uint8_t *>(value);
-    const bgp::Text trimmed = bgp::Trim(text);
-    if (!bgp::IsLong(trimmed, bgp::kShortestNotation, bgp::kLongestNotation)) {
-        return DT_ERR_FAIL;
-    }
-    bgp::Numbers numbers;
-    const bool wildcard = !bgp::ReadNumbers(trimmed, ".:", numbers, nullptr);
-    if ((wildcard && !bgp::ReadWildcard(trimmed, numbers)) ||
-        !bgp::Encode(bgp::kTyped, numbers, bytes, bytes + bgp::kNotationAt)) {
-        return DT_ERR_FAIL;
-    }
-    bytes[bgp::kWildcardAt] = wildcard ? 1 : 0;
-    return DT_OK;
-}
-
+BGP_STR2(SYSDT_Str2RtpRd, bgp::Read)
 BGP_FORMAT_IN(SYSDT_RtpRdFormatIn, bgp::kIn)
 BGP_FORMAT_OUT(SYSDT_RtpRdFormatOut, bgp::kOut)
 BGP_CHECK_LENGTH(SYSDT_RtpRdCheck, bgp::kLength)

@@ -26,6 +26,7 @@ constexpr BgpField kFields[] = {
     Byte("argumentLength", 3),     Byte("transpositionLength", 4), Byte("transpositionOffset", 5),
     Byte("strcExist", kPresentAt),
 };
+constexpr BgpLayout kLayout = Layout(kFields, kLength);
 
 constexpr const BgpField &kPresentField = kFields[6];
 
@@ -52,9 +53,24 @@ constexpr FormatOutRule kOut{.modes = kAllButFour,
                              .clearsFirst = true,
                              .zeroExtends = true};
 
+constexpr const BgpRule *kRules[] = {&kNotTyped};
+
 } // namespace
 
-const BgpLayout kSidStructureLayout = Layout(kFields, kLength);
+constinit const Type kSidStructure = MakeType({
+    .name = "SID_STRUCTURE",
+    .description = "the structure of an SRv6 SID",
+    .reference = "RFC 9252",
+    .out = &kOut,
+    .layout = &kLayout,
+    .rules = kRules,
+    .typeId = 328,
+    .checkedLength = 0,
+    .order = BGP_ORDER_NONE,
+    .network = BGP_NETWORK_LAYOUT,
+    .lua = BGP_LUA_LOSES, // the printed text in place of the lengths
+    .traits = BGP_TRAIT_NO_TEXT,
+});
 
 } // namespace bgp
 

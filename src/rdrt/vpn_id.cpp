@@ -16,14 +16,12 @@ namespace bgp {
 namespace {
 
 constexpr uint16_t kLength = 8;
-constexpr uint32_t kLongestTyped = 21;
-constexpr uint64_t kLargestOui = 0xFFFFFF;
-constexpr uint64_t kLargestIndex = 0xFFFFFFFF;
 
 constexpr BgpField kFields[] = {
     Number("ouiValue", 0, 4),
     Number("index", 4, 4),
 };
+constexpr BgpLayout kLayout = Layout(kFields, kLength);
 
 // Both words in host order, as stored.
 struct VpnId {
@@ -33,19 +31,37 @@ struct VpnId {
 
 static_assert(sizeof(VpnId) == kLength, "stored as it lies in memory");
 
-// Lower-case digits only. False for 0:0 too.
-bool Read(Text text, VpnId &id)
+// ----------------------------------------------------------------------------------------------------------- text in
+
+constexpr BgpNotation kNotations[] = {
+    {.Form = "OUI:index",
+     .Separators = ":",
+     .When = nullptr,
+     .Names = {"the OUI", "the VPN index"},
+     .Smallest = {},
+     .Largest = {0xFFFFFF, UINT32_MAX}},
+};
+
+constexpr NumbersRule kText = NumbersText(1, 21, ":", kNotations, 16);
+
+constexpr const BgpRule *kRules[] = {&kEmpty,          &kTooLong,        &kBlank,      &kNoDigit,     &kUpperCase,
+                                     &kWrongCharacter, &kTooManyNumbers, &kNoNotation, &kTooLargeHex, &kAllZero};
+
+bool Read(const char *text, void *value, Why *why)
 {
+    const Text trimmed = Trim(text);
     Numbers numbers;
-    if (!IsLong(text, 1, kLongestTyped) || !ReadNumbers<16>(text, ":", numbers, nullptr) ||
-        numbers.shape != Shape(":")) {
+    if (ReadNotation(kText, trimmed, numbers, why) == kNoFit) {
         return false;
     }
-    const uint64_t oui = numbers.at[0];
-    const uint64_t index = numbers.at[1];
-    id = {static_cast<uint32_t>(oui), static_cast<uint32_t>(index)};
-    return oui <= kLargestOui && index <= kLargestIndex && (oui | index) != 0;
+    if ((numbers.at[0] | numbers.at[1]) == 0) {
+        return Refuse(why, trimmed, kAllZero);
+    }
+    Store(value, VpnId{static_cast<uint32_t>(numbers.at[0]), static_cast<uint32_t>(numbers.at[1])});
+    return true;
 }
+
+// ---------------------------------------------------------------------------------------------------------- text out
 
 // A failing print is not the operation's failure: it reports what was printed, nothing.
 uint32_t PrintVpnId(const uint8_t *value, uint32_t, char *buffer, uint32_t *printed)
@@ -54,17 +70,8 @@ uint32_t PrintVpnId(const uint8_t *value, uint32_t, char *buffer, uint32_t *prin
     return SYSDT_VpnId2Str(id.oui, id.index, printed, buffer);
 }
 
-} // namespace
-
-const BgpLayout kVpnIdLayout = Layout(kFields, kLength);
-
-namespace {
-
-constexpr FormatInRule kIn{.typeId = 303,
-                           .length = kLength,
-                           .modes = kTextOnly,
-                           .read = Unexplained<SYSDT_Str2VpnId>,
-                           .memory = Memory::kPlain};
+constexpr FormatInRule kIn{
+    .typeId = 303, .length = kLength, .modes = kTextOnly, .read = Read, .memory = Memory::kPlain};
 constexpr FormatOutRule kOut{.modes = kTextOrRaw,
                              .print = PrintVpnId,
                              .textSize = kTextSize,
@@ -72,24 +79,24 @@ constexpr FormatOutRule kOut{.modes = kTextOrRaw,
                              .mode3 = Mode3::kTextAsRaw,
                              .memory = Memory::kPlain};
 constexpr HelpRule kHelp{.text = "STRING<3-15>", .memory = Memory::kPlain};
-constexpr LuaRule kLua{.layout = kVpnIdLayout, .pops = 2}; // the fetched table stays: scripts of old count on it
+constexpr LuaRule kLua{.layout = kLayout, .pops = 2}; // the fetched table stays: scripts of old count on it
 
 } // namespace
 
+constinit const Type kVpnId = MakeType({
+    .name = "VPNID",
+    .description = "a VPN identifier",
+    .reference = "RFC 2685",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .text = &kText,
+    .rules = kRules,
+});
+
 } // namespace bgp
 
-uint32_t SYSDT_Str2VpnId(const char *text, void *value)
-{
-    if (text == nullptr || value == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
-    bgp::VpnId id;
-    if (!bgp::Read(bgp::Trim(text), id)) {
-        return DT_ERR_FAIL;
-    }
-    bgp::Store(value, id);
-    return DT_OK;
-}
+BGP_STR2(SYSDT_Str2VpnId, bgp::Read)
 
 uint32_t SYSDT_VpnId2Str(uint32_t oui, uint32_t index, uint32_t *printed, char *buffer)
 {
@@ -116,4 +123,4 @@ int32_t SYSDT_VpnIdCompare(const void *, uint32_t, const void *left, const void 
 
 BGP_LUA_SET(SYSDT_VpnIdLuaSet, bgp::kLua)
 BGP_LUA_GET(SYSDT_VpnIdLuaGet, bgp::kLua)
-BGP_ENDIAN(SYSDT_VpnIdEndian, bgp::kVpnIdLayout)
+BGP_ENDIAN(SYSDT_VpnIdEndian, bgp::kLayout)

@@ -22,6 +22,7 @@ constexpr BgpField kFields[] = {
     ByteArray("RdValue", 0, 8),
     Number("RdType", 8, 4, 1),
 };
+constexpr BgpLayout kLayout = Layout(kFields, kLength);
 
 constexpr NotationRule kTyped{.kinds = {1, 0, 2}, .refusesZero = true};
 
@@ -41,7 +42,10 @@ constexpr PrintRow kPrintRows[] = {
 
 } // namespace
 
-const BgpLayout kVrfRdLayout = Layout(kFields, kLength);
+bool ReadVrfRd(const char *text, void *value, Why *why)
+{
+    return ReadShared(kTyped, text, value, why);
+}
 
 uint32_t PrintVrfRd(const uint8_t *value, uint32_t mode, char *buffer, uint32_t *printed)
 {
@@ -50,20 +54,29 @@ uint32_t PrintVrfRd(const uint8_t *value, uint32_t mode, char *buffer, uint32_t 
 
 namespace {
 
-constexpr FormatInRule kIn{.typeId = 259, .length = kLength, .modes = kTextOnly, .read = Unexplained<SYSDT_Str2VrfRd>};
+constexpr FormatInRule kIn{.typeId = 259, .length = kLength, .modes = kTextOnly, .read = ReadVrfRd};
 constexpr FormatOutRule kOut{
     .modes = kTextOrRaw, .print = PrintVrfRd, .textSize = kTextSize, .valueSize = kLength, .mode3 = Mode3::kTextAsRaw};
 constexpr HelpRule kHelp{.text = "STRING<3-21>"};
-constexpr LuaRule kLua{.layout = kVrfRdLayout, .pops = 2};
+constexpr LuaRule kLua{.layout = kLayout, .pops = 2};
 
 } // namespace
 
+constinit const Type kVrfRd = MakeType({
+    .name = "VRFRD",
+    .description = "the route distinguisher of a VPN instance",
+    .reference = "RFC 4364",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .text = &kSharedText,
+    .rules = kSharedRules,
+    .lua = BGP_LUA_TYPED, // a script's notation is cut to a byte
+});
+
 } // namespace bgp
 
-uint32_t SYSDT_Str2VrfRd(const char *text, void *value)
-{
-    return bgp::ParseNotation(bgp::kTyped, text, value);
-}
+BGP_STR2(SYSDT_Str2VrfRd, bgp::ReadVrfRd)
 
 uint32_t SYSDT_VrfRd2Str(uint32_t word0, uint32_t word1, uint32_t word2, uint32_t *printed, char *buffer)
 {
@@ -93,4 +106,4 @@ BGP_HELP(SYSDT_VrfRdHelp, bgp::kHelp)
 BGP_COMPARE_BYTES(SYSDT_VrfRdCompare)
 BGP_LUA_SET(SYSDT_VrfRdLuaSet, bgp::kLua)
 BGP_LUA_GET(SYSDT_VrfRdLuaGet, bgp::kLua)
-BGP_ENDIAN(SYSDT_VrfRdEndian, bgp::kVrfRdLayout)
+BGP_ENDIAN(SYSDT_VrfRdEndian, bgp::kLayout)

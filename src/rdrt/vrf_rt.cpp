@@ -20,6 +20,7 @@ constexpr BgpField kFields[] = {
     ByteArray("RtValue", 0, 8),
     Number("RtType", 8, 4, 1),
 };
+constexpr BgpLayout kLayout = Layout(kFields, kLength);
 
 constexpr NotationRule kTyped{.kinds = {0x0102, 0x0002, 0x0202}, .refusesZero = true};
 
@@ -42,27 +43,29 @@ uint32_t PrintVrfRt(const uint8_t *value, uint32_t mode, char *buffer, uint32_t 
     return PrintNotation(Table(kPrintRows), value, mode, buffer, printed);
 }
 
-} // namespace
-
-const BgpLayout kVrfRtLayout = Layout(kFields, kLength);
-
-namespace {
-
-constexpr FormatInRule kIn{.typeId = 258, .length = kLength, .modes = kTextOnly, .read = Unexplained<SYSDT_Str2VrfRt>};
+constexpr FormatInRule kIn{.typeId = 258, .length = kLength, .modes = kTextOnly, .read = ReadTyped<kTyped>};
 constexpr FormatOutRule kOut{
     .modes = kTextOrRaw, .print = PrintVrfRt, .textSize = kTextSize, .valueSize = kLength, .mode3 = Mode3::kTextAsRaw};
 constexpr HelpRule kHelp{.text = "STRING<3-21>"};
-constexpr LuaRule kLua{.layout = kVrfRtLayout, .pops = 2};
+constexpr LuaRule kLua{.layout = kLayout, .pops = 2};
 
 } // namespace
 
+constinit const Type kVrfRt = MakeType({
+    .name = "VRFRT",
+    .description = "a route target of a VPN instance",
+    .reference = "RFC 4360, RFC 5668",
+    .in = &kIn,
+    .out = &kOut,
+    .layout = &kLayout,
+    .text = &kSharedText,
+    .rules = kSharedRules,
+    .lua = BGP_LUA_TYPED, // a script's notation is cut to a byte
+});
+
 } // namespace bgp
 
-uint32_t SYSDT_Str2VrfRt(const char *text, void *value)
-{
-    return bgp::ParseNotation(bgp::kTyped, text, value);
-}
-
+BGP_STR2(SYSDT_Str2VrfRt, bgp::ReadTyped<bgp::kTyped>)
 BGP_FORMAT_IN(SYSDT_VrfRtFormatIn, bgp::kIn)
 BGP_FORMAT_OUT(SYSDT_VrfRtFormatOut, bgp::kOut)
 BGP_CHECK_LENGTH(SYSDT_VrfRtCheck, bgp::kLength)
@@ -70,4 +73,4 @@ BGP_HELP(SYSDT_VrfRtHelp, bgp::kHelp)
 BGP_COMPARE_BYTES(SYSDT_VrfRtCompare)
 BGP_LUA_SET(SYSDT_VrfRtLuaSet, bgp::kLua)
 BGP_LUA_GET(SYSDT_VrfRtLuaGet, bgp::kLua)
-BGP_ENDIAN(SYSDT_VrfRtEndian, bgp::kVrfRtLayout)
+BGP_ENDIAN(SYSDT_VrfRtEndian, bgp::kLayout)

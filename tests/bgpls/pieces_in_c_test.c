@@ -119,10 +119,9 @@ const char *BgpLsStepsInC(void)
     context = SYSDT_CreateLsPrefixParseContext("[LINK]", record);
     WANT(context != NULL);
     WANT(BgpLsParseProtocol(1, context) == DT_ERR_FAIL); /* before the type */
+    WANT(SYSDT_Str2LsPrefixPostCheck(context) == DT_ERR_FAIL);
     WANT(BgpLsParseRouteType(7, context) == DT_ERR_FAIL);
-    SYS_DataTypeFree(context);
-    context = SYSDT_CreateLsPrefixParseContext("[LINK]", record);
-    WANT(context != NULL);
+    WANT(BgpLsParseProtocol(1, context) == DT_ERR_FAIL);
     WANT(BgpLsParseRouteType(2, context) == DT_OK);
     WANT(BgpLsParseRouteType(2, context) == DT_ERR_FAIL);
     WANT(BgpLsParseProtocol(1, context) == DT_OK);

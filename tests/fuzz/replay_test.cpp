@@ -149,15 +149,17 @@ private:
 
 // -------------------------------------------------------------------------------------------------------------- replay
 
+constexpr size_t kSubTypes = BOL_PREFIX_SUBTYPES + BOL_RD_SUBTYPES; // in front of the rows
+
 class Fuzz : public PlugIn {};
 
 TEST_F(Fuzz, EveryRowIsASubject)
 {
     const std::vector<const DataTypeDescriptor *> rows = host::Rows();
-    ASSERT_EQ(Subjects().size(), rows.size() + BOL_PREFIX_SUBTYPES + BOL_RD_SUBTYPES);
+    ASSERT_EQ(Subjects().size(), kSubTypes + rows.size());
     for (size_t i = 0; i < rows.size(); ++i) {
-        EXPECT_STREQ(Subjects()[i].facts.name, rows[i]->Name);
-        EXPECT_EQ(Subjects()[i].row.TypeId, rows[i]->TypeId);
+        EXPECT_STREQ(Subjects()[kSubTypes + i].facts.Name(), rows[i]->Name);
+        EXPECT_EQ(Subjects()[kSubTypes + i].row.TypeId, rows[i]->TypeId);
     }
 }
 
@@ -188,28 +190,28 @@ TEST_F(Fuzz, SeedsReachEveryParserAndPrinter)
     std::set<std::string> typed, printed;
     for (const Seed &seed : SeedsIn(kFuzz / "corpus" / "text")) {
         if (const Outcome outcome = Replay(fuzz::kTargetTable[0], seed.bytes); outcome.reached) {
-            typed.insert(outcome.subject->facts.name);
+            typed.insert(outcome.subject->facts.Name());
         }
     }
     for (const Seed &seed : SeedsIn(kFuzz / "corpus" / "value")) {
         if (const Outcome outcome = Replay(fuzz::kTargetTable[1], seed.bytes); outcome.reached) {
-            printed.insert(outcome.subject->facts.name);
+            printed.insert(outcome.subject->facts.Name());
         }
     }
     // Name-index types are one operation each, NG-MVPN keys one parser; what prints is a row's, with its sub-types.
     const auto isOneOfMany = [](const Subject &subject) {
-        return subject.row.TypeId >= 0x6000 || std::strncmp(subject.facts.name, "NG_TYPE", 7) == 0;
+        return subject.row.TypeId >= 0x6000 || std::strncmp(subject.facts.Name(), "NG_TYPE", 7) == 0;
     };
     for (size_t i = 0; i < Subjects().size(); ++i) {
         const Subject &subject = Subjects()[i];
-        const std::string name = subject.facts.name;
+        const std::string name = subject.facts.Name();
         if (isOneOfMany(subject)) {
             continue;
         }
-        if (subject.row.FormatIn != nullptr && !subject.facts.Is(fuzz::kNoText)) {
+        if (subject.row.FormatIn != nullptr && !subject.facts.Is(BGP_TRAIT_NO_TEXT)) {
             EXPECT_EQ(typed.count(name), 1u) << "no seed of fuzz/corpus/text is accepted by " << name;
         }
-        if (subject.row.FormatOut != nullptr && i < host::Rows().size()) {
+        if (subject.row.FormatOut != nullptr && i >= kSubTypes) {
             EXPECT_EQ(printed.count(name), 1u) << "no seed of fuzz/corpus/value prints by " << name;
         }
     }
@@ -399,7 +401,7 @@ const std::vector<Canary> kCanaries = {
 Subject Planted(const Canary &canary)
 {
     Subject subject = *std::find_if(Subjects().begin(), Subjects().end(),
-                                    [](const Subject &one) { return std::string_view(one.facts.name) == "ASNUM"; });
+                                    [](const Subject &one) { return std::string_view(one.facts.Name()) == "ASNUM"; });
     canary.plant(subject.row);
     return subject;
 }

@@ -10,7 +10,7 @@ enum { MOST_BLOCKS = 16 };
 
 static const DataTypeDescriptor *routeTarget;
 static unsigned rows;
-static void *blocks[MOST_BLOCKS]; /* of the one handle there is */
+static void *blocks[MOST_BLOCKS]; /* of the one memory handle there is, 1 */
 static unsigned blockCount;
 
 uint32_t SYS_Drm_RegisterDataType(uint32_t handle, const DataTypeDescriptor *row)
@@ -102,9 +102,31 @@ static void ShowHelp(void)
     Forget();
 }
 
-int main(int count, char **texts)
+#ifdef PLUG_IN
+#include <dlfcn.h>
+
+static void Start(void)
+{
+    void *plugIn = dlopen(PLUG_IN, RTLD_NOW);
+    void *symbol = plugIn == NULL ? NULL : dlsym(plugIn, "Bgp_InitDataType");
+    uint32_t (*init)(uint32_t handle);
+    if (symbol == NULL) {
+        fprintf(stderr, "%s\n", dlerror());
+        return;
+    }
+    memcpy(&init, &symbol, sizeof init);
+    init(42);
+}
+#else
+static void Start(void)
 {
     Bgp_InitDataType(42);
+}
+#endif
+
+int main(int count, char **texts)
+{
+    Start();
     printf("%u rows\n", rows);
     if (routeTarget == NULL) {
         return 1;

@@ -177,10 +177,8 @@ void ExpectParsed(const TypeCase &type, const std::string &text, const std::stri
     if (value != nullptr) {
         EXPECT_EQ(Hex(memory.get() + 1, size), Hex(Bytes(*value)).substr(0, 2 * size));
     }
-    if (type.parserTestsPointers) {
-        EXPECT_EQ(type.parser(nullptr, memory.get() + 1), DT_ERR_NULL_PTR);
-        EXPECT_EQ(type.parser(copy.c_str(), nullptr), DT_ERR_NULL_PTR);
-    }
+    EXPECT_EQ(type.parser(nullptr, memory.get() + 1), DT_ERR_NULL_PTR);
+    EXPECT_EQ(type.parser(copy.c_str(), nullptr), DT_ERR_NULL_PTR);
 }
 
 void RunParser(const TypeCase &type)
@@ -351,6 +349,15 @@ void RunEveryKind(const TypeCase &type)
         ASSERT_EQ(code, table.code) << kind;
         ASSERT_EQ(typeId, kUntouched) << kind;
         ASSERT_EQ(length, kUntouched) << kind;
+        const Out out = FormatOut(row, Hex(value)); // into a buffer of its own
+        ASSERT_EQ(out.code, table.code) << kind;
+        ASSERT_EQ(out.typeId, kUntouched) << kind;
+        ASSERT_EQ(out.length, kUntouched) << kind;
+        ASSERT_EQ(out.bufferSet, table.becomes == UnknownKind::kHandsOver) << kind;
+        if (number % 1024 == 0) {
+            ASSERT_TRUE(out.bufferSet || host::HandleBlocks(Handle()) == 0) << kind;
+            host::ResetHandle(Handle());
+        }
     }
     EXPECT_EQ(printing, table.kinds.size());
 }

@@ -88,7 +88,6 @@ struct TypeCase {
     uint32_t (*parser)(const char *text, void *value) = nullptr;
     size_t parsedBytes = 0; // what the parser fills; 0: the whole value
     uint32_t parserRefusal = DT_ERR_FAIL;
-    bool parserTestsPointers = true;
     std::vector<FieldCase> fields = {};
     std::vector<std::pair<std::string, std::string>> octets = {}; // what stands around an octet: 0 to 255, and back
 

@@ -160,11 +160,11 @@ uint64_t WorkOn(const Worker &worker, const Subject &subject, const std::string 
     }
     if (value.empty()) {
         value = text;
-        value.resize(subject.facts.valueLength);
+        value.resize(subject.facts.type->ValueLength);
     }
     if (subject.row.FormatOut != nullptr) {
         std::string printed = value;
-        if (subject.facts.Is(fuzz::kTakesItems)) {
+        if (subject.facts.Is(BGP_TRAIT_PRINTS_ITEMS)) {
             const std::string items =
                 "\x02" + std::string("\0\x09\0Codes %s:", 12) + std::string("\0\x20\0", 3) + value;
             const std::vector<uint8_t> list =
@@ -253,7 +253,7 @@ TEST_F(Threads, DifferentWorkAnswersDifferently)
     const Worker worker;
     std::vector<uint64_t> answers;
     for (const Subject &subject : subjects) {
-        if (std::string_view(subject.facts.name) == "ASNUM" || std::string_view(subject.facts.name) == "VRFRT") {
+        if (std::string_view(subject.facts.Name()) == "ASNUM" || std::string_view(subject.facts.Name()) == "VRFRT") {
             for (const char *text : {"100", "101", "100:1"}) {
                 answers.push_back(WorkOn(worker, subject, text));
             }

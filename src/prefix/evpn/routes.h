@@ -11,8 +11,8 @@
 #ifndef BGP_PREFIX_EVPN_ROUTES_H
 #define BGP_PREFIX_EVPN_ROUTES_H
 
-#include "host/layout.h"
 #include "host/address_field.h"
+#include "host/layout.h"
 
 #include <cstdint>
 #include <string_view>

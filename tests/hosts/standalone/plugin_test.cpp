@@ -181,6 +181,9 @@ TEST_F(PlugIn, APlugInRegistersItsRows)
     }
     UnloadPlugIn();
     EXPECT_TRUE(Rows().empty());
+    ASSERT_TRUE(LoadPlugIn("libbgp_datatypes.so.1", &error)) << error; // beside the host's own library
+    EXPECT_EQ(Rows().size(), 35u);
+    UnloadPlugIn();
 #else
     GTEST_SKIP() << "the build names no plug-in";
 #endif

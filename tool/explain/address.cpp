@@ -1,9 +1,11 @@
-// Addresses and prefixes of either family, with what is odd about them.
-#include "explainers.h"
+#include "address.h"
+
+#include "bytes.h"
 
 #include <algorithm>
+#include <arpa/inet.h>
 
-namespace bgpdt {
+namespace bgp::explain {
 
 namespace {
 
@@ -46,16 +48,18 @@ Address AddressAt(const std::string &value, size_t offset)
     }
 }
 
+std::string Ipv4Text(uint32_t word)
+{
+    return AddressText(Ipv4Address(word));
+}
+
 std::string AddressText(const Address &address)
 {
-    switch (address.size()) {
-    case 4:
-        return Ipv4Text(static_cast<uint32_t>(WireNumber(address, 0, 4)));
-    case 16:
-        return Ipv6Text(address, 0);
-    default:
+    if (address.size() != 4 && address.size() != 16) {
         return "an address of unknown family";
     }
+    char text[INET6_ADDRSTRLEN];
+    return inet_ntop(address.size() == 4 ? AF_INET : AF_INET6, address.data(), text, sizeof text);
 }
 
 bool IsMulticast(const Address &address)
@@ -89,4 +93,4 @@ std::string HostText(const Address &address, uint64_t length)
                                          std::to_string(Bits(address)) + " bits of an address)";
 }
 
-} // namespace bgpdt
+} // namespace bgp::explain

@@ -1,10 +1,11 @@
 // Route distinguishers (RFC 4364), route targets (RFC 4360, RFC 5668, RFC 5701), VPN identifiers (RFC 2685), SID
 // structures (RFC 9252).
+#include "bytes.h"
 #include "explainers.h"
 
 #include <cstdio>
 
-namespace bgpdt {
+namespace bgp::explain {
 
 namespace {
 
@@ -29,26 +30,26 @@ void ExplainDistinguisher(const std::string &value, size_t offset, uint64_t nota
 
 } // namespace
 
-void ExplainRouteDistinguisher(const std::string &value, Sentences &lines)
+void ExplainRouteDistinguisher(const Record &record, Sentences &lines)
 {
-    ExplainDistinguisher(value, 0, HostNumber(value, 8, 4), lines);
+    ExplainDistinguisher(record.value, 0, HostNumber(record.value, 8, 4), lines);
 }
 
-void ExplainBolRd(const std::string &value, Sentences &lines)
+void ExplainBolRd(const Record &record, Sentences &lines)
 {
-    ExplainDistinguisher(value, 4, HostNumber(value, 12, 4), lines);
+    ExplainDistinguisher(record.value, 4, HostNumber(record.value, 12, 4), lines);
 }
 
-void ExplainPolicyDistinguisher(const std::string &value, Sentences &lines)
+void ExplainPolicyDistinguisher(const Record &record, Sentences &lines)
 {
-    const uint64_t notation = HostNumber(value, 8, 1);
-    ExplainDistinguisher(value, 0, notation == 0 ? 4 : notation - 1, lines);
-    if (HostNumber(value, 9, 1) != 0) {
+    const uint64_t notation = HostNumber(record.value, 8, 1);
+    ExplainDistinguisher(record.value, 0, notation == 0 ? 4 : notation - 1, lines);
+    if (HostNumber(record.value, 9, 1) != 0) {
         lines.push_back("wildcard: matches any assigned number");
     }
 }
 
-void ExplainRouteTarget(const std::string &value, Sentences &lines)
+void ExplainTarget(const std::string &value, Sentences &lines)
 {
     const auto kind = static_cast<uint32_t>(WireNumber(value, 0, 2));
     if ((kind & 0xFF) != 2 || kind >> 8 > 2) {
@@ -61,34 +62,40 @@ void ExplainRouteTarget(const std::string &value, Sentences &lines)
                     "; " + Typed(HostNumber(value, 8, 4)));
 }
 
-void ExplainRouteTargetV6(const std::string &value, Sentences &lines)
+void ExplainRouteTarget(const Record &record, Sentences &lines)
 {
-    lines.push_back("route target, IPv6 address specific (RFC 5701): " + Ipv6Text(value, 2) + ", local administrator " +
-                    std::to_string(WireNumber(value, 18, 2)));
+    ExplainTarget(record.value, lines);
 }
 
-void ExplainSidStructure(const std::string &value, Sentences &lines)
+void ExplainRouteTargetV6(const Record &record, Sentences &lines)
+{
+    lines.push_back("route target, IPv6 address specific (RFC 5701): " + AddressText(Bytes(record.value, 2, 16)) +
+                    ", local administrator " + std::to_string(WireNumber(record.value, 18, 2)));
+}
+
+void ExplainSidStructure(const Record &record, Sentences &lines)
 {
     constexpr const char *kLengths[] = {"locator block", "locator node",         "function",
                                         "argument",      "transposition length", "transposition offset"};
-    if (HostNumber(value, 6, 1) != 1) {
+    if (HostNumber(record.value, 6, 1) != 1) {
         lines.push_back("no SID structure is present");
         return;
     }
     std::string sentence = "SRv6 SID structure (RFC 9252), in bits:";
     for (size_t i = 0; i < 6; ++i) {
-        sentence += std::string(i == 0 ? " " : ", ") + kLengths[i] + ' ' + std::to_string(HostNumber(value, i, 1));
+        sentence +=
+            std::string(i == 0 ? " " : ", ") + kLengths[i] + ' ' + std::to_string(HostNumber(record.value, i, 1));
     }
     lines.push_back(sentence);
 }
 
-void ExplainVpnId(const std::string &value, Sentences &lines)
+void ExplainVpnId(const Record &record, Sentences &lines)
 {
     char text[80];
-    const auto oui = static_cast<uint32_t>(HostNumber(value, 0, 4));
+    const auto oui = static_cast<uint32_t>(HostNumber(record.value, 0, 4));
     std::snprintf(text, sizeof text, "VPN identifier (RFC 2685): OUI %02X-%02X-%02X, VPN index %llu", oui >> 16 & 0xFF,
-                  oui >> 8 & 0xFF, oui & 0xFF, static_cast<unsigned long long>(HostNumber(value, 4, 4)));
+                  oui >> 8 & 0xFF, oui & 0xFF, static_cast<unsigned long long>(HostNumber(record.value, 4, 4)));
     lines.push_back(text);
 }
 
-} // namespace bgpdt
+} // namespace bgp::explain

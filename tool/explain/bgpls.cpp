@@ -1,26 +1,16 @@
 // BGP-LS route keys (RFC 9552; SRv6 SIDs RFC 9514, TE policies RFC 9857): which object of which protocol, and who and
 // what its descriptors name.
+#include "bytes.h"
 #include "explainers.h"
+#include "igp_router_id.h"
 
-#include <algorithm>
-#include <cstdio>
-
-namespace bgpdt {
+namespace bgp::explain {
 
 namespace {
 
-constexpr uint32_t kBgpLsPrefix = 1299;
-
-constexpr uint64_t kIsisLevel1 = 1, kIsisLevel2 = 2, kOspfv2 = 3, kOspfv3 = 6, kBgp = 7;
-
-bool IsIsis(uint64_t protocol)
+uint64_t Protocol(const Record &key)
 {
-    return protocol == kIsisLevel1 || protocol == kIsisLevel2;
-}
-
-bool IsOspf(uint64_t protocol)
-{
-    return protocol == kOspfv2 || protocol == kOspfv3;
+    return key.Number("uiProtocolId");
 }
 
 constexpr const char *kProtocols[] = {
@@ -47,93 +37,6 @@ std::string WithName(uint64_t value, const Name (&names)[Count])
     return std::to_string(value);
 }
 
-// A key and its fields, found by the names of its layout.
-struct Key {
-    const std::string &value;
-    std::vector<FieldText> fields;
-    uint64_t protocol;
-
-    explicit Key(const std::string &stored)
-        : value(stored), fields(Fields(kBgpLsPrefix, stored)), protocol(Number("uiProtocolId"))
-    {
-    }
-    bool Has(const char *name) const { return FindField(fields, name) != nullptr; }
-    uint64_t Number(const char *name) const
-    {
-        const FieldText *field = FindField(fields, name);
-        return field == nullptr ? 0 : HostNumber(value, field->offset, field->length);
-    }
-    std::string BytesOf(const char *name) const
-    {
-        const FieldText *field = FindField(fields, name);
-        return field == nullptr ? "" : Bytes(value, field->offset, field->length);
-    }
-    bool IsZero(const char *name) const { return IsUnspecified(BytesOf(name)); }
-    Address Ipv4(const char *name) const { return Ipv4Address(static_cast<uint32_t>(Number(name))); }
-    Address AddressOf(const char *name) const
-    {
-        const FieldText *field = FindField(fields, name);
-        return field == nullptr ? Address() : AddressAt(value, field->offset);
-    }
-    // The number alone; the notation is in the fields.
-    uint32_t As(const char *name) const
-    {
-        const FieldText *field = FindField(fields, name);
-        return field == nullptr ? 0 : static_cast<uint32_t>(HostNumber(value, field->offset, 4));
-    }
-};
-
-// ------------------------------------------------------------------------------------------------------ IGP router ids
-
-constexpr size_t kIgpArea = 50; // bytes
-
-std::string SystemIdText(const std::string &id)
-{
-    char text[16];
-    std::snprintf(text, sizeof text, "%04x.%04x.%04x", static_cast<unsigned>(WireNumber(id, 0, 2)),
-                  static_cast<unsigned>(WireNumber(id, 2, 2)), static_cast<unsigned>(WireNumber(id, 4, 2)));
-    return text;
-}
-
-std::string Hexadecimal(std::string bytes)
-{
-    while (!bytes.empty() && bytes.back() == '\0') {
-        bytes.pop_back();
-    }
-    std::string text;
-    for (const char byte : bytes) {
-        char piece[3];
-        std::snprintf(piece, sizeof piece, "%02x", static_cast<uint8_t>(byte));
-        text += piece;
-    }
-    return text;
-}
-
-// Who the id names: of a pseudonode, the router that stands for a network, and which network.
-std::string IgpRouterText(const std::string &id, uint64_t protocol)
-{
-    if (IsUnspecified(id)) {
-        return "no IGP router id";
-    }
-    const std::string text = "IGP router id " + IgpRouterIdText(id, 0, protocol);
-    if (IsIsis(protocol)) {
-        const uint64_t pseudonode = WireNumber(id, 6, 1);
-        return text + (pseudonode == 0 ? " (system " + SystemIdText(id) + ")"
-                                       : " (pseudonode " + std::to_string(pseudonode) + " of a LAN, made by system " +
-                                             SystemIdText(id) + ")");
-    }
-    if (IsOspf(protocol)) {
-        const std::string router = Ipv4Text(static_cast<uint32_t>(WireNumber(id, 0, 4)));
-        const auto network = static_cast<uint32_t>(WireNumber(id, 4, 4));
-        if (network == 0) {
-            return text + " (router)";
-        }
-        const std::string interface = protocol == kOspfv2 ? Ipv4Text(network) : std::to_string(network);
-        return text + " (pseudonode: designated router " + router + ", its interface " + interface + ")";
-    }
-    return text;
-}
-
 // --------------------------------------------------------------------------------------------------------------- nodes
 
 // The names of a node's fields, at either end of a link. Null where there is no such field.
@@ -148,7 +51,7 @@ constexpr Node kLocal{"local node",   "stLocalAs",     "stLocalBgpLsId", "uiLocO
 constexpr Node kRemote{"remote node",  "stRemoteAs",     "stRemoteBgpLsId", "uiRemOspfAreaId",
                        "stRemIgpRtId", "remoteMemberAs", "uiRemoteBgpRtId", 2};
 
-void ExplainNode(const Key &key, const Node &node, Sentences &lines)
+void ExplainNode(const Record &key, const Node &node, Sentences &lines)
 {
     const uint32_t as = key.As(node.as);
     std::string sentence = std::string(node.what) + ": " + (as == 0 ? "no AS number" : AsNumberText(as));
@@ -166,11 +69,11 @@ void ExplainNode(const Key &key, const Node &node, Sentences &lines)
     if (key.As(node.memberAs) != 0) {
         append("member " + AsNumberText(key.As(node.memberAs)));
     }
-    if (key.Has(node.area) && (IsOspf(key.protocol) || !key.IsZero(node.area))) {
+    if (key.Has(node.area) && (IsOspf(Protocol(key)) || !key.IsZero(node.area))) {
         append("area " + AddressText(key.Ipv4(node.area)) + (key.IsZero(node.area) ? " (backbone)" : ""));
     }
-    if (key.Has(node.igpId) && (key.protocol != kBgp || !key.IsZero(node.igpId))) {
-        append(IgpRouterText(key.BytesOf(node.igpId), key.protocol));
+    if (key.Has(node.igpId) && (Protocol(key) != kBgp || !key.IsZero(node.igpId))) {
+        append(IgpRouterText(key.BytesOf(node.igpId), Protocol(key)));
     }
     lines.push_back(sentence);
 }
@@ -186,7 +89,7 @@ constexpr Name kOspfTopologies[] = {{0, "default"}, {1, "default multicast"}, {2
 
 constexpr Name kNoTopologies[] = {{0, "default"}};
 
-void ExplainTopology(const Key &key, Sentences &lines)
+void ExplainTopology(const Record &key, Sentences &lines)
 {
     constexpr uint64_t kNone = 0xFFFFFFFF;
     const uint64_t topology = key.Number("uiMtId");
@@ -194,13 +97,14 @@ void ExplainTopology(const Key &key, Sentences &lines)
         lines.push_back("no multi-topology id");
     } else {
         lines.push_back("multi-topology id " +
-                        (IsIsis(key.protocol)   ? WithName(topology, kIsisTopologies) + " (RFC 5120)"
-                         : IsOspf(key.protocol) ? WithName(topology, kOspfTopologies) + " (RFC 4915)"
-                                                : WithName(topology, kNoTopologies)));
+                        (IsIsis(Protocol(key))   ? WithName(topology, kIsisTopologies) + " (RFC 5120)"
+                         : IsOspf(Protocol(key)) ? WithName(topology, kOspfTopologies) + " (RFC 4915)"
+                                                 : WithName(topology, kNoTopologies)));
     }
 }
 
-void ExplainEnds(const Key &key, const char *what, const char *local, const char *remote, bool ipv4, Sentences &lines)
+void ExplainEnds(const Record &key, const char *what, const char *local, const char *remote, bool ipv4,
+                 Sentences &lines)
 {
     if (key.IsZero(local) && key.IsZero(remote)) {
         return;
@@ -211,7 +115,7 @@ void ExplainEnds(const Key &key, const char *what, const char *local, const char
     lines.push_back(std::string(what) + text(local) + ", neighbour " + text(remote));
 }
 
-void ExplainLink(const Key &key, Sentences &lines)
+void ExplainLink(const Record &key, Sentences &lines)
 {
     ExplainNode(key, kRemote, lines);
     if (!key.IsZero("uiLinkLocId") || !key.IsZero("uiLinkRemId")) {
@@ -227,13 +131,13 @@ constexpr Name kOspfRoutes[] = {
     {1, "intra-area"}, {2, "inter-area"}, {3, "external 1"}, {4, "external 2"}, {5, "NSSA 1"}, {6, "NSSA 2"},
 };
 
-void ExplainPrefix(const Key &key, Sentences &lines)
+void ExplainPrefix(const Record &key, Sentences &lines)
 {
     const bool ipv4 = key.Has("stIpv4Prefix");
     lines.push_back("prefix " + PrefixText(ipv4 ? key.Ipv4("stIpv4Prefix") : Address(key.BytesOf("stIpv6Prefix")),
                                            key.Number("uiPrefixLen")));
     const uint64_t route = key.Number("uiOspfRtType");
-    if (IsOspf(key.protocol) || route != 0) {
+    if (IsOspf(Protocol(key)) || route != 0) {
         lines.push_back("OSPF route type " + WithName(route, kOspfRoutes));
     }
     ExplainTopology(key, lines);
@@ -243,7 +147,7 @@ void ExplainPrefix(const Key &key, Sentences &lines)
 constexpr Name kOrigins[] = {{1, "PCEP"},  {2, "BGP SR policy"},  {3, "configuration"},
                              {10, "PCEP"}, {20, "BGP SR policy"}, {30, "configuration"}};
 
-void ExplainTePolicy(const Key &key, Sentences &lines)
+void ExplainTePolicy(const Record &key, Sentences &lines)
 {
     lines.push_back("headend router ids " + AddressText(key.Ipv4("teRouterId")) + " and " +
                     AddressText(key.BytesOf("ipv6TeRouterId")));
@@ -264,64 +168,59 @@ void ExplainTePolicy(const Key &key, Sentences &lines)
                     (agree ? "" : "; the addresses are of other families"));
 }
 
-void ExplainSid(const Key &key, Sentences &lines)
+void ExplainSid(const Record &key, Sentences &lines)
 {
     lines.push_back("SRv6 SID " + AddressText(key.BytesOf("srv6SidInfo")));
     ExplainTopology(key, lines);
 }
 
-void ExplainNothing(const Key &, Sentences &) {}
+void ExplainNothing(const Record &, Sentences &) {}
 
 struct NlriType {
+    const char *kind; // as a text names it
     const char *name;
-    void (*explain)(const Key &key, Sentences &lines); // behind the local node
+    void (*explain)(const Record &key, Sentences &lines); // behind the local node
 };
 
 // The place of a row is its NLRI type.
 constexpr NlriType kNlriTypes[] = {
-    {nullptr, nullptr},
-    {"node (RFC 9552)", ExplainNothing},
-    {"link (RFC 9552)", ExplainLink},
-    {"IPv4 prefix (RFC 9552)", ExplainPrefix},
-    {"IPv6 prefix (RFC 9552)", ExplainPrefix},
-    {"TE policy, a candidate path of an SR policy (RFC 9857)", ExplainTePolicy},
-    {"SRv6 SID (RFC 9514)", ExplainSid},
+    {"unknown", nullptr, nullptr},
+    {"NODE", "node (RFC 9552)", ExplainNothing},
+    {"LINK", "link (RFC 9552)", ExplainLink},
+    {"IPV4-PREFIX", "IPv4 prefix (RFC 9552)", ExplainPrefix},
+    {"IPV6-PREFIX", "IPv6 prefix (RFC 9552)", ExplainPrefix},
+    {"TEPOLICY", "TE policy, a candidate path of an SR policy (RFC 9857)", ExplainTePolicy},
+    {"SRV6-SID", "SRv6 SID (RFC 9514)", ExplainSid},
 };
+
+// 0 for a type that has no row.
+uint64_t NlriTypeOf(const std::string &value)
+{
+    const uint64_t type = HostNumber(value, 0, 4);
+    return type < std::size(kNlriTypes) ? type : 0;
+}
 
 } // namespace
 
-std::string IgpRouterIdText(const std::string &value, size_t offset, uint64_t protocol)
+std::string BgpLsKind(const PlugIn &, const std::string &value)
 {
-    const std::string id = Bytes(value, offset, kIgpArea);
-    if (IsUnspecified(id)) {
-        return "none";
-    }
-    if (IsIsis(protocol)) {
-        char pseudonode[4];
-        std::snprintf(pseudonode, sizeof pseudonode, ".%02x", static_cast<uint8_t>(id[6]));
-        return SystemIdText(id) + pseudonode;
-    }
-    if (IsOspf(protocol)) {
-        const auto second = static_cast<uint32_t>(WireNumber(id, 4, 4));
-        return Ipv4Text(static_cast<uint32_t>(WireNumber(id, 0, 4))) + (second == 0 ? "" : '/' + Ipv4Text(second));
-    }
-    return Hexadecimal(id);
+    return kNlriTypes[NlriTypeOf(value)].kind;
 }
 
-void ExplainBgpLsKey(const std::string &value, Sentences &lines)
+void ExplainBgpLsKey(const Record &key, Sentences &lines)
 {
-    const uint64_t type = HostNumber(value, 0, 4);
-    if (type == 0 || type >= std::size(kNlriTypes)) {
-        lines.push_back("unknown NLRI type " + std::to_string(type));
+    const uint64_t type = NlriTypeOf(key.value);
+    if (type == 0) {
+        lines.push_back("unknown NLRI type " + std::to_string(HostNumber(key.value, 0, 4)));
         return;
     }
-    const Key key(value);
-    const bool known = key.protocol < std::size(kProtocols) && kProtocols[key.protocol] != nullptr;
+    const uint64_t protocol = Protocol(key);
+    const bool known = protocol < std::size(kProtocols) && kProtocols[protocol] != nullptr;
     lines.push_back("NLRI type " + std::to_string(type) + ", " + kNlriTypes[type].name + ", from " +
-                    (known ? kProtocols[key.protocol] : "unknown protocol " + std::to_string(key.protocol)) +
-                    ", instance " + std::to_string(key.Number("uiIdentifier")));
+                    (known ? kProtocols[protocol] : "unknown protocol " + std::to_string(protocol)) + ", instance " +
+                    key.NumberText("uiIdentifier"));
     ExplainNode(key, kLocal, lines);
     kNlriTypes[type].explain(key, lines);
 }
 
-} // namespace bgpdt
+} // namespace bgp::explain

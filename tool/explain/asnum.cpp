@@ -1,7 +1,8 @@
 // AS numbers: the ranges that the IANA registry sets apart.
+#include "bytes.h"
 #include "explainers.h"
 
-namespace bgpdt {
+namespace bgp::explain {
 
 namespace {
 
@@ -21,8 +22,7 @@ constexpr Range kRanges[] = {
     {4294967295, 4294967295, "reserved (RFC 7300)"},
 };
 
-} // namespace
-
+// What an AS number is beyond a number; empty for an ordinary one.
 std::string AsNumberNote(uint32_t number)
 {
     for (const Range &range : kRanges) {
@@ -33,28 +33,30 @@ std::string AsNumberNote(uint32_t number)
     return "";
 }
 
+} // namespace
+
 std::string AsNumberText(uint32_t number)
 {
     const std::string note = AsNumberNote(number);
     return "AS " + std::to_string(number) + (note.empty() ? "" : " (" + note + ")");
 }
 
-void ExplainAsNumber(const std::string &value, Sentences &lines)
+void ExplainAsNumber(const Record &record, Sentences &lines)
 {
-    const auto number = static_cast<uint32_t>(HostNumber(value, 0, 4));
-    const bool dotted = HostNumber(value, 4, 4) != 0;
+    const auto number = static_cast<uint32_t>(HostNumber(record.value, 0, 4));
+    const bool dotted = HostNumber(record.value, 4, 4) != 0;
     const std::string note = AsNumberNote(number);
     lines.push_back("AS " + std::to_string(number) + ", asdot " + std::to_string(number >> 16) + '.' +
                     std::to_string(number & 0xFFFF) + ", typed " + (dotted ? "dotted" : "plain") +
                     (note.empty() ? "" : "; " + note));
 }
 
-void ExplainTimeRange(const std::string &value, Sentences &lines)
+void ExplainTimeRange(const Record &record, Sentences &lines)
 {
-    const uint64_t seconds = HostNumber(value, 0, 4);
+    const uint64_t seconds = HostNumber(record.value, 0, 4);
     lines.push_back(std::to_string(seconds) + " seconds: " + std::to_string(seconds / 86400) + " days " +
                     std::to_string(seconds / 3600 % 24) + " hours " + std::to_string(seconds / 60 % 60) + " minutes " +
                     std::to_string(seconds % 60) + " seconds");
 }
 
-} // namespace bgpdt
+} // namespace bgp::explain

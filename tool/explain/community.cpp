@@ -1,9 +1,10 @@
 // Communities of every kind: RFC 1997, RFC 4360, RFC 8092, and the names that the IANA registries give to their values.
+#include "bytes.h"
 #include "explainers.h"
 
 #include <cstdio>
 
-namespace bgpdt {
+namespace bgp::explain {
 
 namespace {
 
@@ -108,8 +109,6 @@ std::string CommunityText(uint32_t community)
                               : ", " + AsNumberText(community >> 16) + ", local value " + Number(community & 0xFFFF));
 }
 
-constexpr uint32_t kEntry = 5; // bytes of a list entry: a 32-bit number and a notation
-
 std::string Rate(uint64_t bytes)
 {
     return Number(bytes) + " bytes a second, " + Number(bytes * 8) + " bits a second";
@@ -140,89 +139,90 @@ std::string AdministratorText(const std::string &value, size_t offset, uint32_t 
     }
 }
 
-void ExplainCommunity(const std::string &value, Sentences &lines)
+void ExplainCommunity(const Record &record, Sentences &lines)
 {
-    lines.push_back(CommunityText(static_cast<uint32_t>(HostNumber(value, 0, 4))));
+    lines.push_back(CommunityText(static_cast<uint32_t>(HostNumber(record.value, 0, 4))));
 }
 
-void ExplainCommunityList(const std::string &value, Sentences &lines)
+void ExplainCommunityList(const Record &record, Sentences &lines)
 {
     constexpr uint64_t kUnused = 2;
-    for (size_t at = 0; at + kEntry <= value.size(); at += kEntry) {
-        if (HostNumber(value, at + 4, 1) != kUnused) {
-            lines.push_back(Number(at / kEntry + 1) + ". " +
-                            CommunityText(static_cast<uint32_t>(HostNumber(value, at, 4))));
+    for (size_t at = 0; at + record.unit <= record.value.size(); at += record.unit) {
+        if (HostNumber(record.value, at + 4, 1) != kUnused) {
+            lines.push_back(Number(at / record.unit + 1) + ". " +
+                            CommunityText(static_cast<uint32_t>(HostNumber(record.value, at, 4))));
         }
     }
 }
 
-void ExplainAsNumberList(const std::string &value, Sentences &lines)
+void ExplainAsNumberList(const Record &record, Sentences &lines)
 {
-    for (size_t at = 0; at + kEntry <= value.size(); at += kEntry) {
-        if (const auto number = static_cast<uint32_t>(HostNumber(value, at, 4)); number != 0) {
-            lines.push_back(Number(at / kEntry + 1) + ". " + AsNumberText(number));
+    for (size_t at = 0; at + record.unit <= record.value.size(); at += record.unit) {
+        if (const auto number = static_cast<uint32_t>(HostNumber(record.value, at, 4)); number != 0) {
+            lines.push_back(Number(at / record.unit + 1) + ". " + AsNumberText(number));
         }
     }
 }
 
-void ExplainLargeCommunity(const std::string &value, Sentences &lines)
+void ExplainLargeCommunity(const Record &record, Sentences &lines)
 {
     lines.push_back("large community (RFC 8092): global administrator " +
-                    AsNumberText(static_cast<uint32_t>(HostNumber(value, 0, 4))) + ", local data " +
-                    Number(HostNumber(value, 4, 4)) + " and " + Number(HostNumber(value, 8, 4)));
+                    AsNumberText(static_cast<uint32_t>(HostNumber(record.value, 0, 4))) + ", local data " +
+                    Number(HostNumber(record.value, 4, 4)) + " and " + Number(HostNumber(record.value, 8, 4)));
 }
 
-void ExplainExtCommunity(const std::string &value, Sentences &lines)
+void ExplainExtCommunity(const Record &record, Sentences &lines)
 {
-    const auto key = static_cast<uint32_t>(WireNumber(value, 0, 2));
+    const auto key = static_cast<uint32_t>(WireNumber(record.value, 0, 2));
     const char *type = Find(kTypes, key >> 8);
     const char *subType = Find(kSubTypes, key);
     char code[16];
     std::snprintf(code, sizeof code, "0x%04x", key);
     lines.push_back(std::string(code) + ": " + (subType == nullptr ? "unknown sub-type" : subType) + "; " +
                     (type == nullptr ? "unknown type" : type));
-    const Address address = Bytes(value, 2, 4); // where there is one
+    const Address address = Bytes(record.value, 2, 4); // where there is one
     if (key == 0x030e) {
-        lines.push_back(AsNumberText(static_cast<uint32_t>(WireNumber(value, 2, 2))) + ", " +
-                        Rate(WireNumber(value, 4, 4)));
+        lines.push_back(AsNumberText(static_cast<uint32_t>(WireNumber(record.value, 2, 2))) + ", " +
+                        Rate(WireNumber(record.value, 4, 4)));
     } else if (key == 0x030b) {
-        lines.push_back("color " + Number(WireNumber(value, 4, 4)));
+        lines.push_back("color " + Number(WireNumber(record.value, 4, 4)));
     } else if (key == 0x0306 || key == 0x8000) {
-        const auto route = static_cast<uint32_t>(WireNumber(value, 6, 1));
+        const auto route = static_cast<uint32_t>(WireNumber(record.value, 6, 1));
         const char *name = Find(kOspfRoutes, route);
         lines.push_back("OSPF area " + AddressText(address) + ", route type " + Number(route) +
                         (name == nullptr ? "" : std::string(" (") + name + ")") + ", options " +
-                        Number(WireNumber(value, 7, 1)));
+                        Number(WireNumber(record.value, 7, 1)));
     } else if (key == 0x8001 || key == 0x8005) {
         lines.push_back((key == 0x8001 ? "router id " : "domain id ") + AddressText(address));
     } else if (const uint32_t kind = key >> 8 & 0xBF; kind <= 2) {
-        lines.push_back(AdministratorText(value, 2, kind) + "; typed in " + NotationName(HostNumber(value, 8, 4)));
+        lines.push_back(AdministratorText(record.value, 2, kind) + "; typed in " +
+                        NotationName(HostNumber(record.value, 8, 4)));
     }
 }
 
-void ExplainBandwidth(const std::string &value, Sentences &lines)
+void ExplainBandwidth(const Record &record, Sentences &lines)
 {
-    lines.push_back("link bandwidth of " + AsNumberText(static_cast<uint32_t>(HostNumber(value, 2, 2))) + ": " +
-                    Rate(HostNumber(value, 4, 8)) + "; bit mask " + Number(HostNumber(value, 0, 2)));
+    lines.push_back("link bandwidth of " + AsNumberText(static_cast<uint32_t>(HostNumber(record.value, 2, 2))) + ": " +
+                    Rate(HostNumber(record.value, 4, 8)) + "; bit mask " + Number(HostNumber(record.value, 0, 2)));
 }
 
-void ExplainCompressed(const std::string &value, Sentences &lines)
+void ExplainCompressed(const Record &record, Sentences &lines)
 {
     constexpr uint64_t kMarked = 0x8099;
-    lines.push_back(HostNumber(value, 0, 2) == kMarked
-                        ? "compressed extended community, cpi " + Number(HostNumber(value, 2, 2))
+    lines.push_back(HostNumber(record.value, 0, 2) == kMarked
+                        ? "compressed extended community, cpi " + Number(HostNumber(record.value, 2, 2))
                         : "not marked as a compressed extended community (0x8099)");
 }
 
-void ExplainAttributeIds(const std::string &value, Sentences &lines)
+void ExplainAttributeIds(const Record &record, Sentences &lines)
 {
     std::string ids;
-    for (size_t id = 0; id < 8 * value.size(); ++id) {
-        if ((HostNumber(value, id / 8, 1) >> (id % 8) & 1) != 0) {
+    for (size_t id = 0; id < 8 * record.value.size(); ++id) {
+        if ((HostNumber(record.value, id / 8, 1) >> (id % 8) & 1) != 0) {
             ids += ' ' + Number(id);
         }
     }
     lines.push_back(ids.empty() ? "no attribute" : "attributes" + ids);
 }
 
-} // namespace bgpdt
+} // namespace bgp::explain

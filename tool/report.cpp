@@ -1,0 +1,150 @@
+#include "report.h"
+
+#include "values.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace bgpdt {
+
+using Json = nlohmann::ordered_json;
+
+namespace {
+
+std::string EscapedCharacter(char character)
+{
+    constexpr std::string_view kNamed = "\r\n\t\\", kNames = "rnt\\";
+    const auto byte = static_cast<unsigned char>(character);
+    char piece[8];
+    if (const size_t named = kNamed.find(character); named != kNamed.npos) {
+        std::snprintf(piece, sizeof piece, "\\%c", kNames[named]);
+    } else {
+        std::snprintf(piece, sizeof piece, byte < 0x20 || byte > 0x7e ? "\\x%02x" : "%c", byte);
+    }
+    return piece;
+}
+
+} // namespace
+
+std::string Escaped(const std::string &text)
+{
+    std::string escaped;
+    for (const char character : text) {
+        escaped += EscapedCharacter(character);
+    }
+    return escaped;
+}
+
+std::string Dumped(const Json &json, int indent)
+{
+    return json.dump(indent, ' ', true, Json::error_handler_t::replace);
+}
+
+// ------------------------------------------------------------------------------------------------------------ in words
+
+namespace {
+
+std::string Shortened(const std::string &text)
+{
+    constexpr size_t kShown = 120;
+    return text.size() <= kShown ? Escaped(text) : Escaped(text.substr(0, kShown)) + "...";
+}
+
+std::string Joined(const std::vector<std::string> &words, const char *beforeLast)
+{
+    std::string text;
+    for (size_t i = 0; i < words.size(); ++i) {
+        text += (i == 0 ? "" : i + 1 == words.size() ? beforeLast : ", ") + words[i];
+    }
+    return text;
+}
+
+std::string Sentence(const explain::Reason &reason)
+{
+    return (reason.item == 0 ? "" : "item " + std::to_string(reason.item) + ": ") + reason.words;
+}
+
+std::string ExpectedText(const explain::Reason &reason, const std::string &inGeneral)
+{
+    const std::string expected = reason.expected.empty() ? inGeneral : Joined(reason.expected, " or ");
+    return expected.empty() ? "" : "; expected " + expected;
+}
+
+} // namespace
+
+std::string Headline(const std::string &type, const std::string &text, const Refused &refused)
+{
+    const explain::Reason &reason = refused.why.reason;
+    std::string words = refused.meaning;
+    if (!reason.rule.empty()) {
+        const bool oneOfMany = !refused.why.closest.empty() && reason.placed;
+        words = (oneOfMany ? refused.why.closest + " came closest: " : "") + Sentence(reason);
+    }
+    return Escaped(type) + " \"" + Shortened(text) +
+           "\" refused: " + (words.empty() ? refused.error : words + " (" + refused.error + ")") +
+           ExpectedText(reason, refused.expected);
+}
+
+std::vector<std::string> Marked(const std::string &text, const explain::Reason &reason)
+{
+    constexpr size_t kBytesBefore = 40, kBytesShown = 76;
+    if (!reason.placed || reason.offset > text.size()) {
+        return {};
+    }
+    const bool fits = text.size() <= kBytesShown || reason.offset <= kBytesBefore;
+    const size_t from = fits ? 0 : reason.offset - kBytesBefore;
+    const size_t to = std::min(text.size(), from + kBytesShown);
+    const auto piece = [&text](size_t begin, size_t end) { return Escaped(text.substr(begin, end - begin)); };
+    const std::string before = (from == 0 ? "" : "...") + piece(from, reason.offset);
+    const size_t width = piece(reason.offset, std::min(to, reason.offset + reason.length)).size();
+    return {before + piece(reason.offset, to) + (to == text.size() ? "" : "..."),
+            std::string(before.size(), ' ') + '^' + std::string(width < 2 ? 0 : width - 1, '~')};
+}
+
+std::vector<std::string> AnswerLines(const std::vector<explain::Answer> &answers)
+{
+    std::vector<std::string> lines;
+    for (const auto &[subTypes, reason] : answers) {
+        const std::string place = reason.placed ? " (column " + std::to_string(reason.offset + 1) + ")" : "";
+        lines.push_back(
+            Joined(subTypes, ", ") + ": " +
+            (reason.code == DT_OK ? "takes the text" : Sentence(reason) + place + ExpectedText(reason, "")));
+    }
+    return lines;
+}
+
+// ------------------------------------------------------------------------------------------------------------- in JSON
+
+namespace {
+
+Json OrNull(const std::string &text)
+{
+    return text.empty() ? Json(nullptr) : Json(text);
+}
+
+} // namespace
+
+Json ToJson(const explain::Reason &reason)
+{
+    if (reason.rule.empty()) {
+        return nullptr;
+    }
+    return {{"rule", reason.rule},         {"words", reason.words},
+            {"what", OrNull(reason.what)}, {"where", OrNull(reason.where)},
+            {"limit", reason.limit},       {"offset", reason.offset},
+            {"length", reason.length},     {"item", reason.item == 0 ? Json(nullptr) : Json(reason.item)},
+            {"expected", reason.expected}};
+}
+
+Json ToJson(const std::vector<explain::Answer> &answers)
+{
+    Json json = Json::array();
+    for (const auto &[subTypes, reason] : answers) {
+        json.push_back({{"subTypes", subTypes}, {"code", reason.code}, {"reason", ToJson(reason)}});
+    }
+    return json;
+}
+
+} // namespace bgpdt
