@@ -37,6 +37,7 @@ consteval ScanForm ScanOf(const char *format, const BgpNotation &notation)
 struct Scanned {
     uint32_t numbers[kMostScanned]; // in the order of the format
     Text word;                      // what "%s" took
+    const char *end;                // behind the last item
 };
 
 // clang-format off
@@ -104,6 +105,7 @@ inline bool Scan(const ScanForm &form, Text text, Scanned &scanned, Why *why)
         }
         ++item;
     }
+    scanned.end = at;
     return true;
 }
 

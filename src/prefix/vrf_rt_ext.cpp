@@ -62,7 +62,7 @@ constexpr PrintRow kPrintRows[] = {
 
 // ----------------------------------------------------------------------------------------------------------- text in
 
-constexpr const char *kForms[] = {"a.b.c.d:n", "AS:n", "x.y:n", "xxxx-xxxx-xxxx"};
+constexpr const char *kNotationNames[] = {"a.b.c.d:n", "AS:n", "x.y:n", "xxxx-xxxx-xxxx"};
 
 constexpr const BgpRule *kRules[] = {&kEmpty,   &kTooLong,   &kBlank,    &kWrongCharacter, &kNoNotation,
                                      &kNoDigit, &kSeparator, &kTooLarge, &kNoHexDigit};
@@ -86,38 +86,8 @@ uint32_t *CounterOf(char character, Separators &count)
     }
 }
 
-// Can no notation go on with this separator?
-bool IsTooMany(char separator, const Separators &count)
-{
-    switch (separator) {
-    case '.':
-        return count.dots == 3 || count.colons == 1;
-    case ':':
-        return count.colons == 1 || count.dots == 2;
-    default:
-        return count.dashes == 2 && count.colons == 0;
-    }
-}
-
-// The first place where a text can be of no notation any more.
-[[gnu::cold]] void NoteForm(const Why &why, Text text)
-{
-    Separators count{};
-    uint32_t i = 0;
-    for (; i < text.length; ++i) {
-        uint32_t *counter = CounterOf(text.at[i], count);
-        if (counter == nullptr && !IsHexDigit(text.at[i])) {
-            return NoteCharacter(why, {text.at + i, 1}, kWrongCharacter);
-        }
-        if (counter != nullptr && IsTooMany(text.at[i], count)) {
-            break;
-        }
-        if (counter != nullptr) {
-            ++*counter;
-        }
-    }
-    Note(why, {text.at + i, i < text.length}, {.rule = &kNoNotation, .expected = Choices(kForms)});
-}
+// Says why the text is of no notation; below.
+[[gnu::cold]] void NoteForm(const Why &why, Text text);
 
 bool RefuseForm(Why *why, Text text)
 {
@@ -189,29 +159,102 @@ bool ReadForm(const Form &form, Text text, uint8_t *value, Why *why)
     return true;
 }
 
-// "%02hx%02hx-%02hx%02hx-%02hx%02hx"
-bool ReadEsImport(Text text, uint8_t *value, Why *why)
+// "%02hx%02hx-%02hx%02hx-%02hx%02hx"; null when it is not there.
+const char *ScanEsImport(Text text, uint8_t (&six)[6], Why *why)
 {
-    uint8_t six[6];
     const char *at = text.at;
     const char *const end = at + text.length;
     for (uint32_t i = 0; i < sizeof six; ++i) {
         if (i == 2 || i == 4) {
             if (at == end || *at != '-') {
-                return RefuseSeparator(why, {at, at < end}, '-');
+                RefuseSeparator(why, {at, at < end}, '-');
+                return nullptr;
             }
             ++at;
         }
         const char *const start = at;
         at = ScanHexByte(at, end, &six[i]);
         if (at == nullptr) {
-            return RefuseCharacter(why, {start, start < end}, kNoHexDigit);
+            RefuseCharacter(why, {start, start < end}, kNoHexDigit);
+            return nullptr;
         }
+    }
+    return at;
+}
+
+bool ReadEsImport(Text text, uint8_t *value, Why *why)
+{
+    uint8_t six[6];
+    if (ScanEsImport(text, six, why) == nullptr) {
+        return false;
     }
     StoreBig(value + kPayloadAt, kEsImportKind, 2);
     std::memcpy(value + kPayloadAt + 2, six, sizeof six);
     Finish(value, 3);
     return true;
+}
+
+// Why the text, which has no stray characters, is not of the form; null stands for ES-import. Behind what was scanned
+// it ends, or a separator stands that may not.
+BgpReason JudgeForm(const Form *form, const Why &why, Text text)
+{
+    BgpReason reason{};
+    Why own{&reason, why.from, why.offset};
+    Scanned scanned;
+    uint8_t six[6];
+    const char *const end = text.at + text.length;
+    const char *at = nullptr;
+    if (form == nullptr) {
+        at = ScanEsImport(text, six, &own);
+    } else if (Scan(form->scan, text, scanned, &own)) {
+        at = scanned.end;
+    }
+    if (at != nullptr) {
+        while (at < end && (IsHexDigit(*at) || (form != nullptr && *at == '-'))) {
+            ++at;
+        }
+        RefuseChoice(&own, {at, at < end}, kNoNotation, Choices(kNotationNames));
+    }
+    return reason;
+}
+
+// Of the notation that gets furthest; where several get equally far, any of them may stand.
+void NoteFurthest(const Why &why, Text text)
+{
+    constexpr const Form *kForms[] = {&kIpv4Form, &kPlainForm, &kDottedForm, nullptr};
+    BgpReason &best = *why.reason;
+    uint32_t equals = 0;
+    for (const Form *form : kForms) {
+        const BgpReason reason = JudgeForm(form, why, text);
+        if (equals == 0 || Reach(reason) > Reach(best)) {
+            best = reason;
+            equals = 1;
+        } else {
+            equals += Reach(reason) == Reach(best);
+        }
+    }
+    if (equals > 1 && best.Rule->FormHolds == 0) {
+        best.Rule = &kNoNotation;
+        best.What = nullptr;
+        best.Expected = Choices(kNotationNames);
+    }
+}
+
+// A character that stands in no notation is the reason when what stands before it is the beginning of one.
+void NoteForm(const Why &why, Text text)
+{
+    Separators count{};
+    Text front{text.at, 0};
+    while (front.length < text.length &&
+           (IsHexDigit(text.at[front.length]) || CounterOf(text.at[front.length], count) != nullptr)) {
+        ++front.length;
+    }
+    NoteFurthest(why, front);
+    const char *const stray = front.at + front.length;
+    if (front.length < text.length && Reach(*why.reason) == why.offset + static_cast<uint32_t>(stray - why.from)) {
+        *why.reason = {};
+        NoteCharacter(why, {stray, 1}, kWrongCharacter);
+    }
 }
 
 // The separators pick the notation. Dashes count for ES-import only.
