@@ -148,6 +148,18 @@ bool ResolveAll(explain::PlugIn &functions, std::string *error)
            Resolve(functions.expectedWord, "Bgp_ExpectedWord", error);
 }
 
+// Whether the plug-in tells of every row that it registers.
+bool TellsAll(const explain::PlugIn &functions, std::string *error)
+{
+    for (const DataTypeDescriptor *row : host::Rows()) {
+        if (functions.describeType(row->TypeId) == nullptr) {
+            *error = std::string("it says nothing of ") + row->Name;
+            return false;
+        }
+    }
+    return true;
+}
+
 std::string FileOf(const std::string &path)
 {
     const char *environment = std::getenv("BGPDT_PLUGIN");
@@ -158,7 +170,8 @@ std::string FileOf(const std::string &path)
 
 bool Load(const std::string &path, std::string *error)
 {
-    return host::LoadPlugIn(FileOf(path).c_str(), error) && ResolveAll(Functions(), error);
+    return host::LoadPlugIn(FileOf(path).c_str(), error) && ResolveAll(Functions(), error) &&
+           TellsAll(Functions(), error);
 }
 
 const explain::PlugIn &PlugInFunctions()
@@ -174,22 +187,14 @@ const DataTypeDescriptor *FindType(std::string_view name)
     return host::FindRow(std::string_view(upper));
 }
 
-BgpTypeFacts Facts(const DataTypeDescriptor &type)
+const BgpTypeFacts &Facts(const DataTypeDescriptor &type)
 {
-    if (const BgpTypeFacts *facts = PlugInFunctions().describeType(type.TypeId)) {
-        return *facts;
-    }
-    BgpTypeFacts registered{}; // a type of which the plug-in tells no more than its row
-    registered.Name = type.Name;
-    registered.TypeId = type.TypeId;
-    registered.ValueLength = type.BinaryLength;
-    registered.TypingMode = 1;
-    return registered;
+    return *PlugInFunctions().describeType(type.TypeId); // Load() saw to it that there are some
 }
 
 bool IsValueLength(const DataTypeDescriptor &type, size_t length)
 {
-    const BgpTypeFacts facts = Facts(type);
+    const BgpTypeFacts &facts = Facts(type);
     const bool composes = (facts.Traits & BGP_TRAIT_COMPOSES) != 0;
     return length == facts.ValueLength || (composes && length == facts.Layout->Length);
 }
@@ -197,7 +202,7 @@ bool IsValueLength(const DataTypeDescriptor &type, size_t length)
 Parsed Parse(const DataTypeDescriptor &type, const std::string &text, uint8_t mode)
 {
     // A text of the host is stored in as many bytes as it is told; the other types are told the length of the text.
-    const BgpTypeFacts facts = Facts(type);
+    const BgpTypeFacts &facts = Facts(type);
     const size_t length = (facts.Traits & BGP_TRAIT_HOST_TEXT) != 0 ? facts.ValueLength : text.size() + 1;
     const Scratch scratch(mode);
     std::string copy = text; // one type may write to the text in mode 1

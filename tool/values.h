@@ -23,8 +23,8 @@ using explain::Hex;
 std::string CodeName(uint32_t code);
 std::string CodeMeaning(uint32_t code);
 
-// Loads the plug-in: the given path, else $BGPDT_PLUGIN, else the one built beside the tool, else by name as the
-// dynamic loader finds it. False with the reason in *error.
+// Loads the plug-in: the given path, else $BGPDT_PLUGIN, else by name as the host finds it. A plug-in that does not
+// tell of its types is of no use. False with the reason in *error.
 bool Load(const std::string &path, std::string *error);
 
 // The row of a type's name in either case; null when there is none.
@@ -32,7 +32,7 @@ const DataTypeDescriptor *FindType(std::string_view name);
 
 // What the plug-in says of its types, and the functions by which it says it.
 const explain::PlugIn &PlugInFunctions();
-BgpTypeFacts Facts(const DataTypeDescriptor &type);
+const BgpTypeFacts &Facts(const DataTypeDescriptor &type);
 
 // Whether the operations work on values of that many bytes. A shorter value may make them read beyond its end.
 bool IsValueLength(const DataTypeDescriptor &type, size_t length);
