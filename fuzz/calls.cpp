@@ -134,7 +134,8 @@ void JudgeTyped(const Trial &trial, const InResult &in, const void *marker)
     const Facts &facts = trial.subject.facts;
     const uint16_t typeId = facts.type->ResultTypeId;
     Expect(trial, in.typeId == typeId, "FormatIn reports type", in.typeId);
-    Expect(trial, facts.Is(BGP_TRAIT_ANY_LENGTH) || in.length == facts.type->ValueLength, "FormatIn reports length", in.length);
+    Expect(trial, facts.Is(BGP_TRAIT_ANY_LENGTH) || in.length == facts.type->ValueLength, "FormatIn reports length",
+           in.length);
     Expect(trial, in.buffer != marker && in.buffer != nullptr, "FormatIn succeeds without a value");
 }
 
@@ -161,7 +162,9 @@ Typed FormatIn(const Trial &trial, uint8_t mode, const std::string &text)
     in.code = trial.subject.row.FormatIn(&request, trial.subject.row.TypeId, static_cast<uint32_t>(terminated.size()),
                                          reinterpret_cast<char *>(copy.at()), &in.typeId, &in.length, &in.buffer);
     Expect(trial, copy.Intact(), "FormatIn's text is written around");
-    Expect(trial, std::equal(terminated.begin(), terminated.end(), copy.at()) || (facts.Is(BGP_TRAIT_WRITES_TEXT) && mode == 1),
+    Expect(trial,
+           std::equal(terminated.begin(), terminated.end(), copy.at()) ||
+               (facts.Is(BGP_TRAIT_WRITES_TEXT) && mode == 1),
            "FormatIn writes to its text");
     Typed typed{in.code, {}};
     if (facts.Is(BGP_TRAIT_NO_TEXT)) {
@@ -276,7 +279,8 @@ Printed PrintOwn(const Trial &trial, uint8_t mode, const Bytes &value)
 size_t LentSize(const Trial &trial, uint8_t mode, const Printed &own)
 {
     const Facts &facts = trial.subject.facts;
-    return facts.type->TextSize == 0 || (facts.Is(BGP_TRAIT_COPIES_RAW) && mode == 3) ? own.bytes.size() : facts.type->TextSize;
+    return facts.type->TextSize == 0 || (facts.Is(BGP_TRAIT_COPIES_RAW) && mode == 3) ? own.bytes.size()
+                                                                                      : facts.type->TextSize;
 }
 
 Printed PrintLent(const Trial &trial, uint8_t mode, const Bytes &value, size_t size)

@@ -51,7 +51,8 @@ void PrintTyped(const Trial &trial, const Bytes &value)
             Expect(trial, foreign ? printed.code == DT_ERR_FAIL : printed.code == DT_OK,
                    "FormatOut refuses a typed value, code", printed.code);
         }
-        if (mode != 2 || printed.length < 2 || printed.bytes.empty() || facts.Is(BGP_TRAIT_COMPOSES | BGP_TRAIT_PRINTS_BYTES)) {
+        if (mode != 2 || printed.length < 2 || printed.bytes.empty() ||
+            facts.Is(BGP_TRAIT_COMPOSES | BGP_TRAIT_PRINTS_BYTES)) {
             continue;
         }
         // Where the printed text is a text of the type, it prints as itself.
@@ -106,7 +107,8 @@ void ExamineTyped(const Trial &trial, const Bytes &value)
     }
     if (row.Check != nullptr) {
         const uint32_t code = Check(trial, value);
-        Expect(trial, code == DT_OK || facts.type->CheckedLength != facts.type->ValueLength, "Check refuses a typed value, code", code);
+        Expect(trial, code == DT_OK || facts.type->CheckedLength != facts.type->ValueLength,
+               "Check refuses a typed value, code", code);
     }
     if (row.Compare != nullptr) {
         CompareTyped(trial, value);

@@ -19,7 +19,8 @@ void ExamineTyped(const Trial &trial, const Bytes &value);
 // Compare keeps what its type promises, for any two values.
 void CompareValues(const Trial &trial, const Bytes &left, const Bytes &right);
 
-// The refusal of a text: FormatIn's code, a rule that the type tells of, a place inside the text; of an accepted text none.
+// The refusal of a text: FormatIn's code, a rule that the type tells of, a place inside the text; of an accepted text
+// none.
 void ExamineRefusal(const Trial &trial, uint8_t mode, const std::string &text, uint32_t code);
 
 } // namespace bgp::fuzz

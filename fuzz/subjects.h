@@ -1,5 +1,5 @@
-// What is fuzzed: every registered row, and every sub-type of the composites in a row's shape. What has to be known about
-// each, so that its answers can be judged, are the facts that the plug-in publishes.
+// What is fuzzed: every registered row, and every sub-type of the composites in a row's shape. What has to be known
+// about each, so that its answers can be judged, are the facts that the plug-in publishes.
 #ifndef BGP_FUZZ_SUBJECTS_H
 #define BGP_FUZZ_SUBJECTS_H
 
@@ -13,7 +13,7 @@ namespace bgp::fuzz {
 // What is judged by: the facts that the plug-in publishes, and what no host needs to know.
 struct Facts {
     const BgpTypeFacts *type;
-    const BgpTypeFacts *composite = nullptr;                  // of a sub-type: the type that it belongs to
+    const BgpTypeFacts *composite = nullptr;          // of a sub-type: the type that it belongs to
     bool (*luaKeeps)(const uint8_t *value) = nullptr; // for which typed values BGP_LUA_TYPED holds; null: for all
 
     const char *Name() const { return type->Name; }

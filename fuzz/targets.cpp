@@ -103,8 +103,9 @@ bool RunValue(Trial &trial, Input &input)
     const Bytes value = Padded(input.Take(size), size);
     bool reached = false;
     if (row.FormatOut != nullptr) {
-        reached = facts.Is(BGP_TRAIT_PRINTS_ITEMS) ? FormatOut(trial, mode, ItemList(input.at, input.left)).code == DT_OK
-                                        : PrintValue(trial, mode, value, shorter);
+        reached = facts.Is(BGP_TRAIT_PRINTS_ITEMS)
+                      ? FormatOut(trial, mode, ItemList(input.at, input.left)).code == DT_OK
+                      : PrintValue(trial, mode, value, shorter);
     }
     if (row.Check != nullptr) {
         Check(trial, value);

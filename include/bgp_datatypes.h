@@ -79,9 +79,9 @@ typedef struct {
 /* --------------------------------------------------------------------------------------------- operation slots */
 
 /*
- * Text to value. text is NUL-terminated; blanks (space, tab) around it are dropped, however many. typeId and length are
- * not looked at (the AS number list needs length in mode 1). On success *outTypeId, *outLength and *outBuffer hold the
- * type's id, the value's length and the new value.
+ * Text to value. text is NUL-terminated; what the host takes for blanks is dropped around it, however much. typeId and
+ * length are not looked at (the AS number list needs length in mode 1). On success *outTypeId, *outLength and
+ * *outBuffer hold the type's id, the value's length and the new value.
  */
 typedef uint32_t DataTypeFormatInOperation(const DataTypeRequest *request, uint32_t typeId, uint32_t length, char *text,
                                            uint16_t *outTypeId, uint16_t *outLength, void **outBuffer);

@@ -66,9 +66,11 @@ std::string Sentence(const explain::Reason &reason)
     return (reason.item == 0 ? "" : "item " + std::to_string(reason.item) + ": ") + reason.words;
 }
 
-std::string ExpectedText(const explain::Reason &reason, const std::string &inGeneral)
+// The words that may stand there; where the rule is about the text as a whole, what the type's help says in general.
+std::string Expected(const explain::Reason &reason, const std::string &text, const std::string &inGeneral)
 {
-    const std::string expected = reason.expected.empty() ? inGeneral : Joined(reason.expected, " or ");
+    const bool whole = !reason.placed || reason.length == text.size();
+    const std::string expected = !reason.expected.empty() ? Joined(reason.expected, " or ") : whole ? inGeneral : "";
     return expected.empty() ? "" : "; expected " + expected;
 }
 
@@ -84,7 +86,7 @@ std::string Headline(const std::string &type, const std::string &text, const Ref
     }
     return Escaped(type) + " \"" + Shortened(text) +
            "\" refused: " + (words.empty() ? refused.error : words + " (" + refused.error + ")") +
-           ExpectedText(reason, refused.expected);
+           Expected(reason, text, refused.expected);
 }
 
 std::vector<std::string> Marked(const std::string &text, const explain::Reason &reason)
@@ -110,7 +112,7 @@ std::vector<std::string> AnswerLines(const std::vector<explain::Answer> &answers
         const std::string place = reason.placed ? " (column " + std::to_string(reason.offset + 1) + ")" : "";
         lines.push_back(
             Joined(subTypes, ", ") + ": " +
-            (reason.code == DT_OK ? "takes the text" : Sentence(reason) + place + ExpectedText(reason, "")));
+            (reason.code == DT_OK ? "takes the text" : Sentence(reason) + place + Expected(reason, "", "")));
     }
     return lines;
 }

@@ -149,10 +149,10 @@ bool ResolveAll(explain::PlugIn &functions, std::string *error)
 }
 
 // Whether the plug-in tells of every row that it registers.
-bool TellsAll(std::string *error)
+bool TellsAll(const explain::PlugIn &functions, std::string *error)
 {
     for (const DataTypeDescriptor *row : host::Rows()) {
-        if (Functions().describeType(row->TypeId) == nullptr) {
+        if (functions.describeType(row->TypeId) == nullptr) {
             *error = std::string("it says nothing of ") + row->Name;
             return false;
         }
@@ -170,7 +170,8 @@ std::string FileOf(const std::string &path)
 
 bool Load(const std::string &path, std::string *error)
 {
-    return host::LoadPlugIn(FileOf(path).c_str(), error) && ResolveAll(Functions(), error) && TellsAll(error);
+    return host::LoadPlugIn(FileOf(path).c_str(), error) && ResolveAll(Functions(), error) &&
+           TellsAll(Functions(), error);
 }
 
 const explain::PlugIn &PlugInFunctions()
@@ -188,7 +189,7 @@ const DataTypeDescriptor *FindType(std::string_view name)
 
 const BgpTypeFacts &Facts(const DataTypeDescriptor &type)
 {
-    return *PlugInFunctions().describeType(type.TypeId); // every row has facts, Load() made sure
+    return *PlugInFunctions().describeType(type.TypeId); // Load() saw to it that there are some
 }
 
 bool IsValueLength(const DataTypeDescriptor &type, size_t length)

@@ -23,8 +23,8 @@ using explain::Hex;
 std::string CodeName(uint32_t code);
 std::string CodeMeaning(uint32_t code);
 
-// Loads the plug-in: the given path, else $BGPDT_PLUGIN, else the one built beside the tool, else by name as the
-// dynamic loader finds it. False with the reason in *error.
+// Loads the plug-in: the given path, else $BGPDT_PLUGIN, else by name as the host finds it. A plug-in that does not
+// tell of its types is of no use. False with the reason in *error.
 bool Load(const std::string &path, std::string *error);
 
 // The row of a type's name in either case; null when there is none.

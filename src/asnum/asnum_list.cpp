@@ -41,14 +41,13 @@ bool IsUnused(PackedEntry entry)
     return entry.number == 0;
 }
 
-uint32_t PrintEntry(PackedEntry entry, char *to, uint32_t room)
+void PrintEntry(PackedEntry entry, GrowingText &text)
 {
     if (entry.notation != 0) {
-        const Argument halves[] = {entry.number >> 16, entry.number & 0xFFFF};
-        return Format(to, room, "%u.%u", halves);
+        Format(text, "%u.%u", {entry.number >> 16, entry.number & 0xFFFF});
+    } else {
+        Format(text, "%u", {entry.number});
     }
-    const Argument number[] = {entry.number};
-    return Format(to, room, "%u", number);
 }
 
 constexpr PackedListRule kList{

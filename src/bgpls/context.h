@@ -110,7 +110,6 @@ inline constexpr BgpRule kTwice{"twice", "{what} may stand only once", 0};
 inline constexpr BgpRule kMissing{"missing", "{what} is missing", 0};
 inline constexpr BgpRule kNotOfType{"not-of-type", "this NLRI type takes no {what}", 0};
 inline constexpr BgpRule kNotOfProtocol{"not-of-protocol", "this protocol takes no {what}", 0};
-inline constexpr BgpRule kNoHexDigit{"hexadecimal", "a hexadecimal digit is expected here", 0};
 inline constexpr BgpRule kNoRouterId{"router-id", "{what} is neither an IPv4 address nor a decimal number", 0};
 inline constexpr BgpRule kNoIdentifiers{"identifiers", "{what} is two IPv4 addresses with a dot between", 0};
 inline constexpr BgpRule kNoSlash{"slash", "a slash and the prefix length are missing here", 0};

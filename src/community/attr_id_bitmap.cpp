@@ -13,6 +13,7 @@
 // A list comes without its own length: its count and the lengths of its items are what the host vouches for.
 #include "community/community.h"
 #include "community/text_template.h"
+#include "host/address_field.h"
 #include "host/layout.h"
 #include "host/operations.h"
 
@@ -89,25 +90,18 @@ bool FillIpv4(const Item &item, char *scratch, Filling &filling)
 
 bool FillIpv6(const Item &item, char *scratch, Filling &filling)
 {
-    uint16_t groups[8]; // host order; the service takes them by twos, as they lie in memory
-    for (uint32_t i = 0; i < 8; ++i) {
-        groups[i] = static_cast<uint16_t>(LoadBig(item.data + 2 * i, 2));
-    }
-    const auto pair = [&groups](uint32_t i) { return Load<uint32_t>(groups + 2 * i); };
-    QOV_Inet_ntoa_b_ipv6(pair(0), pair(1), pair(2), pair(3), scratch);
+    Ipv6Text(item.data, scratch);
     filling = {scratch, 0};
     return true;
 }
 
-// An address field: IPv4 word, 16 IPv6 bytes, family.
 bool FillAddress(const Item &item, char *scratch, Filling &filling)
 {
-    constexpr uint32_t kFamilyAt = 20;
-    switch (item.data[kFamilyAt]) {
-    case 0:
+    switch (item.data[kAddressFamilyAt]) {
+    case kIpv4Family:
         return FillIpv4(item, scratch, filling);
-    case 1:
-        return FillIpv6({item.type, 16, item.data + 4}, scratch, filling);
+    case kIpv6Family:
+        return FillIpv6({item.type, kIpv6Size, item.data + kAddressIpv6At}, scratch, filling);
     default:
         return false;
     }
@@ -120,8 +114,13 @@ struct ItemRow {
 };
 
 constexpr ItemRow kItemRows[] = {
-    {2, 1, FillNumber<1>}, {4, 2, FillNumber<2>}, {6, 4, FillNumber<4>}, {21, 4, FillIpv4},
-    {22, 16, FillIpv6},    {25, 0, FillText},     {38, 21, FillAddress},
+    {2, 1, FillNumber<1>},
+    {4, 2, FillNumber<2>},
+    {6, 4, FillNumber<4>},
+    {21, 4, FillIpv4},
+    {22, kIpv6Size, FillIpv6},
+    {25, 0, FillText},
+    {38, kAddressFieldSize, FillAddress},
 };
 
 bool Fill(const Item &item, char *scratch, Filling &filling)
@@ -148,9 +147,10 @@ void FillTemplate(const uint8_t *items, uint32_t count, const char *pattern, cha
         const uint32_t room = used == 0 ? kScratchSize - 1 : kScratchSize - used;
         char scratch[kScratchSize];
         char text[kScratchSize];
+        GrowingText filled = GrowIn(text, sizeof text);
         Filling filling;
         scratch[0] = '\0';
-        if (Fill(item, scratch, filling) && FillPart(part, filling, text, sizeof text)) {
+        if (Fill(item, scratch, filling) && FillPart(part, filling, filled)) {
             const int32_t printed = PrintText(head + used, room, text);
             used += printed > 0 ? static_cast<uint32_t>(printed) : 0;
         }
@@ -203,19 +203,8 @@ bool FindRun(const uint8_t *bitmap, uint32_t from, Run &run)
     return run.first < kAttributes;
 }
 
-// A text that grows to at most kPrintedSize - 1 characters.
-struct Page {
-    char text[kPrintedSize];
-    uint32_t used;
-};
-
-void Append(Page &page, const char *format, std::initializer_list<Argument> arguments)
-{
-    page.used += Format(page.text + page.used, kPrintedSize - page.used, format, arguments.begin());
-}
-
 // Ten runs a line, each line between head and suffix. False when the set is empty.
-bool LayOut(const uint8_t *bitmap, char *head, Page &page)
+bool LayOut(const uint8_t *bitmap, char *head, GrowingText &page)
 {
     constexpr uint32_t kRunsALine = 10;
     Run run;
@@ -223,18 +212,18 @@ bool LayOut(const uint8_t *bitmap, char *head, Page &page)
         return false;
     }
     const char *const suffix = TakeSuffix(head);
-    Append(page, "%s", {head});
+    Put(page, head);
     for (uint32_t count = 1, more = 1; more != 0; ++count) {
-        Append(page, " %d", {run.first});
+        Format(page, " %d", {run.first});
         if (run.last != run.first) {
-            Append(page, " to %d", {run.last});
+            Format(page, " to %d", {run.last});
         }
         more = FindRun(bitmap, run.last + 1, run);
         if (more != 0 && count % kRunsALine == 0) {
-            Append(page, "%s\r\n%s", {suffix, head});
+            Format(page, "%s\r\n%s", {suffix, head});
         }
     }
-    Append(page, "%s\r\n", {suffix});
+    Format(page, "%s\r\n", {suffix});
     return true;
 }
 
@@ -254,9 +243,9 @@ bool PrintItems(const uint8_t *items, uint32_t count, char *pattern, char *head,
     uint8_t bitmap[kLength] = {};
     std::memcpy(bitmap, set.data, set.length < kLength ? set.length : kLength);
     FillTemplate(items, count - 2, pattern, head);
-    Page page;
-    page.used = 0;
-    return LayOut(bitmap, head, page) && Printed(PrintText(buffer, kPrintedSize, page.text), printed) == DT_OK;
+    char lines[kPrintedSize];
+    GrowingText page = GrowIn(lines, sizeof lines);
+    return LayOut(bitmap, head, page) && Printed(PrintText(buffer, kPrintedSize, lines), printed) == DT_OK;
 }
 
 // Whatever keeps a list from being printed, scratch memory included, only leaves the text empty.

@@ -178,29 +178,30 @@ bool Read(uint32_t memoryHandle, const char *text, void *value, Why *why)
 
 // ---------------------------------------------------------------------------------------------------------- text out
 
-uint32_t FormatNameless(Community community, char *to, uint32_t room)
+// False, with nothing put, for a form that is not typed.
+bool FormatNameless(Community community, GrowingText &text)
 {
-    const Argument number[] = {community.number};
-    const Argument halves[] = {community.number >> 16, community.number & 0xFFFF};
     switch (community.form) {
     case kByNumberOrName:
-        return Format(to, room, "%u", number);
+        Format(text, "%u", {community.number});
+        return true;
     case kByHalves:
-        return Format(to, room, "%u:%u", halves);
+        Format(text, "%u:%u", {community.number >> 16, community.number & 0xFFFF});
+        return true;
     default:
-        return 0;
+        return false;
     }
 }
 
 } // namespace
 
-uint32_t FormatCommunity(Community community, char *to, uint32_t room)
+void FormatCommunity(Community community, GrowingText &text)
 {
     if (const char *name = NameOf(community.number); name != nullptr) {
-        const Argument text[] = {name};
-        return Format(to, room, "%s", text);
+        Put(text, name);
+    } else {
+        FormatNameless(community, text);
     }
-    return FormatNameless(community, to, room);
 }
 
 namespace {
@@ -269,10 +270,11 @@ uint32_t BRM_GetWellKnownCmyVal(uint32_t memoryHandle, uint32_t textLength, uint
 
 uint32_t SYSDT_FormatNoWellKnowCmy(uint32_t *printed, char *buffer, void **outBuffer, const void *value)
 {
-    char text[bgp::kTextLimit];
-    const uint32_t length = bgp::FormatNameless(bgp::Load<bgp::Community>(value), text, sizeof text);
-    const uint32_t code =
-        length == 0 ? DT_ERR_INVALID_VALUE : bgp::Printed(bgp::PrintText(buffer, bgp::kTextLimit, text), printed);
+    char line[bgp::kTextLimit];
+    bgp::GrowingText text = bgp::GrowIn(line, sizeof line);
+    const uint32_t code = bgp::FormatNameless(bgp::Load<bgp::Community>(value), text)
+                              ? bgp::Printed(bgp::PrintText(buffer, bgp::kTextLimit, line), printed)
+                              : DT_ERR_INVALID_VALUE;
     if (code != DT_OK) {
         *outBuffer = buffer;
     }

@@ -36,9 +36,9 @@ struct Community {
 // numbers those with more than `mostColons` colons are not looked up.
 uint32_t ReadCommunity(uint32_t memoryHandle, Text text, uint32_t mostColons, Community &community, Why *why);
 
-// Prints the well-known name, or else the number by its form, into at most `room` bytes, terminator included. Returns
-// the characters written; 0, with nothing written, for a number without a name and with a form that is not typed.
-uint32_t FormatCommunity(Community community, char *to, uint32_t room);
+// Appends the well-known name, or else the number by its form; nothing for a number without a name and with a form that
+// is not typed.
+void FormatCommunity(Community community, GrowingText &text);
 
 } // namespace bgp
 

@@ -50,9 +50,9 @@ bool MayStandInItem(char character)
 }
 
 // An entry of another form prints nothing, and yet has a blank of its own.
-uint32_t PrintEntry(PackedEntry entry, char *to, uint32_t room)
+void PrintEntry(PackedEntry entry, GrowingText &text)
 {
-    return FormatCommunity({entry.number, entry.notation}, to, room);
+    FormatCommunity({entry.number, entry.notation}, text);
 }
 
 constexpr PackedListRule kList{

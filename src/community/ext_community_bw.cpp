@@ -25,16 +25,15 @@ constexpr BgpLayout kLayout = Layout(kFields, kLength);
 
 uint32_t PrintBandwidth(const uint8_t *value, uint32_t, char *buffer, uint32_t *printed)
 {
-    constexpr uint32_t kLimit = kTextSize - 1;
     const auto as = Load<uint16_t>(value + 2);
     const auto bandwidth = Load<uint64_t>(value + 4);
     if (bandwidth == 0) {
-        return Printed(PrintText(buffer, kLimit, ""), printed);
+        return Printed(PrintText(buffer, kPrintLimit, ""), printed);
     }
     if (as == kAsTrans) {
-        return Printed(Print(buffer, kLimit, "as-trans:%llu", {bandwidth}), printed);
+        return Printed(Print(buffer, kPrintLimit, "as-trans:%llu", {bandwidth}), printed);
     }
-    return Printed(Print(buffer, kLimit, "%u:%llu", {as, bandwidth}), printed);
+    return Printed(Print(buffer, kPrintLimit, "%u:%llu", {as, bandwidth}), printed);
 }
 
 constexpr FormatOutRule kOut{.modes = kTextOnly, .print = PrintBandwidth, .textSize = kTextSize, .valueSize = kLength};

@@ -59,7 +59,7 @@ uint32_t PrintCompressed(const uint8_t *value, uint32_t, char *buffer, uint32_t 
     }
     const auto cpi = Load<uint16_t>(value + 2);
     const auto reserved = Load<uint32_t>(value + 4);
-    return Printed(Print(buffer, kTextSize - 1, "%u:%u", {cpi, reserved}), printed);
+    return Printed(Print(buffer, kPrintLimit, "%u:%u", {cpi, reserved}), printed);
 }
 
 constexpr FormatInRule kIn{.typeId = 1300, .length = kLength, .modes = kTextOnly, .read = Read};

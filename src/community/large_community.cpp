@@ -60,7 +60,7 @@ bool Read(const char *text, void *value, Why *why)
 uint32_t PrintLargeCommunity(const uint8_t *value, uint32_t, char *buffer, uint32_t *printed)
 {
     const auto part = [value](uint32_t i) { return Load<uint32_t>(value + 4 * i); };
-    return Printed(Print(buffer, kTextSize - 1, "%u:%u:%u", {part(0), part(1), part(2)}), printed);
+    return Printed(Print(buffer, kPrintLimit, "%u:%u:%u", {part(0), part(1), part(2)}), printed);
 }
 
 // -------------------------------------------------------------------------------------------------------- operations

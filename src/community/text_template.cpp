@@ -183,34 +183,15 @@ bool SetField(const Conversion &conversion, const Filling &filling, Field &field
     return true;
 }
 
-struct Sink {
-    char *at;
-    char *end; // the last place, kept for the terminator
-};
-
-void Put(Sink &sink, Text text)
-{
-    for (uint32_t i = 0; i < text.length && sink.at < sink.end; ++i) {
-        *sink.at++ = text.at[i];
-    }
-}
-
-void Repeat(Sink &sink, char character, uint32_t count)
-{
-    for (; count > 0 && sink.at < sink.end; --count) {
-        *sink.at++ = character;
-    }
-}
-
-void PutField(Sink &sink, const Conversion &conversion, const Field &field)
+void PutField(GrowingText &to, const Conversion &conversion, const Field &field)
 {
     const uint32_t length = field.prefix.length + field.zeros + field.body.length;
     const uint32_t padding = conversion.width > length ? conversion.width - length : 0;
-    Repeat(sink, ' ', conversion.left ? 0 : padding);
-    Put(sink, field.prefix);
-    Repeat(sink, '0', field.zeros);
-    Put(sink, field.body);
-    Repeat(sink, ' ', conversion.left ? padding : 0);
+    PutTimes(to, ' ', conversion.left ? 0 : padding);
+    Put(to, field.prefix);
+    PutTimes(to, '0', field.zeros);
+    Put(to, field.body);
+    PutTimes(to, ' ', conversion.left ? padding : 0);
 }
 
 const char *Find(Text text, uint32_t from, char character)
@@ -230,7 +211,7 @@ Text TakePart(Text &rest)
     return part;
 }
 
-bool FillPart(Text part, const Filling &filling, char *to, uint32_t room)
+bool FillPart(Text part, const Filling &filling, GrowingText &to)
 {
     const char *const end = part.at + part.length;
     const char *const percent = Find(part, 0, '%');
@@ -243,11 +224,10 @@ bool FillPart(Text part, const Filling &filling, char *to, uint32_t room)
             return false;
         }
     }
-    Sink sink{to, to + room - 1};
-    Put(sink, {part.at, static_cast<uint32_t>((percent == nullptr ? end : percent) - part.at)});
-    PutField(sink, conversion, field);
-    Put(sink, {behind, static_cast<uint32_t>(end - behind)});
-    *sink.at = '\0';
+    Put(to, Text{part.at, static_cast<uint32_t>((percent == nullptr ? end : percent) - part.at)});
+    PutField(to, conversion, field);
+    Put(to, Text{behind, static_cast<uint32_t>(end - behind)});
+    *to.at = '\0';
     return true;
 }
 

@@ -17,11 +17,11 @@ struct Filling {
 // Takes the next part off a template: all up to its second "%", so that a part holds at most one conversion.
 Text TakePart(Text &rest);
 
-// Prints a part with its conversion filled into at most `room` bytes, terminator included. False, with nothing
-// written, when the conversion does not fit the filling: numbers fit d i u o x X c, texts fit s, with flags, width and
-// precision in digits; h, hh and l narrow a number as they do in C. Whatever takes another argument (*, ll, n, p, the
-// floating-point conversions) fits nothing.
-bool FillPart(Text part, const Filling &filling, char *to, uint32_t room);
+// Appends a part with its conversion filled, and a terminator. False, with nothing written, when the conversion does
+// not fit the filling: numbers fit d i u o x X c, texts fit s, with flags, width and precision in digits; h, hh and l
+// narrow a number as they do in C. Whatever takes another argument (*, ll, n, p, the floating-point conversions) fits
+// nothing.
+bool FillPart(Text part, const Filling &filling, GrowingText &to);
 
 } // namespace bgp
 

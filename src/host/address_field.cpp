@@ -1,4 +1,4 @@
-// The address field: set, print, compare, and to and from Lua.
+// The address field: set, read, print, compare, and to and from Lua.
 #include "host/address_field.h"
 
 #include "host/bytes.h"
@@ -17,6 +17,16 @@ void SetIpv6(uint8_t *field, const uint8_t *address16)
 {
     std::memcpy(field + kAddressIpv6At, address16, kIpv6Size);
     field[kAddressFamilyAt] = kIpv6Family;
+}
+
+bool ReadIpv4(const char *copy, Text piece, uint8_t *field, const AddressWords &words, Why *why)
+{
+    uint32_t address = 0;
+    if (SYSDT_Str2Ipv4(copy, &address) != 0) {
+        return RefuseIpv4(why, piece, words);
+    }
+    SetIpv4(field, address);
+    return true;
 }
 
 bool AddressText(const uint8_t *field, char *text)

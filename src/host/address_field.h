@@ -9,6 +9,7 @@
 #define BGP_HOST_ADDRESS_FIELD_H
 
 #include "bgp_datatypes.h"
+#include "host/address.h"
 
 #include <cstdint>
 
@@ -31,6 +32,10 @@ constexpr BgpField AddressField(const char *name, uint16_t offset)
 // Address and family; the other member stays as it is.
 void SetIpv4(uint8_t *field, uint32_t address);
 void SetIpv6(uint8_t *field, const uint8_t *address16);
+
+// An IPv4 address, as the host reads it, into the field. `copy` is the piece, terminated. False with a reason when it
+// is none.
+bool ReadIpv4(const char *copy, Text piece, uint8_t *field, const AddressWords &words, Why *why);
 
 // The address as text of kAddressTextSize characters at most: four decimal octets, or the host's IPv6 text. The family
 // is the field's own or the given one. False for families other than the two: nothing is written.

@@ -44,9 +44,8 @@ struct PackedListRule {
     // One item, without blanks around it and never empty. False when it is none of the type's.
     bool (*read)(uint32_t memoryHandle, Text item, PackedEntry &entry, Why *why);
     bool (*isUnused)(PackedEntry entry);
-    // At most room - 1 characters and a terminator; returns the characters written, which may be none.
-    uint32_t (*print)(PackedEntry entry, char *to, uint32_t room);
-    const char *luaArray;   // the array's key in the value's Lua table
+    void (*print)(PackedEntry entry, GrowingText &text); // may put nothing
+    const char *luaArray;                                // the array's key in the value's Lua table
     const BgpLayout &entry; // the layout of one entry; the names are the keys of an array element
     // Where reading an item takes memory, a text is cut into items first and refused as a whole when it holds too many,
     // one that is too long, or a character that stands in none.
@@ -141,23 +140,23 @@ inline bool RefuseOneTooMany(const PackedListRule &rule, Text item, Why *why)
 [[gnu::always_inline]] inline uint32_t PrintPackedList(const PackedListRule &rule, const uint8_t *value, char *buffer,
                                                        uint32_t *printed)
 {
-    char text[kLongestList + 1];
+    char line[kLongestList + 1];
     const uint32_t size = rule.longestText + 1;
-    uint32_t used = 0;
+    GrowingText text = GrowIn(line, size);
     bool first = true;
     for (uint32_t i = 0; i < rule.count; ++i) {
         const PackedEntry entry = LoadEntry(value + i * kPackedEntrySize);
         if (rule.isUnused(entry)) {
             continue;
         }
-        if (!first && used + 1 < size) {
-            text[used++] = ' ';
+        if (!first) {
+            Put(text, ' ');
         }
         first = false;
-        used += rule.print(entry, text + used, size - used);
+        rule.print(entry, text);
     }
-    text[used] = '\0';
-    return Printed(PrintText(buffer, size, text), printed);
+    *text.at = '\0';
+    return Printed(PrintText(buffer, size, line), printed);
 }
 
 // {[luaArray] = {{[number's name] = n, [notation's name] = n}, ...}}, all entries, the unused ones included. The reader

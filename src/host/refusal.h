@@ -62,6 +62,12 @@ constexpr BgpChoices Choices(const Row (&rows)[Count])
     return {rows, Count, sizeof(Row)};
 }
 
+// How far into the text a parser got: behind a piece of which only the size is wrong, else up to the piece.
+inline uint32_t Reach(const BgpReason &reason)
+{
+    return reason.Offset + (reason.Rule->FormHolds != 0 ? reason.Length : 0);
+}
+
 // From here on the parser reads `copy`, which has the characters of `original`, a piece of what it has read so far.
 // Returns where it read before, for who goes on there: *why = kept.
 inline Why Moved(Why *why, Text original, const char *copy)
@@ -111,13 +117,15 @@ inline constexpr BgpRule kTooLong{"too-long", "{what} has at most {limit} charac
 inline constexpr BgpRule kBlank{"blank", "no blank may stand inside", 0};
 inline constexpr BgpRule kWrongCharacter{"character", "this character does not belong here", 0};
 inline constexpr BgpRule kNoDigit{"digit", "a digit is expected here", 0};
+inline constexpr BgpRule kNoHexDigit{"hexadecimal", "a hexadecimal digit is expected here", 0};
 inline constexpr BgpRule kUpperCase{"upper-case", "hexadecimal digits are lower case here", 0};
 inline constexpr BgpRule kTooManyNumbers{"too-many-numbers", "there are at most {limit} numbers", 0};
 inline constexpr BgpRule kNoNotation{"notation", "the separators are those of no notation", 0};
 inline constexpr BgpRule kTooSmall{"too-small", "{what} is at least {limit}", 1};
 inline constexpr BgpRule kTooLarge{"too-large", "{what} is at most {limit}", 1};
 inline constexpr BgpRule kTooLargeHex{"too-large-hex", "{what} is at most {hex}", 1};
-inline constexpr BgpRule kLeadingZero{"leading-zero", "{what} begins with no zero", 0};
+inline constexpr BgpRule kLeadingZero{"leading-zero", "{what} begins with no zero", 1};
+inline constexpr BgpRule kSomethingBehind{"behind", "nothing may follow {what}", 0};
 inline constexpr BgpRule kNoIpv4{"ipv4", "{what} is no IPv4 address", 0};
 inline constexpr BgpRule kNoIpv6{"ipv6", "{what} is no IPv6 address", 0};
 inline constexpr BgpRule kTooManyItems{"too-many-items", "there are at most {limit} items", 0};

@@ -51,10 +51,11 @@ inline Text TrimBy(TrimService service, Text text)
 
 char *TrimBlanks(char *text); // SYSDT_BTrim()
 
-// The text without the blanks around it, however many.
+// The text without the blanks around it, however many. Of a text that the host answers null for, nothing is left.
 inline Text Trim(Text text)
 {
-    return TrimBy(TrimBlanks, text);
+    const Text trimmed = TrimBy(TrimBlanks, text);
+    return trimmed.at != nullptr ? trimmed : Text{text.at, 0};
 }
 
 inline Text Trim(const char *text)

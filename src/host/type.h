@@ -38,15 +38,25 @@ struct RuleList {
     uint32_t count = 0;
 };
 
+// A rule that a type may have. Whether it has is not asked of the pointer: with the sanitizers' tests of null pointers,
+// no comparison of one is a constant.
+template <class Rule>
+struct Given {
+    constexpr Given() = default;
+    constexpr Given(const Rule *rule) : at(rule), is(true) {}
+    const Rule *at = nullptr;
+    bool is = false;
+};
+
 // What a type says of itself. Lengths and ids that are not given are those of its rules.
 struct TypeRule {
     const char *name;
     const char *description;
     const char *reference = nullptr;
-    const FormatInRule *in = nullptr;
-    const FormatOutRule *out = nullptr;
+    Given<FormatInRule> in = {};
+    Given<FormatOutRule> out = {};
     const BgpLayout *layout = nullptr;
-    const NumbersRule *text = nullptr; // of types whose texts are numbers with separators alone
+    Given<NumbersRule> text = {}; // of types whose texts are numbers with separators alone
     RuleList rules = {};
     uint16_t shortestText = 0;
     uint16_t longestText = 0;
@@ -80,31 +90,31 @@ consteval Type MakeType(const TypeRule &rule)
     facts.Name = rule.name;
     facts.Description = rule.description;
     facts.Reference = rule.reference;
-    facts.ResultTypeId = rule.in != nullptr ? rule.in->typeId : rule.typeId;
+    facts.ResultTypeId = rule.in.is ? rule.in.at->typeId : rule.typeId;
     facts.TypeId = Or(rule.typeId, facts.ResultTypeId);
     facts.SubType = rule.subType;
-    const uint16_t printed = rule.out != nullptr ? rule.out->valueSize : uint16_t{0};
-    facts.ValueLength = Or(rule.valueLength, rule.in != nullptr ? rule.in->length : printed);
+    const uint16_t printed = rule.out.is ? rule.out.at->valueSize : uint16_t{0};
+    facts.ValueLength = Or(rule.valueLength, rule.in.is ? rule.in.at->length : printed);
     facts.CheckedLength = rule.checkedLength == TypeRule::kValueLength ? facts.ValueLength : rule.checkedLength;
-    facts.TextSize = Or(rule.textSize, rule.out != nullptr ? rule.out->textSize : uint16_t{0});
-    facts.ShortestText = rule.text != nullptr ? rule.text->shortest : rule.shortestText;
-    facts.LongestText = rule.text != nullptr ? rule.text->longest : rule.longestText;
+    facts.TextSize = Or(rule.textSize, rule.out.is ? rule.out.at->textSize : uint16_t{0});
+    facts.ShortestText = rule.text.is ? rule.text.at->shortest : rule.shortestText;
+    facts.LongestText = rule.text.is ? rule.text.at->longest : rule.longestText;
     facts.TypingMode = rule.typingMode;
     facts.Order = static_cast<uint8_t>(rule.order);
     facts.Network = static_cast<uint8_t>(rule.network);
     facts.Lua = static_cast<uint8_t>(rule.lua);
-    facts.Base = rule.text != nullptr ? rule.text->base : uint8_t{10};
+    facts.Base = rule.text.is ? rule.text.at->base : uint8_t{10};
     facts.Traits = rule.traits;
-    if (rule.out != nullptr) {
-        facts.Traits |= rule.out->mode3 == Mode3::kCopy ? BGP_TRAIT_COPIES_RAW : 0u;
-        facts.Traits |= rule.out->zeroExtends ? BGP_TRAIT_READS_SHORT : 0u;
+    if (rule.out.is) {
+        facts.Traits |= rule.out.at->mode3 == Mode3::kCopy ? BGP_TRAIT_COPIES_RAW : 0u;
+        facts.Traits |= rule.out.at->zeroExtends ? BGP_TRAIT_READS_SHORT : 0u;
     }
     facts.Layout = rule.layout;
-    facts.Notations = rule.text != nullptr ? rule.text->notations : nullptr;
-    facts.NotationCount = rule.text != nullptr ? rule.text->count : 0;
+    facts.Notations = rule.text.is ? rule.text.at->notations : nullptr;
+    facts.NotationCount = rule.text.is ? rule.text.at->count : 0;
     facts.Rules = rule.rules.at;
     facts.RuleCount = rule.rules.count;
-    type.in = rule.in;
+    type.in = rule.in.at;
     type.explain = rule.explain;
     type.describe = rule.describe;
     type.subTypes = rule.subTypes;

@@ -151,12 +151,6 @@ void Ask(uint32_t row, const DataTypeRequest &request, const char *text, BgpRefu
     }
 }
 
-// How far a parser got: behind a piece of which only the size is wrong, else up to the piece.
-uint32_t Reach(const BgpReason &reason)
-{
-    return reason.Offset + (reason.Rule->FormHolds != 0 ? reason.Length : 0);
-}
-
 // The first of those that got furthest.
 uint32_t FindClosest(const BgpRefusal &refusal)
 {

@@ -1,9 +1,9 @@
 // Reading, printing and swapping the keys that end in an address.
 #include "prefix/endpoint_key.h"
 
+#include "host/address.h"
 #include "host/bytes.h"
 #include "prefix/route_keys.h"
-#include "prefix/scan.h"
 
 namespace bgp {
 
@@ -26,11 +26,6 @@ int32_t PrintWith(const char *format, const uint32_t *numbers, uint32_t count, c
     return Print(buffer, kPrintLimit, format, arguments);
 }
 
-bool IsAsLong(int32_t printed, Text text)
-{
-    return printed >= 0 && static_cast<uint32_t>(printed) == text.length;
-}
-
 void StoreNumbers(const EndpointKey &key, const uint32_t *numbers, uint8_t *body)
 {
     for (uint32_t i = 0; i < key.numberCount; ++i) {
@@ -40,34 +35,32 @@ void StoreNumbers(const EndpointKey &key, const uint32_t *numbers, uint8_t *body
 
 } // namespace
 
-uint32_t ReadEndpointKey(const EndpointKey &key, Text text, uint8_t *body)
+uint32_t ReadEndpointKey(const EndpointKey &key, Text text, uint8_t *body, Why *why)
 {
     const bool dotted = std::memchr(text.at, '.', text.length) != nullptr;
-    return dotted ? ReadIpv4Key(key, text, body) : ReadIpv6Key(key, text, body);
+    return dotted ? ReadIpv4Key(key, text, body, why) : ReadIpv6Key(key, text, body, why);
 }
 
-uint32_t ReadIpv4Key(const EndpointKey &key, Text text, uint8_t *body)
+uint32_t ReadIpv4Key(const EndpointKey &key, Text text, uint8_t *body, Why *why)
 {
     Scanned scanned;
-    const uint32_t *octets = scanned.numbers + key.numberCount;
-    const uint32_t items = key.numberCount + kOctets;
-    if (!IsLong(text, key.ipv4.least, key.ipv4.most) || Scan(text, key.scanIpv4, scanned) != items ||
-        !AreOctetsWithin(octets, key.mostOctet)) {
+    if (!MayBeScanned(text, key.ipv4Text.least, key.ipv4Text.most, why) || !Scan(key.ipv4, text, scanned, why)) {
         return DT_ERR_FAIL;
     }
     char again[kPrintLimit];
-    if (!IsAsLong(PrintWith(key.scanIpv4, scanned.numbers, items, nullptr, again), text)) {
+    const int32_t printed = PrintWith(key.ipv4.format, scanned.numbers, key.numberCount + kOctets, nullptr, again);
+    if (!IsAsLong(printed, key.ipv4, text, {}, why)) {
         return DT_ERR_FAIL;
     }
     StoreNumbers(key, scanned.numbers, body);
-    Store(body + key.addressAt, JoinOctets(octets)); // the family stays 0
+    Store(body + key.addressAt, JoinOctets(scanned.numbers + key.numberCount)); // the family stays 0
     return DT_OK;
 }
 
-uint32_t ReadIpv6Key(const EndpointKey &key, Text text, uint8_t *body)
+uint32_t ReadIpv6Key(const EndpointKey &key, Text text, uint8_t *body, Why *why)
 {
     Scanned scanned;
-    if (!IsLong(text, key.ipv6.least, key.ipv6.most) || Scan(text, key.scanIpv6, scanned) != key.numberCount + 1u) {
+    if (!MayBeScanned(text, key.ipv6Text.least, key.ipv6Text.most, why) || !Scan(key.ipv6, text, scanned, why)) {
         return DT_ERR_FAIL;
     }
     scanned.word.length -= key.dropsLast;
@@ -75,12 +68,14 @@ uint32_t ReadIpv6Key(const EndpointKey &key, Text text, uint8_t *body)
     uint8_t *field = body + key.addressAt;
     if (!Terminate(scanned.word, typed, sizeof typed) ||
         SMP_InetAToN(typed, field + kAddressIpv6At, kSmpIpv6Family) != 0) {
+        RefuseIpv6(why, scanned.word, key.ipv6.items[key.numberCount].what);
         return DT_ERR_INVALID_PARAM;
     }
     char address[kAddressTextSize];
     char again[kPrintLimit];
     AddressTextAs(field, kIpv6Family, address);
-    if (!IsAsLong(PrintWith(key.print, scanned.numbers, key.numberCount, address, again), text)) {
+    const int32_t printed = PrintWith(key.print, scanned.numbers, key.numberCount, address, again);
+    if (!IsAsLong(printed, key.ipv6, text, scanned.word, why)) {
         return DT_ERR_FAIL;
     }
     StoreNumbers(key, scanned.numbers, body);

@@ -10,32 +10,36 @@
 
 #include "host/address_field.h"
 #include "host/text.h"
+#include "prefix/scan.h"
 
 #include <cstdint>
 
 namespace bgp {
 
 struct EndpointKey {
-    const char *scanIpv4; // the numbers and four octets; printed again for the length rule
-    const char *scanIpv6; // the numbers and the rest of the text as a word
-    const char *print;    // the numbers and the text of an address of either family
+    ScanForm ipv4;     // the numbers and four octets; printed again for the length rule
+    ScanForm ipv6;     // the numbers and the rest of the text as a word
+    const char *print; // the numbers and the text of an address of either family
     struct {
         uint8_t least, most; // characters
-    } ipv4, ipv6;
-    uint32_t mostOctet; // UINT32_MAX: octets are not judged and spill into their neighbours
-    bool dropsLast;     // the last character of the IPv6 word is dropped unseen
-    uint8_t addressAt;  // in the body
+    } ipv4Text, ipv6Text;
+    bool dropsLast;    // the last character of the IPv6 word is dropped unseen
+    uint8_t addressAt; // in the body
     uint8_t numberCount;
     struct {
         uint8_t at, width; // in the body; bytes
     } numbers[3];
 };
 
+inline constexpr const BgpRule *kEndpointKeyRules[] = {&kEmpty,          &kTooLong,  &kBlank,       &kNoDigit,
+                                                       &kSeparator,      &kTooLarge, &kLeadingZero, &kSomethingBehind,
+                                                       &kWrongCharacter, &kNoIpv6,   &kSpelling};
+
 // The text (trimmed, without blanks) into the body: as IPv4 when it holds ".", else as IPv6. DT_ERR_FAIL, or
 // DT_ERR_INVALID_PARAM when the host does not take the IPv6 address.
-uint32_t ReadEndpointKey(const EndpointKey &key, Text text, uint8_t *body);
-uint32_t ReadIpv4Key(const EndpointKey &key, Text text, uint8_t *body);
-uint32_t ReadIpv6Key(const EndpointKey &key, Text text, uint8_t *body);
+uint32_t ReadEndpointKey(const EndpointKey &key, Text text, uint8_t *body, Why *why);
+uint32_t ReadIpv4Key(const EndpointKey &key, Text text, uint8_t *body, Why *why = nullptr);
+uint32_t ReadIpv6Key(const EndpointKey &key, Text text, uint8_t *body, Why *why = nullptr);
 
 // The body as text, its address in the given family or in its own. Any family but 0 is IPv6.
 uint32_t PrintEndpointKey(const EndpointKey &key, const uint8_t *body, uint32_t family, char *buffer,

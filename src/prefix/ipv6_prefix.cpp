@@ -6,6 +6,7 @@
 //
 // Check, Help and Compare are those of the EVPN routes: the Compare finds any two IPv6 addresses without order.
 #include "bgp_datatypes/evpn.h"
+#include "host/address.h"
 #include "host/address_field.h"
 #include "host/layout.h"
 #include "host/operations.h"
@@ -25,15 +26,16 @@ constexpr BgpField kFields[] = {
     ByteArray("bolPrefix", kPayloadAt, kIpv6Size),
 };
 
-uint32_t Parse(const char *text, void *value)
+constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
+
+constexpr const BgpRule *kRules[] = {&kEmpty, &kBlank, &kNoIpv6};
+
+bool Read(const char *text, uint8_t *payload, Why *why)
 {
-    auto *bytes = static_cast<uint8_t *>(value);
+    const Text trimmed = Trim(text);
     char address[kIpv6TextSize];
-    if (!Terminate(Trim(text), address, sizeof address) || SYSDT_Str2Ipv6(address, bytes + kPayloadAt, 0) != 0) {
-        return DT_ERR_FAIL;
-    }
-    Store(bytes, kIpv6SubType);
-    return DT_OK;
+    return (Terminate(trimmed, address, sizeof address) && SYSDT_Str2Ipv6(address, payload, 0) == 0) ||
+           RefuseIpv6(why, trimmed, nullptr);
 }
 
 uint32_t PrintAddress(const uint8_t *value, uint32_t, char *buffer, uint32_t *printed)
@@ -48,9 +50,7 @@ constexpr FormatOutRule ClearsNothing(FormatOutRule rule)
     return rule;
 }
 
-constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
-
-constexpr FormatInRule kIn = RouteKeyIn(Unexplained<Parse>);
+constexpr FormatInRule kIn = RouteKeyIn(ReadKey<kIpv6SubType, Read>);
 constexpr FormatOutRule kOut = ClearsNothing(RouteKeyOut(PrintAddress));
 constexpr LuaRule kLua{.layout = kLayout, .pops = 0};
 constexpr ReaderRule kReader{.layout = kLayout, .pops = 0}; // the array's 17 slots are popped with the field
@@ -63,6 +63,7 @@ constinit const Type kIpv6Prefix = MakeSubType({
     .in = &kIn,
     .out = &kOut,
     .layout = &kLayout,
+    .rules = kRules,
     .shortestText = 1,
     .longestText = kIpv6TextSize - 1,
     .subType = kIpv6SubType,

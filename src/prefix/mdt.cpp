@@ -38,9 +38,14 @@ constexpr BgpLayout kShortLayout = Layout(kShortFields, 12);
 
 constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 
-constexpr MaskedPrefix kForm{.least = 7, .most = 35, .maskAt = kMaskAt - kPayloadAt};
+constexpr NumbersRule kText = NumbersText(7, 35, "./", kMaskedPrefix);
 
-constexpr FormatInRule kIn = InPlainMemory(RouteKeyIn(Unexplained<ParseKey<kMdtSubType, SYSDT_Str2MdtPrefix>>));
+bool Read(const char *text, uint8_t *payload, Why *why)
+{
+    return ReadMaskedPrefix(kText, kMaskAt - kPayloadAt, text, payload, why);
+}
+
+constexpr FormatInRule kIn = InPlainMemory(RouteKeyIn(ReadKey<kMdtSubType, Read>));
 constexpr FormatOutRule kOut = InPlainMemory(RouteKeyOut(PrintKey<SYSDT_MdtPrefix2Str>));
 constexpr HelpRule kHelp{.text = "X.X.X.X/M or X.X.X.X", .memory = Memory::kPlain};
 constexpr LuaRule kLua{.layout = kLayout, .pops = 0};
@@ -67,8 +72,8 @@ constinit const Type kMdtPrefix = MakeType({
     .in = &kIn,
     .out = &kOut,
     .layout = &kLayout,
-    .shortestText = kForm.least,
-    .longestText = kForm.most,
+    .text = &kText,
+    .rules = kMaskedPrefixRules,
     .typeId = 296,
     .network = BGP_NETWORK_PAYLOAD,
     .lua = BGP_LUA_TYPED,
@@ -78,7 +83,7 @@ constinit const Type kMdtPrefix = MakeType({
 
 uint32_t SYSDT_Str2MdtPrefix(const char *text, void *payload)
 {
-    return bgp::ReadMaskedPrefix(bgp::kForm, text, payload);
+    return bgp::ParsePayload<bgp::Read>(text, payload);
 }
 
 uint32_t SYSDT_MdtPrefix2Str(const void *payload, char *buffer, uint32_t *printed)

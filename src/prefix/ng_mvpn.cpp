@@ -59,6 +59,66 @@ struct Sections {
     Text at[kMostSections];
 };
 
+// clang-format off
+constexpr BgpRule kTooManyFields{"too-many-fields", "a key has at most {limit} fields", 0};
+constexpr BgpRule kMixedFamilies{"families", "of four addresses none or two are IPv4", 0};
+// clang-format on
+
+constexpr const BgpRule *kRules[] = {&kEmpty,   &kTooLong,        &kBlank,      &kWrongCharacter, &kTooManyFields,
+                                     &kNoDigit, &kTooManyNumbers, &kNoNotation, &kTooSmall,       &kTooLarge,
+                                     &kNoIpv4,  &kLeadingZero,    &kNoIpv6,     &kMixedFamilies};
+
+bool HasColon(Text section)
+{
+    return std::memchr(section.at, ':', section.length) != nullptr;
+}
+
+using FieldReader = bool(Text section, uint8_t *field, const AddressWords &words, Why *why);
+
+bool ReadIpv4Field(Text section, uint8_t *field, const AddressWords &words, Why *why)
+{
+    return ReadIpv4(section.at, section, field, words, why);
+}
+
+// An address without ":" is an IPv4 one, whatever the others are.
+bool ReadEitherField(Text section, uint8_t *field, const AddressWords &words, Why *why)
+{
+    BgpAddressRecord record;
+    if (SYSDT_Str2IPv4IPv6(section.at, &record) != DT_OK) {
+        return HasColon(section) ? RefuseIpv6(why, section, words.address) : RefuseIpv4(why, section, words);
+    }
+    if (record.Family == kIpv6Family) {
+        SetIpv6(field, record.Ipv6);
+    } else {
+        SetIpv4(field, record.Ipv4);
+    }
+    return true;
+}
+
+bool ReadAsField(Text section, uint8_t *field, const AddressWords &, Why *why)
+{
+    AsNumber as;
+    if (!ReadAsNumber(section, false, as, why)) {
+        return false;
+    }
+    Store(field, as);
+    return true;
+}
+
+// Are the sections before a slip what every key has there, an address, or an AS number in front? If not, it is they
+// that are the first slip.
+bool AreFieldsGood(const Sections &sections, Why *why)
+{
+    constexpr AddressWords kThisField{"this field", "an octet of this field"};
+    uint8_t field[kAddressFieldSize];
+    bool good = true;
+    for (uint32_t i = 0; good && i < sections.count; ++i) {
+        good = (i == 0 && ReadAsField(sections.at[i], field, kThisField, nullptr)) ||
+               ReadEitherField(sections.at[i], field, kThisField, why);
+    }
+    return good;
+}
+
 // How the two families of keys are spelt.
 struct Spelling {
     uint32_t longest;
@@ -72,45 +132,32 @@ constexpr Spelling kIpv6Spelling{kLongestKey, '-', true};
 
 bool IsKeyCharacter(const Spelling &spelling, char character)
 {
-    if (IsDigit(character) || character == '.') {
-        return true;
-    }
-    return spelling.ipv6 &&
-           (character == ':' || (character >= 'a' && character <= 'f') || (character >= 'A' && character <= 'F'));
+    return IsDigit(character) || character == '.' || (spelling.ipv6 && (character == ':' || IsHexDigit(character)));
 }
 
-// Copies the text to `area` and cuts it there. False for other characters (blanks among them), too long a text or too
-// many sections.
-bool Cut(const Spelling &spelling, Text text, char (&area)[kLongestKey + 1], Sections &sections)
+// Cuts the text, which `area` has terminated. False for other characters (blanks among them) and too many sections.
+bool Cut(const Spelling &spelling, char *area, Sections &sections, Why *why)
 {
-    if (!IsLong(text, 1, spelling.longest)) {
-        return false;
-    }
-    Terminate(text, area, sizeof area);
     sections = {0, 0, {}};
     char *start = area;
     for (char *at = area;; ++at) {
-        const bool ended = *at == '\0';
-        if (ended || *at == spelling.separator) {
-            if (sections.count == kMostSections) {
-                return false;
-            }
+        const char character = *at;
+        if (character == '\0' || character == spelling.separator) {
             *at = '\0';
             sections.at[sections.count++] = {start, static_cast<uint32_t>(at - start)};
             start = at + 1;
-        } else if (!IsKeyCharacter(spelling, *at)) {
-            return false;
+            if (character == '\0') {
+                return true;
+            }
+            if (sections.count == kMostSections) {
+                return why != nullptr && AreFieldsGood(sections, why) &&
+                       Refuse(why, {at, 1}, kTooManyFields, kMostSections);
+            }
+        } else if (!IsKeyCharacter(spelling, character)) {
+            return why != nullptr && AreFieldsGood(sections, why) && RefuseCharacter(why, {at, 1}, kWrongCharacter);
         }
-        if (ended) {
-            return true;
-        }
-        sections.dots += *at == '.';
+        sections.dots += character == '.';
     }
-}
-
-bool HasColon(Text section)
-{
-    return std::memchr(section.at, ':', section.length) != nullptr;
 }
 
 bool IsIpv4Multicast(Text section)
@@ -162,79 +209,87 @@ const NgKey *ChooseIpv6(const Sections &sections)
     }
 }
 
-bool ReadIpv4(Text section, uint8_t *field)
+// A reason names the key that was read, and the field where nothing else is named.
+void NameField(Why *why, const NgKey &key, const NgField &field)
 {
-    uint32_t address = 0;
-    if (SYSDT_Str2Ipv4(section.at, &address) != 0) {
-        return false;
+    if (why != nullptr) [[unlikely]] {
+        StandsIn(why, key.route);
+        why->reason->What = why->reason->What != nullptr ? why->reason->What : field.words.address;
     }
-    SetIpv4(field, address);
-    return true;
-}
-
-// An address without ":" is an IPv4 one, whatever the others are.
-bool ReadAddress(Text section, uint8_t *field)
-{
-    BgpAddressRecord record;
-    if (SYSDT_Str2IPv4IPv6(section.at, &record) != DT_OK) {
-        return false;
-    }
-    if (record.Family == kIpv6Family) {
-        SetIpv6(field, record.Ipv6);
-    } else {
-        SetIpv4(field, record.Ipv4);
-    }
-    return true;
-}
-
-bool ReadAs(Text section, uint8_t *field)
-{
-    AsNumber as;
-    if (!ReadAsNumber(section, false, as)) {
-        return false;
-    }
-    Store(field, as);
-    return true;
 }
 
 // Stops at the first section that is not what its field wants.
-uint32_t Fill(const NgKey &key, const Sections &sections, bool (*readAddress)(Text, uint8_t *), uint8_t *value)
+bool Fill(const NgKey &key, const Sections &sections, FieldReader *readAddress, uint8_t *value, Why *why)
 {
     Store<uint32_t>(value, key.subType);
     for (uint32_t i = 0; i < key.count; ++i) {
-        uint8_t *field = value + key.fields[i].at;
-        const bool good =
-            key.fields[i].kind == BGP_FIELD_AS ? ReadAs(sections.at[i], field) : readAddress(sections.at[i], field);
-        if (!good) {
-            return DT_ERR_FAIL;
+        const NgField &field = key.fields[i];
+        FieldReader *read = field.kind == BGP_FIELD_AS ? ReadAsField : readAddress;
+        if (!read(sections.at[i], value + field.at, field.words, why)) {
+            NameField(why, key, field);
+            return false;
         }
     }
-    return DT_OK;
+    return true;
 }
 
-uint32_t ParseIpv4(Text text, uint8_t *value)
+uint32_t CountDots(Text section)
 {
-    char area[kLongestKey + 1];
-    Sections sections;
-    if (!Cut(kIpv4Spelling, text, area, sections)) {
-        return DT_ERR_FAIL;
+    uint32_t dots = 0;
+    for (uint32_t i = 0; i < section.length; ++i) {
+        dots += section.at[i] == '.';
     }
+    return dots;
+}
+
+// A key of which another section has too few or too many dots is one of addresses all the same when it begins with one.
+const NgKey &MeantIpv4(const NgKey &key, const Sections &sections)
+{
+    return CountDots(sections.at[0]) > 1 ? *kIpv4Forms[sections.count - 1].addresses : key;
+}
+
+bool ReadIpv4Key(const Sections &sections, uint8_t *value, Why *why)
+{
     const NgKey *key = ChooseIpv4(sections);
-    const uint32_t code = Fill(*key, sections, ReadIpv4, value);
     // Two sections with six dots between them are accepted even when they are no addresses; existing configurations
     // rely on being read.
-    return key == &kNg5 || key == &kNg41 ? DT_OK : code;
+    if (Fill(*key, sections, ReadIpv4Field, value, nullptr) || key == &kNg5 || key == &kNg41) {
+        return true;
+    }
+    return why != nullptr && Fill(MeantIpv4(*key, sections), sections, ReadIpv4Field, value, why) &&
+           Fill(*key, sections, ReadIpv4Field, value, why);
 }
 
-uint32_t ParseIpv6(Text text, uint8_t *value)
+bool ReadIpv6Key(const Sections &sections, uint8_t *value, Why *why)
 {
+    const NgKey *key = ChooseIpv6(sections);
+    if (key != nullptr) {
+        return Fill(*key, sections, ReadEitherField, value, why);
+    }
+    if (why != nullptr && Fill(kNg43, sections, ReadEitherField, value, why)) {
+        const Text last = sections.at[sections.count - 1];
+        const char *const first = sections.at[0].at;
+        StandsIn(why, kNg43.route);
+        Refuse(why, {first, static_cast<uint32_t>(last.at + last.length - first)}, kMixedFamilies);
+    }
+    return false;
+}
+
+bool Read(const char *text, void *value, Why *why)
+{
+    const Text trimmed = Trim(text);
+    const bool ipv6 = std::memchr(trimmed.at, '-', trimmed.length) != nullptr;
+    const Spelling &spelling = ipv6 ? kIpv6Spelling : kIpv4Spelling;
+    if (!HasLength(trimmed, 1, spelling.longest, why)) {
+        return false;
+    }
     char area[kLongestKey + 1];
     Sections sections;
-    if (!Cut(kIpv6Spelling, text, area, sections)) {
-        return DT_ERR_FAIL;
-    }
-    const NgKey *key = ChooseIpv6(sections);
-    return key == nullptr ? DT_ERR_FAIL : Fill(*key, sections, ReadAddress, value);
+    Terminate(trimmed, area, sizeof area);
+    Moved(why, trimmed, area);
+    auto *bytes = static_cast<uint8_t *>(value);
+    return Cut(spelling, area, sections, why) &&
+           (ipv6 ? ReadIpv6Key(sections, bytes, why) : ReadIpv4Key(sections, bytes, why));
 }
 
 // ---------------------------------------------------------------------------------------------------------- text out
@@ -298,7 +353,7 @@ uint32_t PrintValue(const uint8_t *value, uint32_t, char *buffer, uint32_t *prin
     return SYSDT_NGPrefix2Str(value, buffer, printed);
 }
 
-constexpr FormatInRule kIn = RouteKeyIn(Unexplained<SYSDT_Str2NGPrefix>);
+constexpr FormatInRule kIn = RouteKeyIn(Read);
 constexpr FormatOutRule kOut = RouteKeyOut(PrintValue);
 
 template <const NgKey &Key>
@@ -311,6 +366,7 @@ consteval Type MakeNgType(const char *name)
         .in = &kIn,
         .out = &kOut,
         .layout = &kLayout<Key>,
+        .rules = kRules,
         .shortestText = 1,
         .longestText = kLongestKey,
         .subType = Key.subType,
@@ -332,16 +388,7 @@ constinit const Type kNgType41 = MakeNgType<kNg41>("NG_TYPE_4-1");
 
 } // namespace bgp
 
-uint32_t SYSDT_Str2NGPrefix(const char *text, void *value)
-{
-    if (text == nullptr || value == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
-    const bgp::Text trimmed = bgp::Trim(text);
-    auto *bytes = static_cast<uint8_t *>(value);
-    return std::memchr(trimmed.at, '-', trimmed.length) != nullptr ? bgp::ParseIpv6(trimmed, bytes)
-                                                                   : bgp::ParseIpv4(trimmed, bytes);
-}
+BGP_STR2(SYSDT_Str2NGPrefix, bgp::Read)
 
 uint32_t SYSDT_NGPrefix2Str(const void *value, char *buffer, uint32_t *printed)
 {

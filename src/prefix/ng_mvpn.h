@@ -4,6 +4,7 @@
 #define BGP_PREFIX_NG_MVPN_H
 
 #include "bgp_datatypes/ng_mvpn.h"
+#include "host/address.h"
 #include "host/layout.h"
 
 #include <cstdint>
@@ -17,6 +18,7 @@ struct NgField {
     uint8_t at;   // in the value
     const char *name;
     const char *typeName;
+    AddressWords words; // of an AS number the first
 };
 
 // Compared by address, so that neighbours of one name share one table entry.
@@ -24,22 +26,35 @@ inline constexpr char kOriginatorFamily[] = "bolNgOriIpType";
 
 constexpr NgField NgAs(uint8_t at)
 {
-    return {BGP_FIELD_AS, at, "bolNgAsNumValue", "bolNgAsNumType"};
+    return {BGP_FIELD_AS, at, "bolNgAsNumValue", "bolNgAsNumType", {"the AS number", nullptr}};
 }
 
-constexpr NgField NgSource(uint8_t at)
+constexpr NgField NgSource(uint8_t at, AddressWords words = {"the source", "an octet of the source"})
 {
-    return {BGP_FIELD_ADDRESS, at, "bolNgPrefixCS", "bolNgCSIpType"};
+    return {BGP_FIELD_ADDRESS, at, "bolNgPrefixCS", "bolNgCSIpType", words};
 }
 
 constexpr NgField NgGroup(uint8_t at)
 {
-    return {BGP_FIELD_ADDRESS, at, "bolNgPrefixCG", "bolNgCGIpType"};
+    return {BGP_FIELD_ADDRESS, at, "bolNgPrefixCG", "bolNgCGIpType", {"the group", "an octet of the group"}};
 }
 
-constexpr NgField NgOriginator(uint8_t at, const char *name)
+constexpr NgField NgOriginator(uint8_t at)
 {
-    return {BGP_FIELD_ADDRESS, at, name, kOriginatorFamily};
+    return {
+        BGP_FIELD_ADDRESS, at, "bolNgPrefixOriIP", kOriginatorFamily, {"the originator", "an octet of the originator"}};
+}
+
+constexpr NgField NgOriginator1(uint8_t at)
+{
+    return {
+        BGP_FIELD_ADDRESS, at, "bolNgPrefixOriIP1", kOriginatorFamily, {"originator 1", "an octet of originator 1"}};
+}
+
+constexpr NgField NgOriginator2(uint8_t at)
+{
+    return {
+        BGP_FIELD_ADDRESS, at, "bolNgPrefixOriIP2", kOriginatorFamily, {"originator 2", "an octet of originator 2"}};
 }
 
 // Which text an address prints as.
@@ -63,7 +78,7 @@ struct NgKey {
 inline constexpr NgKey kNgPlain{.subType = 0,
                                 .route = nullptr,
                                 .count = 1,
-                                .fields = {NgSource(4)},
+                                .fields = {NgSource(4, kWholeText)},
                                 .readerOrder = "0",
                                 .readerPops = 0,
                                 .family = NgFamily::kNone};
@@ -77,25 +92,24 @@ inline constexpr NgKey kNg2{.subType = 2,
 inline constexpr NgKey kNg3{.subType = 3,
                             .route = "S-PMSI A-D route",
                             .count = 3,
-                            .fields = {NgSource(4), NgGroup(25), NgOriginator(46, "bolNgPrefixOriIP")},
+                            .fields = {NgSource(4), NgGroup(25), NgOriginator(46)},
                             .readerOrder = "201",
                             .readerPops = 4,
                             .family = NgFamily::kOfFirst};
 inline constexpr NgKey kNg42{.subType = 4,
                              .route = "Leaf A-D route of an Inter-AS I-PMSI",
                              .count = 2,
-                             .fields = {NgAs(4), NgOriginator(12, "bolNgPrefixOriIP")},
+                             .fields = {NgAs(4), NgOriginator(12)},
                              .readerOrder = "10",
                              .readerPops = 4,
                              .family = NgFamily::kOfFirst};
-inline constexpr NgKey kNg43{
-    .subType = 5,
-    .route = "Leaf A-D route of an S-PMSI",
-    .count = 4,
-    .fields = {NgSource(4), NgGroup(25), NgOriginator(46, "bolNgPrefixOriIP1"), NgOriginator(67, "bolNgPrefixOriIP2")},
-    .readerOrder = "3201",
-    .readerPops = 5,
-    .family = NgFamily::kOfFirst};
+inline constexpr NgKey kNg43{.subType = 5,
+                             .route = "Leaf A-D route of an S-PMSI",
+                             .count = 4,
+                             .fields = {NgSource(4), NgGroup(25), NgOriginator1(46), NgOriginator2(67)},
+                             .readerOrder = "3201",
+                             .readerPops = 5,
+                             .family = NgFamily::kOfFirst};
 inline constexpr NgKey kNg5{.subType = 6,
                             .route = "Source Active A-D route",
                             .count = 2,
@@ -113,7 +127,7 @@ inline constexpr NgKey kNg6{.subType = 7,
 inline constexpr NgKey kNg41{.subType = 13,
                              .route = "Leaf A-D route of an Intra-AS I-PMSI",
                              .count = 2,
-                             .fields = {NgOriginator(4, "bolNgPrefixOriIP1"), NgOriginator(25, "bolNgPrefixOriIP2")},
+                             .fields = {NgOriginator1(4), NgOriginator2(25)},
                              .readerOrder = "10",
                              .readerPops = 3,
                              .family = NgFamily::kOfEach};

@@ -23,6 +23,18 @@ constexpr BgpField NotationWord(const NgField &field)
     return Number(field.typeName, static_cast<uint16_t>(field.at + 4), 4);
 }
 
+// "bolType", and two entries a field; neighbours that share a family have one of it.
+int32_t CountEntries(const NgKey &key)
+{
+    int32_t entries = 1;
+    const char *typeName = nullptr;
+    for (uint32_t i = 0; i < key.count; ++i) {
+        entries += key.fields[i].typeName == typeName ? 1 : 2;
+        typeName = key.fields[i].typeName;
+    }
+    return entries;
+}
+
 uint32_t SetTable(const NgKey &key, lua_State *L, int32_t tableIndex, const char *fieldName, uint32_t length,
                   const void *value)
 {
@@ -30,7 +42,7 @@ uint32_t SetTable(const NgKey &key, lua_State *L, int32_t tableIndex, const char
         return code;
     }
     const auto *bytes = static_cast<const uint8_t *>(value);
-    SYSDT_SPTI_CreateTable(L, 0, 1 + 2 * key.count);
+    SYSDT_SPTI_CreateTable(L, 0, CountEntries(key));
     const int32_t table = SYSDT_SPTI_GetTop(L);
     LuaSetOne(L, table, Number("bolType", 0, 4), bytes);
     const char *familyName = nullptr; // whose family `family` is

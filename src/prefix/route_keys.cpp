@@ -2,7 +2,6 @@
 #include "prefix/route_keys.h"
 
 #include "host/bytes.h"
-#include "prefix/scan.h"
 
 namespace bgp {
 
@@ -14,24 +13,18 @@ uint32_t PrintIpv4Word(const void *at, char *buffer, uint32_t *printed)
                    printed);
 }
 
-uint32_t ReadMaskedPrefix(const MaskedPrefix &form, const char *text, void *payload)
+bool ReadMaskedPrefix(const NumbersRule &rule, uint32_t maskAt, const char *text, uint8_t *payload, Why *why)
 {
-    constexpr uint32_t kItems = 5;
-    constexpr uint32_t kLongestMask = 32;
-    if (text == nullptr || payload == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
+    static constexpr ScanForm kForm = ScanOf("%u.%u.%u.%u/%u", kMaskedPrefix[0]);
     const Text trimmed = Trim(text);
     Scanned scanned;
-    if (!IsLong(trimmed, form.least, form.most) || HasBlank(trimmed) ||
-        Scan(trimmed, "%u.%u.%u.%u/%u", scanned) != kItems || !AreOctetsWithin(scanned.numbers, UINT8_MAX) ||
-        scanned.numbers[4] > kLongestMask) {
-        return DT_ERR_FAIL;
+    if (!MayBeScanned(trimmed, rule.shortest, rule.longest, why) || !HasNoBlank(trimmed, why) ||
+        !Scan(kForm, trimmed, scanned, why)) {
+        return false;
     }
-    auto *bytes = static_cast<uint8_t *>(payload);
-    Store(bytes, JoinOctets(scanned.numbers));
-    Store(bytes + form.maskAt, scanned.numbers[4]);
-    return DT_OK;
+    Store(payload, JoinOctets(scanned.numbers));
+    Store(payload + maskAt, scanned.numbers[4]);
+    return true;
 }
 
 namespace {

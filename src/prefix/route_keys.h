@@ -6,6 +6,7 @@
 #include "host/layout.h"
 #include "host/text.h"
 #include "prefix/prefix.h"
+#include "prefix/scan.h"
 
 #include <cstdint>
 
@@ -22,13 +23,25 @@ inline constexpr uint32_t kSdwanSubType = 16;
 
 // ------------------------------------------------------------------------------------------------------ text in, out
 
-// A parser of the fields behind the sub-type word, as the parser of a whole value.
-template <uint32_t SubType, uint32_t (*ParsePayload)(const char *, void *)>
-uint32_t ParseKey(const char *text, void *value)
+// A reader of the fields behind the sub-type word, as the reader of a whole value.
+using PayloadReader = bool (*)(const char *text, uint8_t *payload, Why *why);
+
+template <uint32_t SubType, PayloadReader ReadPayload>
+bool ReadKey(const char *text, void *value, Why *why)
 {
     auto *bytes = static_cast<uint8_t *>(value);
     Store(bytes, SubType);
-    return ParsePayload(text, bytes + kPayloadAt);
+    return ReadPayload(text, bytes + kPayloadAt, why);
+}
+
+// The same under its exported name: 0, DT_ERR_NULL_PTR or DT_ERR_FAIL.
+template <PayloadReader ReadPayload>
+uint32_t ParsePayload(const char *text, void *payload)
+{
+    if (text == nullptr || payload == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    return ReadPayload(text, static_cast<uint8_t *>(payload), nullptr) ? DT_OK : DT_ERR_FAIL;
 }
 
 // Prints the fields behind the sub-type word.
@@ -43,14 +56,30 @@ uint32_t PrintKey(const uint8_t *value, uint32_t, char *buffer, uint32_t *printe
 // The IPv4 word at `at`, four decimal octets.
 uint32_t PrintIpv4Word(const void *at, char *buffer, uint32_t *printed);
 
+// The length of a text to be scanned. One that is too short lacks something, which the scan knows when a reason is
+// asked for.
+inline bool MayBeScanned(Text text, uint32_t least, uint32_t most, Why *why)
+{
+    const bool lacks = why != nullptr && text.length > 0 && text.length < least;
+    return lacks || HasLength(text, least, most, why);
+}
+
 // "a.b.c.d/m": an IPv4 prefix whose mask length must be there. It goes to the first word of the payload, the mask
-// length to the word at maskAt. 0, DT_ERR_NULL_PTR, or DT_ERR_FAIL.
-struct MaskedPrefix {
-    uint8_t least, most; // characters
-    uint8_t maskAt;      // in the payload
+// length to the word at maskAt. What follows the mask length is not looked at.
+inline constexpr BgpNotation kMaskedPrefix[] = {
+    {.Form = "a.b.c.d/m",
+     .Separators = ".../",
+     .When = nullptr,
+     .Names = {"octet 1 of the prefix", "octet 2 of the prefix", "octet 3 of the prefix", "octet 4 of the prefix",
+               "the mask length"},
+     .Smallest = {},
+     .Largest = {UINT8_MAX, UINT8_MAX, UINT8_MAX, UINT8_MAX, 32}},
 };
 
-uint32_t ReadMaskedPrefix(const MaskedPrefix &form, const char *text, void *payload);
+inline constexpr const BgpRule *kMaskedPrefixRules[] = {&kEmpty,   &kTooLong,   &kBlank,
+                                                        &kNoDigit, &kSeparator, &kTooLarge};
+
+bool ReadMaskedPrefix(const NumbersRule &rule, uint32_t maskAt, const char *text, uint8_t *payload, Why *why);
 
 // Variations of the rules that most route keys have.
 constexpr FormatInRule InPlainMemory(FormatInRule rule)

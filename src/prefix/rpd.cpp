@@ -14,7 +14,6 @@
 #include "host/bytes.h"
 #include "host/operations.h"
 #include "prefix/route_keys.h"
-#include "prefix/scan.h"
 
 namespace bgp {
 
@@ -33,20 +32,45 @@ constexpr BgpField kFields[] = {
 
 constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 
-constexpr const char *kTyped = "%u/%u.%u.%u.%u/%u";
-constexpr uint32_t kItems = 6;
-constexpr uint32_t kLargestPolicyType = 1;
+constexpr uint16_t kShortest = 11;
+constexpr uint16_t kLongest = 31;
+constexpr const char *kAnOctet = "an octet of the peer";
+constexpr ScanForm kForm{"%u/%u.%u.%u.%u/%u",
+                         {{"the policy type", 1},
+                          {kAnOctet, UINT8_MAX},
+                          {kAnOctet, UINT8_MAX},
+                          {kAnOctet, UINT8_MAX},
+                          {kAnOctet, UINT8_MAX},
+                          {"the distinguisher", UINT32_MAX}}};
+
+constexpr const BgpRule *kRules[] = {&kEmpty,    &kTooLong,     &kBlank,           &kNoDigit,       &kSeparator,
+                                     &kTooLarge, &kLeadingZero, &kSomethingBehind, &kWrongCharacter};
 
 // Only the spelling that printing gives back is taken, judged by its length: no leading zeros, nothing behind it.
-bool IsCanonical(Text text, const uint32_t *numbers)
+bool IsCanonical(Text text, const uint32_t *numbers, Why *why)
 {
     char again[kPrintLimit];
-    const int32_t length =
-        Print(again, sizeof again, kTyped, {numbers[0], numbers[1], numbers[2], numbers[3], numbers[4], numbers[5]});
-    return length >= 0 && static_cast<uint32_t>(length) == text.length;
+    const int32_t length = Print(again, sizeof again, kForm.format,
+                                 {numbers[0], numbers[1], numbers[2], numbers[3], numbers[4], numbers[5]});
+    return IsAsLong(length, kForm, text, {}, why);
 }
 
-constexpr FormatInRule kIn = RouteKeyIn(Unexplained<ParseKey<kRpdSubType, SYSDT_Str2RpdPrefix>>);
+bool Read(const char *text, uint8_t *payload, Why *why)
+{
+    const Text trimmed = Trim(text);
+    Scanned scanned;
+    const uint32_t *numbers = scanned.numbers;
+    if (!MayBeScanned(trimmed, kShortest, kLongest, why) || !HasNoBlank(trimmed, why) ||
+        !Scan(kForm, trimmed, scanned, why) || !IsCanonical(trimmed, numbers, why)) {
+        return false;
+    }
+    payload[0] = static_cast<uint8_t>(numbers[0]);
+    Store(payload + kPeerAt - kPayloadAt, JoinOctets(numbers + 1));
+    Store(payload + kDistinguisherAt - kPayloadAt, numbers[5]);
+    return true;
+}
+
+constexpr FormatInRule kIn = RouteKeyIn(ReadKey<kRpdSubType, Read>);
 constexpr FormatOutRule kOut = OfSubType(RouteKeyOut(PrintKey<SYSDT_RpdPrefix2Str>), kRpdSubType, true);
 constexpr HelpRule kHelp{.text = "X/X.X.X.X/X", .memory = Memory::kPlain};
 constexpr LuaRule kLua{.layout = kLayout, .pops = 0};
@@ -62,8 +86,9 @@ constinit const Type kRpd = MakeSubType({
     .in = &kIn,
     .out = &kOut,
     .layout = &kLayout,
-    .shortestText = 11,
-    .longestText = 31,
+    .rules = kRules,
+    .shortestText = kShortest,
+    .longestText = kLongest,
     .subType = kRpdSubType,
     .checkedLength = kCheckedLength,
     .lua = BGP_LUA_TYPED,
@@ -73,22 +98,7 @@ constinit const Type kRpd = MakeSubType({
 
 uint32_t SYSDT_Str2RpdPrefix(const char *text, void *payload)
 {
-    if (text == nullptr || payload == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
-    const bgp::Text trimmed = bgp::Trim(text);
-    bgp::Scanned scanned;
-    const uint32_t *numbers = scanned.numbers;
-    if (!bgp::IsLong(trimmed, 11, 31) || bgp::HasBlank(trimmed) ||
-        bgp::Scan(trimmed, bgp::kTyped, scanned) != bgp::kItems || numbers[0] > bgp::kLargestPolicyType ||
-        !bgp::AreOctetsWithin(numbers + 1, UINT8_MAX) || !bgp::IsCanonical(trimmed, numbers)) {
-        return DT_ERR_FAIL;
-    }
-    auto *bytes = static_cast<uint8_t *>(payload);
-    bytes[0] = static_cast<uint8_t>(numbers[0]);
-    bgp::Store(bytes + bgp::kPeerAt - bgp::kPayloadAt, bgp::JoinOctets(numbers + 1));
-    bgp::Store(bytes + bgp::kDistinguisherAt - bgp::kPayloadAt, numbers[5]);
-    return DT_OK;
+    return bgp::ParsePayload<bgp::Read>(text, payload);
 }
 
 uint32_t SYSDT_RpdPrefix2Str(const void *payload, char *buffer, uint32_t *printed)

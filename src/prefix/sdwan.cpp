@@ -34,20 +34,40 @@ constexpr BgpField kFields[] = {
 
 constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 
+constexpr ScanItem kRouteType{"the route type", UINT16_MAX};
+constexpr ScanItem kPort{"the port", UINT32_MAX};
+constexpr ScanItem kSite{"the site", UINT32_MAX};
+constexpr ScanItem kOctet{"an octet of the node", UINT8_MAX};
+
 constexpr EndpointKey kKey{
-    .scanIpv4 = "%hu-%u-%u-%u.%u.%u.%u",
-    .scanIpv6 = "%hu-%u-%u-%s",
+    .ipv4 = {"%hu-%u-%u-%u.%u.%u.%u", {kRouteType, kPort, kSite, kOctet, kOctet, kOctet, kOctet}},
+    .ipv6 = {"%hu-%u-%u-%s", {kRouteType, kPort, kSite, {"the node", 0}}},
     .print = "%hu-%u-%u-%s",
-    .ipv4 = {13, 43},
-    .ipv6 = {6, 69},
-    .mostOctet = UINT8_MAX,
+    .ipv4Text = {13, 43},
+    .ipv6Text = {6, 69},
     .dropsLast = false,
     .addressAt = kNodeAt - kPayloadAt,
     .numberCount = 3,
     .numbers = {{0, 2}, {4, 4}, {8, 4}},
 };
 
-constexpr FormatInRule kIn = RouteKeyIn(Unexplained<SYSDT_Str2SdwanPrefix>);
+// The sub-type is written as soon as the text is known to be one word, before anything else of it is looked at.
+uint32_t ReadWhole(const char *text, uint8_t *value, Why *why)
+{
+    const Text trimmed = Trim(text);
+    if (!HasNoBlank(trimmed, why)) {
+        return DT_ERR_FAIL;
+    }
+    Store(value, kSdwanSubType);
+    return ReadEndpointKey(kKey, trimmed, value + kPayloadAt, why);
+}
+
+bool Read(const char *text, void *value, Why *why)
+{
+    return ReadWhole(text, static_cast<uint8_t *>(value), why) == DT_OK;
+}
+
+constexpr FormatInRule kIn = RouteKeyIn(Read);
 // A value of another sub-type costs even the caller its buffer.
 constexpr FormatOutRule kOut = OfSubType(RouteKeyOut(PrintKey<SYSDT_SdwanPrefix2Str>), kSdwanSubType, true);
 constexpr HelpRule kHelp{.text = "X-X-X-X.X.X.X", .memory = Memory::kPlain};
@@ -63,27 +83,21 @@ constinit const Type kSdwan = MakeSubType({
     .in = &kIn,
     .out = &kOut,
     .layout = &kLayout,
-    .shortestText = kKey.ipv6.least,
-    .longestText = kKey.ipv6.most,
+    .rules = kEndpointKeyRules,
+    .shortestText = kKey.ipv6Text.least,
+    .longestText = kKey.ipv6Text.most,
     .subType = kSdwanSubType,
     .lua = BGP_LUA_LOSES, // only the composite reads it
 });
 
 } // namespace bgp
 
-// The sub-type is written as soon as the text is known to be one word, before anything else of it is looked at.
 uint32_t SYSDT_Str2SdwanPrefix(const char *text, void *value)
 {
     if (text == nullptr || value == nullptr) {
         return DT_ERR_NULL_PTR;
     }
-    const bgp::Text trimmed = bgp::Trim(text);
-    if (bgp::HasBlank(trimmed)) {
-        return DT_ERR_FAIL;
-    }
-    auto *bytes = static_cast<uint8_t *>(value);
-    bgp::Store(bytes, bgp::kSdwanSubType);
-    return bgp::ReadEndpointKey(bgp::kKey, trimmed, bytes + bgp::kPayloadAt);
+    return bgp::ReadWhole(text, static_cast<uint8_t *>(value), nullptr);
 }
 
 BGP_ENDPOINT_KEY_PARTS(SYSDT_Str2SdwanV4Prefix, SYSDT_SdwanV4Prefix2Str, bgp::kKey, Ipv4)

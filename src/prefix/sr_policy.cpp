@@ -34,20 +34,34 @@ constexpr BgpField kFields[] = {
 
 constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 
+constexpr ScanItem kDistinguisher{"the distinguisher", UINT32_MAX};
+constexpr ScanItem kColour{"the colour", UINT32_MAX};
+constexpr ScanItem kOctet{"an octet of the endpoint", UINT32_MAX};
+
 constexpr EndpointKey kKey{
-    .scanIpv4 = "[%u][%u][%u.%u.%u.%u]",
-    .scanIpv6 = "[%u][%u][%s",
+    .ipv4 = {"[%u][%u][%u.%u.%u.%u]", {kDistinguisher, kColour, kOctet, kOctet, kOctet, kOctet}},
+    .ipv6 = {"[%u][%u][%s", {kDistinguisher, kColour, {"the endpoint", 0}}},
     .print = "[%u][%u][%s]",
-    .ipv4 = {15, 42},
-    .ipv6 = {8, 67},
-    .mostOctet = UINT32_MAX,
+    .ipv4Text = {15, 42},
+    .ipv6Text = {8, 67},
     .dropsLast = true,
     .addressAt = kEndpointAt - kPayloadAt,
     .numberCount = 2,
     .numbers = {{0, 4}, {4, 4}},
 };
 
-constexpr FormatInRule kIn = RouteKeyIn(Unexplained<ParseKey<kSrPolicySubType, SYSDT_Str2SrPolicyPrefix>>);
+uint32_t ReadBody(const char *text, uint8_t *body, Why *why)
+{
+    const Text trimmed = Trim(text);
+    return HasNoBlank(trimmed, why) ? ReadEndpointKey(kKey, trimmed, body, why) : DT_ERR_FAIL;
+}
+
+bool Read(const char *text, uint8_t *payload, Why *why)
+{
+    return ReadBody(text, payload, why) == DT_OK;
+}
+
+constexpr FormatInRule kIn = RouteKeyIn(ReadKey<kSrPolicySubType, Read>);
 // A value of another sub-type costs even the caller its buffer.
 constexpr FormatOutRule kOut = OfSubType(RouteKeyOut(PrintKey<SYSDT_SrPolicyPrefix2Str>), kSrPolicySubType, true);
 constexpr HelpRule kHelp{.text = "[X][X][X.X.X.X]", .memory = Memory::kPlain};
@@ -63,8 +77,9 @@ constinit const Type kSrPolicy = MakeSubType({
     .in = &kIn,
     .out = &kOut,
     .layout = &kLayout,
-    .shortestText = kKey.ipv6.least,
-    .longestText = kKey.ipv6.most,
+    .rules = kEndpointKeyRules,
+    .shortestText = kKey.ipv6Text.least,
+    .longestText = kKey.ipv6Text.most,
     .subType = kSrPolicySubType,
     .lua = BGP_LUA_LOSES, // only the composite reads it
 });
@@ -76,9 +91,7 @@ uint32_t SYSDT_Str2SrPolicyPrefix(const char *text, void *body)
     if (text == nullptr || body == nullptr) {
         return DT_ERR_NULL_PTR;
     }
-    const bgp::Text trimmed = bgp::Trim(text);
-    return bgp::HasBlank(trimmed) ? DT_ERR_FAIL
-                                  : bgp::ReadEndpointKey(bgp::kKey, trimmed, static_cast<uint8_t *>(body));
+    return bgp::ReadBody(text, static_cast<uint8_t *>(body), nullptr);
 }
 
 BGP_ENDPOINT_KEY_PARTS(SYSDT_Str2Srv4PolicyPrefix, SYSDT_Srv4PolicyPrefix2Str, bgp::kKey, Ipv4)

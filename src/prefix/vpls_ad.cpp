@@ -7,6 +7,7 @@
 //
 // It is the first sub-type of the composite: every typed text is offered to it first, and its Check, Help and Compare
 // are the first ones asked about any BOLPREFIX value. Check therefore passes whatever has the composite's length.
+#include "host/address.h"
 #include "host/bytes.h"
 #include "host/operations.h"
 #include "prefix/route_keys.h"
@@ -24,20 +25,23 @@ constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 
 constexpr uint16_t kLongestText = 63;
 
+constexpr const BgpRule *kRules[] = {&kEmpty, &kBlank, &kTooLarge, &kLeadingZero, &kNoIpv4};
+
 // What an IPv4 address looks like is for the host to say.
-uint32_t Parse(const char *text, void *payload)
+bool Read(const char *text, uint8_t *payload, Why *why)
 {
+    const Text trimmed = Trim(text);
     char terminated[kLongestText + 1];
     uint32_t address = 0;
-    if (!Terminate(Trim(text), terminated, sizeof terminated) || SYSDT_Str2Ipv4(terminated, &address) != 0) {
-        return DT_ERR_FAIL;
+    if (!Terminate(trimmed, terminated, sizeof terminated) || SYSDT_Str2Ipv4(terminated, &address) != 0) {
+        return RefuseIpv4(why, trimmed, kWholeText);
     }
     Store(payload, address);
-    return DT_OK;
+    return true;
 }
 
+constexpr FormatInRule kIn = RouteKeyIn(ReadKey<kVplsAdSubType, Read>);
 // The sub-type word is not looked at.
-constexpr FormatInRule kIn = RouteKeyIn(Unexplained<ParseKey<kVplsAdSubType, Parse>>);
 constexpr FormatOutRule kOut = RouteKeyOut(PrintKey<PrintIpv4Word>);
 
 // A typed text that cannot become an IPv4 address gets the host's own code, so that the composite goes on to the help
@@ -56,6 +60,7 @@ constinit const Type kVplsAd = MakeSubType({
     .in = &kIn,
     .out = &kOut,
     .layout = &kLayout,
+    .rules = kRules,
     .shortestText = 1,
     .longestText = kLongestText,
     .subType = kVplsAdSubType,

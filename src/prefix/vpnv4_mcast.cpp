@@ -43,9 +43,14 @@ constexpr BgpLayout kShortLayout = Layout(kShortFields, 8);
 
 constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 
-constexpr MaskedPrefix kForm{.least = 9, .most = 18, .maskAt = kMaskAt - kPayloadAt};
+constexpr NumbersRule kText = NumbersText(9, 18, "./", kMaskedPrefix);
 
-constexpr FormatInRule kIn = RouteKeyIn(Unexplained<ParseKey<kVpnv4McastSubType, SYSDT_Str2Vpnv4McastPrefix>>);
+bool Read(const char *text, uint8_t *payload, Why *why)
+{
+    return ReadMaskedPrefix(kText, kMaskAt - kPayloadAt, text, payload, why);
+}
+
+constexpr FormatInRule kIn = RouteKeyIn(ReadKey<kVpnv4McastSubType, Read>);
 constexpr FormatOutRule kOut = RouteKeyOut(PrintKey<SYSDT_Vpnv4McastPrefix2Str>);
 constexpr HelpRule kHelp{.text = "X.X.X.X/M or X.X.X.X"};
 constexpr LuaRule kLua{.layout = kLayout, .pops = 0};
@@ -72,8 +77,8 @@ constinit const Type kVpnv4McPrefix = MakeType({
     .in = &kIn,
     .out = &kOut,
     .layout = &kLayout,
-    .shortestText = kForm.least,
-    .longestText = kForm.most,
+    .text = &kText,
+    .rules = kMaskedPrefixRules,
     .typeId = 295,
     .network = BGP_NETWORK_PAYLOAD,
     .lua = BGP_LUA_LOSES,
@@ -83,7 +88,7 @@ constinit const Type kVpnv4McPrefix = MakeType({
 
 uint32_t SYSDT_Str2Vpnv4McastPrefix(const char *text, void *payload)
 {
-    return bgp::ReadMaskedPrefix(bgp::kForm, text, payload);
+    return bgp::ParsePayload<bgp::Read>(text, payload);
 }
 
 uint32_t SYSDT_Vpnv4McastPrefix2Str(const void *payload, char *buffer, uint32_t *printed)

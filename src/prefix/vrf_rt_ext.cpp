@@ -62,26 +62,57 @@ constexpr PrintRow kPrintRows[] = {
 
 // ----------------------------------------------------------------------------------------------------------- text in
 
+constexpr const char *kNotationNames[] = {"a.b.c.d:n", "AS:n", "x.y:n", "xxxx-xxxx-xxxx"};
+
+constexpr const BgpRule *kRules[] = {&kEmpty,   &kTooLong,   &kBlank,    &kWrongCharacter, &kNoNotation,
+                                     &kNoDigit, &kSeparator, &kTooLarge, &kNoHexDigit};
+
 struct Separators {
     uint32_t dots, colons, dashes;
 };
 
+// The counter of a separator; null for other characters.
+uint32_t *CounterOf(char character, Separators &count)
+{
+    switch (character) {
+    case '.':
+        return &count.dots;
+    case ':':
+        return &count.colons;
+    case '-':
+        return &count.dashes;
+    default:
+        return nullptr;
+    }
+}
+
+// Says why the text is of no notation; below.
+[[gnu::cold]] void NoteForm(const Why &why, Text text);
+
+bool RefuseForm(Why *why, Text text)
+{
+    if (why != nullptr) [[unlikely]] {
+        NoteForm(*why, text);
+    }
+    return false;
+}
+
 // Counts what is there. False for a text that is too short or too long, or that holds anything else than hexadecimal
 // digits and separators.
-bool Count(Text text, Separators &count)
+bool Count(Text text, Separators &count, Why *why)
 {
-    if (!IsLong(text, 1, kLongestTyped)) {
+    if (!HasLength(text, 1, kLongestTyped, why)) {
         return false;
     }
     for (uint32_t i = 0; i < text.length; ++i) {
-        const char character = text.at[i];
-        if (BGP_DATATYPE_IsHex(character) != 0) {
+        if (IsHexDigit(text.at[i])) {
             continue;
         }
-        if (character != '.' && character != ':' && character != '-') {
-            return false;
+        uint32_t *counter = CounterOf(text.at[i], count);
+        if (counter == nullptr) {
+            return RefuseForm(why, text);
         }
-        ++(character == '.' ? count.dots : character == ':' ? count.colons : count.dashes);
+        ++*counter;
     }
     return true;
 }
@@ -92,21 +123,27 @@ void Finish(uint8_t *value, uint32_t notation)
     Store(value + kNotationAt, notation);
 }
 
-// A notation of decimal numbers, scanned by its format.
+// A notation of decimal numbers. An AS number and what it assigns share the bytes, so that how large they may be shows
+// only when both are read.
 struct Form {
-    const char *format;
+    ScanForm scan;
     uint32_t items;
     uint32_t shape;
 };
 
-constexpr Form kIpv4Form{"%u.%u.%u.%u:%u", 5, Shape("...:")};
-constexpr Form kPlainForm{"%u:%u", 2, Shape(":")};
-constexpr Form kDottedForm{"%u.%u:%u", 3, Shape(".:")};
+constexpr const BgpNotation &kByAddress = kSharedNotations.rows[0];
+constexpr const BgpNotation &kByNumber = kSharedNotations.rows[2];
+constexpr const BgpNotation &kByHalves = kSharedNotations.rows[3];
 
-bool ReadForm(const Form &form, Text text, uint8_t *value)
+constexpr Form kIpv4Form{ScanOf("%u.%u.%u.%u:%u", kByAddress), 5, Shape("...:")};
+constexpr Form kPlainForm{
+    {"%u:%u", {{kByNumber.Names[0], UINT32_MAX}, {kByNumber.Names[1], UINT32_MAX}}}, 2, Shape(":")};
+constexpr Form kDottedForm{ScanOf("%u.%u:%u", kByHalves), 3, Shape(".:")};
+
+bool ReadForm(const Form &form, Text text, uint8_t *value, Why *why)
 {
     Scanned scanned;
-    if (Scan(text, form.format, scanned) != form.items) {
+    if (!Scan(form.scan, text, scanned, why)) {
         return false;
     }
     Numbers numbers;
@@ -114,7 +151,7 @@ bool ReadForm(const Form &form, Text text, uint8_t *value)
     for (uint32_t i = 0; i < form.items; ++i) {
         numbers.at[i] = scanned.numbers[i];
     }
-    const uint32_t notation = Encode(kTyped, text, numbers, value + kPayloadAt, nullptr);
+    const uint32_t notation = Encode(kTyped, text, numbers, value + kPayloadAt, why);
     if (notation == kNoFit) {
         return false;
     }
@@ -122,21 +159,34 @@ bool ReadForm(const Form &form, Text text, uint8_t *value)
     return true;
 }
 
-// "%02hx%02hx-%02hx%02hx-%02hx%02hx"
-bool ReadEsImport(Text text, uint8_t *value)
+// "%02hx%02hx-%02hx%02hx-%02hx%02hx"; null when it is not there.
+const char *ScanEsImport(Text text, uint8_t (&six)[6], Why *why)
 {
-    uint8_t six[6];
     const char *at = text.at;
     const char *const end = at + text.length;
     for (uint32_t i = 0; i < sizeof six; ++i) {
-        const bool dashed = i == 2 || i == 4;
-        if (dashed && (at == end || *at++ != '-')) {
-            return false;
+        if (i == 2 || i == 4) {
+            if (at == end || *at != '-') {
+                RefuseSeparator(why, {at, at < end}, '-');
+                return nullptr;
+            }
+            ++at;
         }
+        const char *const start = at;
         at = ScanHexByte(at, end, &six[i]);
         if (at == nullptr) {
-            return false;
+            RefuseCharacter(why, {start, start < end}, kNoHexDigit);
+            return nullptr;
         }
+    }
+    return at;
+}
+
+bool ReadEsImport(Text text, uint8_t *value, Why *why)
+{
+    uint8_t six[6];
+    if (ScanEsImport(text, six, why) == nullptr) {
+        return false;
     }
     StoreBig(value + kPayloadAt, kEsImportKind, 2);
     std::memcpy(value + kPayloadAt + 2, six, sizeof six);
@@ -144,29 +194,104 @@ bool ReadEsImport(Text text, uint8_t *value)
     return true;
 }
 
-// The separators pick the notation. Dashes count for ES-import only.
-bool Read(Text text, uint8_t *value)
+// Why the text, which has no stray characters, is not of the form; null stands for ES-import. Behind what was scanned
+// it ends, or a separator stands that may not.
+BgpReason JudgeForm(const Form *form, const Why &why, Text text)
 {
-    Separators count{};
-    if (!Count(text, count)) {
-        return false;
+    BgpReason reason{};
+    Why own{&reason, why.from, why.offset};
+    Scanned scanned;
+    uint8_t six[6];
+    const char *const end = text.at + text.length;
+    const char *at = nullptr;
+    if (form == nullptr) {
+        at = ScanEsImport(text, six, &own);
+    } else if (Scan(form->scan, text, scanned, &own)) {
+        at = scanned.end;
     }
-    if (count.colons == 1) {
-        return count.dots == 3   ? ReadForm(kIpv4Form, text, value)
-               : count.dots == 1 ? ReadForm(kDottedForm, text, value)
-               : count.dots == 0 ? ReadForm(kPlainForm, text, value)
-                                 : false;
+    if (at != nullptr) {
+        while (at < end && (IsHexDigit(*at) || (form != nullptr && *at == '-'))) {
+            ++at;
+        }
+        RefuseChoice(&own, {at, at < end}, kNoNotation, Choices(kNotationNames));
     }
-    return count.colons == 0 && count.dots == 0 && count.dashes == 2 && ReadEsImport(text, value);
+    return reason;
 }
 
-uint32_t ParseForm(const Form &form, const char *text, void *value)
+// Of the notation that gets furthest; where several get equally far, any of them may stand.
+void NoteFurthest(const Why &why, Text text)
 {
-    if (text == nullptr || value == nullptr) {
-        return DT_ERR_NULL_PTR;
+    constexpr const Form *kForms[] = {&kIpv4Form, &kPlainForm, &kDottedForm, nullptr};
+    BgpReason &best = *why.reason;
+    uint32_t equals = 0;
+    for (const Form *form : kForms) {
+        const BgpReason reason = JudgeForm(form, why, text);
+        if (equals == 0 || Reach(reason) > Reach(best)) {
+            best = reason;
+            equals = 1;
+        } else {
+            equals += Reach(reason) == Reach(best);
+        }
     }
-    const Text whole{text, static_cast<uint32_t>(std::strlen(text))};
-    return ReadForm(form, whole, static_cast<uint8_t *>(value)) ? DT_OK : DT_ERR_FAIL;
+    if (equals > 1 && best.Rule->FormHolds == 0) {
+        best.Rule = &kNoNotation;
+        best.What = nullptr;
+        best.Expected = Choices(kNotationNames);
+    }
+}
+
+// A character that stands in no notation is the reason when what stands before it is the beginning of one.
+void NoteForm(const Why &why, Text text)
+{
+    Separators count{};
+    Text front{text.at, 0};
+    while (front.length < text.length &&
+           (IsHexDigit(text.at[front.length]) || CounterOf(text.at[front.length], count) != nullptr)) {
+        ++front.length;
+    }
+    NoteFurthest(why, front);
+    const char *const stray = front.at + front.length;
+    if (front.length < text.length && Reach(*why.reason) == why.offset + static_cast<uint32_t>(stray - why.from)) {
+        *why.reason = {};
+        NoteCharacter(why, {stray, 1}, kWrongCharacter);
+    }
+}
+
+// The separators pick the notation. Dashes count for ES-import only.
+const Form *FindForm(const Separators &count)
+{
+    return count.dots == 3 ? &kIpv4Form : count.dots == 1 ? &kDottedForm : count.dots == 0 ? &kPlainForm : nullptr;
+}
+
+bool ReadTrimmed(Text text, uint8_t *value, Why *why)
+{
+    Separators count{};
+    if (!Count(text, count, why)) {
+        return false;
+    }
+    const Form *form = count.colons == 1 ? FindForm(count) : nullptr;
+    if (form != nullptr) {
+        return ReadForm(*form, text, value, why);
+    }
+    const bool esImport = count.colons == 0 && count.dots == 0 && count.dashes == 2;
+    return esImport ? ReadEsImport(text, value, why) : RefuseForm(why, text);
+}
+
+bool Read(const char *text, void *value, Why *why)
+{
+    return ReadTrimmed(Trim(text), static_cast<uint8_t *>(value), why);
+}
+
+// The notations by themselves: the text is read as it is.
+template <const Form &Form>
+bool ReadOf(const char *text, void *value, Why *why)
+{
+    return ReadForm(Form, {text, static_cast<uint32_t>(std::strlen(text))}, static_cast<uint8_t *>(value), why);
+}
+
+bool ReadBareEsImport(const char *text, void *value, Why *why)
+{
+    return ReadEsImport({text, static_cast<uint32_t>(std::strlen(text))}, static_cast<uint8_t *>(value), why);
 }
 
 // ---------------------------------------------------------------------------------------------------------- text out
@@ -207,10 +332,7 @@ constexpr BgpLayout kLayout = Layout(kFields, kBolPrefixLength);
 // LuaGet leaves the sub-type word to the composite.
 constexpr BgpLayout kRtLayout{kFields + 1, 2, kBolPrefixLength};
 
-constexpr FormatInRule kIn{.typeId = kBolPrefixTypeId,
-                           .length = kBolPrefixLength,
-                           .modes = kTextOnly,
-                           .read = Unexplained<SYSDT_Str2VrfRtExt>};
+constexpr FormatInRule kIn{.typeId = kBolPrefixTypeId, .length = kBolPrefixLength, .modes = kTextOnly, .read = Read};
 constexpr FormatOutRule kOut{.modes = kTextOrRaw,
                              .print = PrintVrfRtExt,
                              .textSize = kTextSize,
@@ -229,6 +351,7 @@ constinit const Type kVrfRtExt = MakeSubType({
     .in = &kIn,
     .out = &kOut,
     .layout = &kLayout,
+    .rules = kRules,
     .shortestText = 1,
     .longestText = kLongestTyped,
     .subType = kVrfRtExtSubType,
@@ -244,44 +367,18 @@ uint32_t SYSDT_CheckVrfRtExtStr(const char *text, uint32_t *dots, uint32_t *colo
         return DT_ERR_NULL_PTR;
     }
     bgp::Separators count{*dots, *colons, *dashes};
-    const bool usable = bgp::Count({text, static_cast<uint32_t>(std::strlen(text))}, count);
+    const bool usable = bgp::Count({text, static_cast<uint32_t>(std::strlen(text))}, count, nullptr);
     *dots = count.dots;
     *colons = count.colons;
     *dashes = count.dashes;
     return usable ? DT_OK : DT_ERR_FAIL;
 }
 
-uint32_t SYSDT_Str2IpAddressRT(const char *text, void *value)
-{
-    return bgp::ParseForm(bgp::kIpv4Form, text, value);
-}
-
-uint32_t SYSDT_Str2TwoOctecAsRT(const char *text, void *value)
-{
-    return bgp::ParseForm(bgp::kPlainForm, text, value);
-}
-
-uint32_t SYSDT_Str2FourOctecAsRT(const char *text, void *value)
-{
-    return bgp::ParseForm(bgp::kDottedForm, text, value);
-}
-
-uint32_t SYSDT_Str2EvpnOctecAsRT(const char *text, void *value)
-{
-    if (text == nullptr || value == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
-    const bgp::Text whole{text, static_cast<uint32_t>(std::strlen(text))};
-    return bgp::ReadEsImport(whole, static_cast<uint8_t *>(value)) ? DT_OK : DT_ERR_FAIL;
-}
-
-uint32_t SYSDT_Str2VrfRtExt(const char *text, void *value)
-{
-    if (text == nullptr || value == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
-    return bgp::Read(bgp::Trim(text), static_cast<uint8_t *>(value)) ? DT_OK : DT_ERR_FAIL;
-}
+BGP_STR2(SYSDT_Str2IpAddressRT, bgp::ReadOf<bgp::kIpv4Form>)
+BGP_STR2(SYSDT_Str2TwoOctecAsRT, bgp::ReadOf<bgp::kPlainForm>)
+BGP_STR2(SYSDT_Str2FourOctecAsRT, bgp::ReadOf<bgp::kDottedForm>)
+BGP_STR2(SYSDT_Str2EvpnOctecAsRT, bgp::ReadBareEsImport)
+BGP_STR2(SYSDT_Str2VrfRtExt, bgp::Read)
 
 uint32_t SYSDT_VrfRtExtFormatOutRtStr(char *buffer, const void *value)
 {

@@ -5,6 +5,7 @@
 //   2-17   global administrator  16     IPv6 address, in address order
 //   18-19  local administrator   u16    network order; 0 or 1 when typed
 //   20-23  notation              u32    host order; 0 when typed
+#include "host/address.h"
 #include "host/layout.h"
 #include "host/operations.h"
 #include "host/text.h"
@@ -75,7 +76,7 @@ bool ReadGlobal(Text text, uint8_t *address, Why *why)
 {
     char copy[kLongestTyped];
     return (Terminate(text, copy, sizeof copy) && SMP_InetAToN(copy, address, kIpv6Family) == 0) ||
-           Refuse(why, text, kNoIpv6, 0, kGlobal);
+           RefuseIpv6(why, text, kGlobal);
 }
 
 // Only the last dot separates, so that an address may end in dotted decimal: "::192.0.2.1.1".

@@ -116,7 +116,7 @@ std::vector<std::string> FaultsOf(const Page &page)
             faults.push_back(subject.name + " has no facts");
             continue;
         }
-        if (facts->ShortestText == 0) {
+        if (facts->ShortestText == 0 || (facts->Traits & BGP_TRAIT_HOST_TEXT) != 0) {
             continue; // cannot be typed, or the host reads it
         }
         uint32_t shortest = 0;

@@ -1,5 +1,5 @@
-// Reasons in words: the sentence that a rule makes with what a refusal says, and the words that may stand at a place.
-#include "bgp_datatypes.h"
+// Reasons: the place that a refusal names, the sentence that its rule makes, and the words that may stand there.
+#include "host/refusal.h"
 
 #include <gtest/gtest.h>
 
@@ -84,6 +84,76 @@ TEST(ExpectedWord, TellsEachWordOfTheRowsOnce)
     EXPECT_EQ(Bgp_ExpectedWord(&reason, UINT32_MAX), nullptr);
     reason.Expected = {};
     EXPECT_EQ(Bgp_ExpectedWord(&reason, 0), nullptr);
+}
+
+// ------------------------------------------------------------------------------------------------------------ places
+
+constexpr BgpRule kRule{"rule", "", 0};
+
+TEST(Place, IsCountedFromTheStartOfTheCallersText)
+{
+    const char *text = "0123456789";
+    BgpReason reason{};
+    bgp::Why why{&reason, text, 0};
+    EXPECT_FALSE(bgp::Refuse(&why, {text + 3, 2}, kRule, 7, "it"));
+    EXPECT_EQ(reason.Rule, &kRule);
+    EXPECT_EQ(reason.Offset, 3u);
+    EXPECT_EQ(reason.Length, 2u);
+    EXPECT_EQ(reason.Limit, 7u);
+    EXPECT_STREQ(reason.What, "it");
+    EXPECT_EQ(reason.Expected.Count, 0u);
+    // What is refused later takes the place of what was refused before.
+    const char *const kWords[] = {"a", "b"};
+    EXPECT_FALSE(bgp::RefuseChoice(&why, {text + 10, 0}, kRule, bgp::Choices(kWords)));
+    EXPECT_EQ(reason.Offset, 10u);
+    EXPECT_EQ(reason.Length, 0u);
+    EXPECT_EQ(reason.Limit, 0u);
+    EXPECT_EQ(reason.What, nullptr);
+    EXPECT_STREQ(Bgp_ExpectedWord(&reason, 1), "b");
+}
+
+TEST(Place, OfACopyIsThatOfItsOriginal)
+{
+    const char *text = "0123456789";
+    const char *copy = "34567";
+    const char *copyOfCopy = "56";
+    BgpReason reason{};
+    bgp::Why why{&reason, text, 0};
+    const bgp::Why before = bgp::Moved(&why, {text + 3, 5}, copy);
+    bgp::Refuse(&why, {copy + 1, 1}, kRule);
+    EXPECT_EQ(reason.Offset, 4u);
+    const bgp::Why between = bgp::Moved(&why, {copy + 2, 2}, copyOfCopy);
+    bgp::Refuse(&why, {copyOfCopy + 1, 1}, kRule);
+    EXPECT_EQ(reason.Offset, 6u);
+    bgp::GoBack(&why, between);
+    bgp::Refuse(&why, {copy + 4, 1}, kRule);
+    EXPECT_EQ(reason.Offset, 7u);
+    bgp::GoBack(&why, before);
+    bgp::Refuse(&why, {text + 9, 1}, kRule);
+    EXPECT_EQ(reason.Offset, 9u);
+}
+
+TEST(Place, HasAPartAndAnItem)
+{
+    const char *text = "01";
+    BgpReason reason{};
+    bgp::Why why{&reason, text, 0};
+    bgp::StandsIn(&why, "the part");
+    bgp::StandsInElement(&why, 4);
+    bgp::Refuse(&why, {text, 1}, kRule);
+    EXPECT_STREQ(reason.Where, "the part");
+    EXPECT_EQ(reason.Element, 4u);
+}
+
+TEST(Place, IsNotAskedForByEveryCaller)
+{
+    const char *text = "01";
+    EXPECT_FALSE(bgp::Refuse(nullptr, {text, 1}, kRule));
+    EXPECT_FALSE(bgp::RefuseChoice(nullptr, {text, 1}, kRule, {}));
+    const bgp::Why kept = bgp::Moved(nullptr, {text, 1}, text);
+    bgp::GoBack(nullptr, kept);
+    bgp::StandsIn(nullptr, "");
+    bgp::StandsInElement(nullptr, 1);
 }
 
 } // namespace

@@ -183,5 +183,44 @@ TEST_F(Init, EveryLayoutLiesWithinItsValue)
     EXPECT_EQ(Bgp_DescribeValue(255, zeros.data(), 8)->FieldCount, 2u);
 }
 
+// A row's number of bytes is its own; everything else about a type is told in one place, in the rows' order.
+TEST_F(Init, EveryRowHasItsFacts)
+{
+    const std::vector<const DataTypeDescriptor *> rows = host::Rows();
+    ASSERT_EQ(rows.size(), 35u);
+    for (uint32_t i = 0; i < rows.size(); ++i) {
+        const BgpTypeFacts *facts = Bgp_TypeAt(i);
+        ASSERT_NE(facts, nullptr) << rows[i]->Name;
+        EXPECT_STREQ(facts->Name, rows[i]->Name);
+        EXPECT_EQ(facts->TypeId, rows[i]->TypeId) << rows[i]->Name;
+        EXPECT_EQ(Bgp_DescribeType(rows[i]->TypeId), facts) << rows[i]->Name;
+        EXPECT_NE(facts->Description, nullptr) << rows[i]->Name;
+        EXPECT_EQ(facts->CheckedLength != 0, rows[i]->Check != nullptr) << rows[i]->Name;
+    }
+    EXPECT_EQ(Bgp_TypeAt(35), nullptr);
+    EXPECT_EQ(Bgp_DescribeType(0), nullptr);
+    EXPECT_EQ(Bgp_DescribeSubType(255, 0), nullptr);
+    EXPECT_EQ(Bgp_DescribeSubType(279, 17), nullptr);
+    for (uint32_t subType = 0; subType < BOL_PREFIX_SUBTYPES; ++subType) {
+        const BgpTypeFacts *facts = Bgp_DescribeSubType(279, subType);
+        ASSERT_NE(facts, nullptr) << subType;
+        EXPECT_STREQ(facts->Name, g_astBOL_PREFIX_ProcTable[subType].Name);
+        EXPECT_EQ(facts->SubType, subType);
+    }
+}
+
+TEST_F(Init, AMissingArgumentIsNoRefusalOfAText)
+{
+    const DataTypeRequest request{1, 1};
+    BgpRefusal refusal;
+    EXPECT_EQ(Bgp_ExplainRefusal(&request, 255, "x", nullptr), DT_ERR_NULL_PTR);
+    EXPECT_EQ(Bgp_ExplainRefusal(nullptr, 255, "x", &refusal), DT_ERR_NULL_PTR);
+    EXPECT_EQ(refusal.Reason.Code, DT_ERR_NULL_PTR);
+    EXPECT_EQ(refusal.Reason.Rule, nullptr);
+    EXPECT_EQ(Bgp_ExplainRefusal(&request, 255, nullptr, &refusal), DT_ERR_NULL_PTR);
+    EXPECT_EQ(Bgp_ExplainRefusal(&request, 1, "x", &refusal), DT_ERR_TYPE_MISMATCH);
+    EXPECT_EQ(refusal.Reason.Rule, nullptr);
+}
+
 } // namespace
 } // namespace bgp::test

@@ -1,5 +1,6 @@
 // The IPv6 address as a route key, sub-type 15 of BOLPREFIX: sub-type word 0f 00 00 00, then the 16 bytes of the
 // address.
+#include "support/refusals.h"
 #include "support/route_key.h"
 
 #include "bgp_host_services.h"
@@ -138,6 +139,28 @@ TEST_F(Ipv6Prefix, FromLuaThroughItsReader)
     EXPECT_EQ(in.growth, 2); // the table and its sub-type
     EXPECT_EQ(LuaGet("BOLPREFIX", "{bolType=15, bolPrefix='2001:db8::1'}").code, DT_ERR_INVALID_VALUE);
     EXPECT_EQ(LuaGet("BOLPREFIX", "{bolType=15, bolPrefix={1,2,3}}").code, DT_ERR_INVALID_VALUE);
+}
+
+// clang-format off
+constexpr Refused kReasons[] = {
+    // text                rule    at length
+    {"",                   "empty", 0, 0},
+    {"2001:db8::1 /64",    "blank", 11, 1},
+    {"2001:db8::1/64",     "ipv6", 11, 1},
+    {"  2001:db8::g",      "ipv6", 12, 1},
+    {"2001:db8::12345",    "ipv6", 10, 5},
+    {"2001::db8::1",       "ipv6", 10, 1},
+    {"1:2:3:4:5:6:7",      "ipv6", 13, 0},
+    {"1:2:3:4:5:6:7:8:9",  "ipv6", 16, 1},
+    {"::10.1.1.256",       "ipv6", 9, 3},
+    {"10.1.1.1",           "ipv6", 0, 8},
+    {"::1",                "mode", 0, 0, 7, "", "", 0, 7},
+};
+// clang-format on
+
+TEST_F(Ipv6Prefix, Reasons)
+{
+    CheckSubTypeRefusals(15, kReasons);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // MDT, sub-type 11 of the composite route key, and the type MDTPREFIX (RFC 6037): prefix IPv4 word at byte 4, group
 // IPv4 word at byte 8 (0 when typed), mask length u32 at byte 12. Only the type can be typed; its value is the
 // composite's. The prefix alone is printed.
+#include "support/refusals.h"
 #include "support/route_key.h"
 
 namespace {
@@ -233,6 +234,36 @@ TEST_F(Mdt, Reader)
                 {two + ", bolMdtMaskLen = {}", DT_ERR_INVALID_PARAM, group, 3},
                 {"", DT_ERR_INVALID_PARAM, none, 1},
             });
+}
+
+// clang-format off
+constexpr Refused kReasons[] = {
+    // text                        rule         at length
+    {"",                           "empty",      0, 0},
+    {"10.1.1.0/24 and what stands behind it", "too-long", 0, 37, 35},
+    {"10.1.1.0 /24",               "blank",      8, 1},
+    {"10.1.1.0/",                  "digit",      9, 0},
+    {"x.1.1.0/24",                 "digit",      0, 1},
+    {"10.1..0/24",                 "digit",      5, 1},
+    {"10.1.1.0/x",                 "digit",      9, 1},
+    {"1",                          "separator",  1, 0, 0, "."},
+    {"10.1.1.0",                   "separator",  8, 0, 0, "/"},
+    {"10.1.1/24",                  "separator",  6, 1, 0, "."},
+    {" 10.1.1.0.24",               "separator",  9, 1, 0, "/"},
+    {"256.1.1.0/24",               "too-large",  0, 3, 255, "octet 1 of the prefix"},
+    {"10.256.1.0/24",              "too-large",  3, 3, 255, "octet 2 of the prefix"},
+    {"10.1.99999999999.0/24",      "too-large",  5, 11, 255, "octet 3 of the prefix"},
+    {"10.1.1.256/24",              "too-large",  7, 3, 255, "octet 4 of the prefix"},
+    {"10.1.1.0/33",                "too-large",  9, 2, 32, "the mask length"},
+    {"10.1.1.0/24",                "mode",       0, 0, 4, "", "", 0, 4},
+};
+// clang-format on
+
+TEST_F(Mdt, Reasons)
+{
+    CheckRefusals("MDTPREFIX", kReasons);
+    constexpr std::string_view kGood[] = {"10.1.1.0/24", " 0.0.0.0/0\t", "10.1.1.0/24x", "010.001.01.1/0032"};
+    CheckAccepted("MDTPREFIX", kGood);
 }
 
 } // namespace

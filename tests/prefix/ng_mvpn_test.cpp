@@ -1,5 +1,6 @@
 // NG_TYPE_..., sub-types 2 to 7 and 13 of the composite route key: the keys of multicast VPN routes (RFC 6514), made of
 // AS numbers (8 bytes) and addresses (21 bytes) behind the sub-type word. The text decides the sub-type.
+#include "support/refusals.h"
 #include "support/route_key.h"
 
 namespace {
@@ -7,6 +8,9 @@ namespace {
 using namespace bgp::test;
 
 class NgMvpn : public PlugIn {};
+
+using Created = std::pair<int32_t, int32_t>; // slots of the array, of the record
+std::vector<Created> theCreated;
 
 constexpr uint32_t kNgRows[] = {2, 3, 4, 5, 6, 7, 13};
 
@@ -1044,4 +1048,110 @@ TEST_F(NgMvpn, RealRoutesGoThroughTextAndLua)
     }
 }
 
+// The tables that an operation creates are told how many fields follow.
+TEST_F(NgMvpn, TablesAreCreatedForWhatFollows)
+{
+    const struct {
+        std::string value;
+        std::vector<Created> created;
+        int32_t entries;
+    } rows[] = {
+        {Key("02000000"), {{0, 3}}, 3},
+        {Key("03000000"), {{0, 7}}, 7},
+        {Key("04000000"), {{0, 5}}, 5},
+        {Key("05000000"), {{0, 8}}, 8},
+        {Key("06000000"), {{0, 5}}, 5},
+        {Key("07000000"), {{0, 7}}, 7},
+        {Key("0d000000"), {{0, 4}}, 4},
+        {Key("0d000000" + V6(k2001_1) + V6(k2001_2)), {{0, 4}, {16, 0}, {16, 0}}, 4},
+        {Key("05000000" + V4("01010101") + V6(kFf0e_1) + V6(k2001_1)), {{0, 8}, {16, 0}, {16, 0}, {16, 0}}, 8},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.value.substr(0, 8));
+        const uint32_t subType = static_cast<uint8_t>(Bytes(row.value)[0]);
+        theCreated.clear();
+        const LuaOut out = LuaSet(SubType(subType), row.value, kKeyLength);
+        EXPECT_EQ(out.code, DT_OK);
+        EXPECT_EQ(theCreated, row.created);
+        EXPECT_EQ(std::count(out.table.begin(), out.table.end(), '='), row.entries) << out.table;
+    }
+}
+
+// clang-format off
+constexpr char kAsNumber[] = "the AS number";
+constexpr char kInterAs[] = "Inter-AS I-PMSI A-D route";
+constexpr char kLeafInterAs[] = "Leaf A-D route of an Inter-AS I-PMSI";
+constexpr char kLeafSPmsi[] = "Leaf A-D route of an S-PMSI";
+constexpr Refused kReasons[] = {
+    // text                                  rule               at length limit  what, part
+    {"",                                     "empty",            0, 0},
+    {"1111111111111111111111111111111111111111111111111111111111111111", "too-long", 0, 64, 63},
+    {"2001::1-0000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000"
+     "00000000000000000000000000000000000000000000000000",     "too-long", 0, 164, 159},
+    {"100 :10.1.1.1",                        "blank",            3, 1},
+    {"100:10.1.1.1 x",                       "blank",           12, 1},
+    {" 100;10.1.1.1",                        "character",        4, 1},
+    {"10.1.1.0/24",                          "character",        8, 1},
+    {"2001::1-2001::2/64",                   "character",       15, 1},
+    {"1.1.1.1:2.2.2.2:3.3.3.3:4.4.4.4:5.5.5.5", "too-many-fields", 31, 1, 4},
+    {"::1-::2-::3-::4-::5",                  "too-many-fields", 15, 1, 4},
+    // to the left of a character or a separator that is wrong
+    {"1-100-200-10.1.1.x",                   "ipv4",             2, 3, 0, "this field"},
+    {"10.1.1:10.1.1.x",                      "ipv4",             6, 0, 0, "this field"},
+    {"100:1.1.1.300:2.2.2.2:3.3.3.3:x",      "too-large",       10, 3, 255, "an octet of this field"},
+    {"2001::1-2001::12345-x",                "ipv6",            14, 5, 0, "this field"},
+    // the AS number
+    {"1.",                                   "digit",            2, 0, 0, kAsNumber, kInterAs},
+    {"1..",                                  "ipv4",             2, 1}, // two dots begin no AS number
+    {":10.1.1.1",                            "empty",            0, 0, 0, kAsNumber, kLeafInterAs},
+    {"ab-2001::1",                           "digit",            0, 1, 0, kAsNumber, kLeafInterAs},
+    {"1a-2001::1",                           "character",        1, 1, 0, kAsNumber, kLeafInterAs},
+    {"100000000000",                         "too-long",         0, 12, 11, kAsNumber, kInterAs},
+    {"1.2.3-2001::1",                        "notation",         0, 5, 0, kAsNumber, kLeafInterAs, 0, 2, "number high.low"},
+    {"1.2.3.4.5.6-2001::1",                  "too-many-numbers", 9, 1, 5, kAsNumber, kLeafInterAs},
+    {"0",                                    "too-small",        0, 1, 1, kAsNumber, kInterAs},
+    {" 0.5",                                 "too-small",        1, 1, 1, "the high part", kInterAs},
+    {"4294967296",                           "too-large",        0, 10, 4294967295, kAsNumber, kInterAs},
+    {"1.65536:10.1.1.1",                     "too-large",        2, 5, 65535, "the low part", kLeafInterAs},
+    // addresses
+    {"100:10.1.1",                           "ipv4",            10, 0, 0, "the originator", kLeafInterAs},
+    {"100:10.1.1.256",                       "too-large",       11, 3, 255, "an octet of the originator", kLeafInterAs},
+    {"100:10.1.1.01",                        "leading-zero",    11, 2, 0, "an octet of the originator", kLeafInterAs},
+    {"100:",                                 "empty",            4, 0, 0, "the originator", kLeafInterAs},
+    {"100:1",                                "ipv4",             4, 1, 0, "the originator", kLeafInterAs},
+    {"100:1.1.1.1:225.1.1",                  "ipv4",            19, 0, 0, "the group", "C-multicast route"},
+    {"1.1.1.1:225.1.1.1:3.3.3.x",            "character",       24, 1},
+    {"1.1.1.1:225.1.1.1.1:3.3.3",            "ipv4",            17, 1, 0, "the group", "S-PMSI A-D route"},
+    {"1.1.1.1:225.1.1.1:300.3.3.3",          "too-large",       18, 3, 255, "an octet of the originator", "S-PMSI A-D route"},
+    {"1.1.1.1:2.2.2.2:3.3.3.3:4.4.4",        "ipv4",            29, 0, 0, "originator 2", kLeafSPmsi},
+    {"100:1.1.1.1:2.2.2.2:3.3.3.3",          "ipv4",             0, 3, 0, "the source", kLeafSPmsi},
+    {"100-2001::g",                          "character",       10, 1},
+    {"100-2001::12345",                      "ipv6",            10, 5, 0, "the originator", kLeafInterAs},
+    {"2001::1-2001:::2",                     "ipv6",            14, 1, 0, "originator 2", "Leaf A-D route of an Intra-AS I-PMSI"},
+    {"2001::1::2-ff0e::1",                   "ipv6",             8, 1, 0, "the source", "Source Active A-D route"},
+    {"100-2001::1-",                         "empty",           12, 0, 0, "the group", "C-multicast route"},
+    // beginning with an address, addresses are meant, although the number of dots says otherwise
+    {"10.1.1.1:225.1.1",                     "ipv4",            16, 0, 0, "originator 2", "Leaf A-D route of an Intra-AS I-PMSI"},
+    {"10.1.1.1.1",                           "ipv4",             8, 1},
+    {"::1-::2-::3-1.1.1.1",                  "families",         0, 19, 0, "", kLeafSPmsi},
+    {"100",                                  "mode",             0, 0, 4, "", "", 0, 4},
+};
+// clang-format on
+
+// The rows of the seven sub-types share a parser, and its answer.
+TEST_F(NgMvpn, Reasons)
+{
+    for (const uint32_t subType : kNgRows) {
+        CheckSubTypeRefusals(subType, kReasons);
+    }
+}
+
 } // namespace
+
+// The linker puts this in front of the host's own.
+extern "C" void __real_SYSDT_SPTI_CreateTable(lua_State *L, int32_t arraySlots, int32_t recordSlots); // NOLINT
+extern "C" void __wrap_SYSDT_SPTI_CreateTable(lua_State *L, int32_t arraySlots, int32_t recordSlots)  // NOLINT
+{
+    theCreated.emplace_back(arraySlots, recordSlots);
+    __real_SYSDT_SPTI_CreateTable(L, arraySlots, recordSlots);
+}

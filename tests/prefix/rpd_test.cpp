@@ -1,5 +1,6 @@
 // RPD, sub-type 12 of the composite route key: policy type u8 at byte 4, distinguisher u32 at byte 6, peer IPv4 word at
 // byte 10. Typed and printed as type, peer and distinguisher, "1/10.1.1.1/100".
+#include "support/refusals.h"
 #include "support/route_key.h"
 
 namespace {
@@ -264,6 +265,39 @@ TEST_F(Rpd, EndianSwapsTheTwoWordsBehindTheType)
     EXPECT_EQ(SYSDT_RpdPrefixEndian(&payload, 279, 0, payload.data()), DT_OK); // the length is not looked at
     EXPECT_EQ(Hex(payload), "0102030405060708090a0b");
     EXPECT_EQ(SYSDT_RpdPrefixEndian(&payload, 0, 10, nullptr), DT_ERR_NULL_PTR);
+}
+
+// clang-format off
+constexpr Refused kReasons[] = {
+    // text                              rule            at length
+    {"",                                 "empty",         0, 0},
+    {"1/10.1.1.1/00000000000000000000100", "too-long",    0, 34, 31},
+    {"1/10.1.1.1 /100",                  "blank",        10, 1},
+    {"/10.1.1.1/100",                    "digit",         0, 1},
+    {"1/10.1.1.1/",                      "digit",        11, 0},
+    {"1//100",                           "digit",         2, 1},
+    {"1",                                "separator",     1, 0, 0, "/"},
+    {" 1/10.1.1.1",                      "separator",    11, 0, 0, "/"},
+    {"1/10.1.1/100",                     "separator",     8, 1, 0, "."},
+    {"1:10.1.1.1/100",                   "separator",     1, 1, 0, "/"},
+    {"2/10.1.1.1/100",                   "too-large",     0, 1, 1, "the policy type"},
+    {"99999999999/10.1.1.1/100",         "too-large",     0, 11, 1, "the policy type"},
+    {"1/256.1.1.1/100",                  "too-large",     2, 3, 255, "an octet of the peer"},
+    {"1/10.1.1.256/100",                 "too-large",     9, 3, 255, "an octet of the peer"},
+    {"1/10.1.1.1/4294967296",            "too-large",    11, 10, 4294967295, "the distinguisher"},
+    {"01/10.1.1.1/100",                  "leading-zero",  0, 2, 0, "the policy type"},
+    {"1/10.1.01.1/100",                  "leading-zero",  7, 2, 0, "an octet of the peer"},
+    {"1/10.1.1.1/0100",                  "leading-zero", 11, 4, 0, "the distinguisher"},
+    {"1/10.1.1.1/100x",                  "behind",       14, 1, 0, "the distinguisher"},
+    {"1/10.1.1.1/100/1",                 "behind",       14, 2, 0, "the distinguisher"},
+    {"1/10.1.1.1/\v100",                 "character",    11, 1},
+    {"1/10.1.1.1/100",                   "mode",          0, 0, 4, "", "", 0, 4},
+};
+// clang-format on
+
+TEST_F(Rpd, Reasons)
+{
+    CheckSubTypeRefusals(12, kReasons);
 }
 
 } // namespace

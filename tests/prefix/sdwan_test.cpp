@@ -1,5 +1,6 @@
 // SD-WAN, sub-type 16 of the composite route key: route type u16 at byte 4, port-local identifier u32 at 8, site
 // identifier u32 at 12, node IPv4 word at 16 or IPv6 bytes at 20, family u8 at 36 (0 IPv4, 1 IPv6).
+#include "support/refusals.h"
 #include "support/route_key.h"
 
 namespace {
@@ -428,6 +429,41 @@ TEST_F(Sdwan, EndianSwapsTheNumbersOfABody)
     EXPECT_EQ(SYSDT_SdwanPrefixEndian(nullptr, 0, 0, four.data()), DT_ERR_NULL_PTR);
     EXPECT_EQ(SYSDT_SdwanPrefixEndian(&four, 0, 0, nullptr), DT_ERR_NULL_PTR);
     EXPECT_EQ(four, before);
+}
+
+// clang-format off
+constexpr Refused kReasons[] = {
+    // text                                     rule            at length
+    {"",                                        "empty",         0, 0},
+    {"1-100-200-10.1.1.1 and what stands behind it", "blank",   18, 1},
+    {"1-100-200-10.1.1.1-and-what-stands-behind-it", "too-long", 0, 44, 43},
+    {"x-100-200-10.1.1.1",                      "digit",         0, 1},
+    {"1-100--10.1.1.1",                         "digit",         6, 1},
+    {"1-100-200-.1.1.1",                        "digit",        10, 1},
+    {"1",                                       "separator",     1, 0, 0, "-"},
+    {"1-100",                                   "separator",     5, 0, 0, "-"},
+    {"1-100-10.1.1.1",                          "separator",     8, 1, 0, "-"},
+    {"1-100-200-10.1.1",                        "separator",    16, 0, 0, "."},
+    {"65536-100-200-10.1.1.1",                  "too-large",     0, 5, 65535, "the route type"},
+    {"1-4294967296-200-::1",                    "too-large",     2, 10, 4294967295, "the port"},
+    {" 1-100-4294967296-::1",                   "too-large",     7, 10, 4294967295, "the site"},
+    {"1-100-200-10.1.1.256",                    "too-large",    17, 3, 255, "an octet of the node"},
+    {"01-100-200-10.1.1.1",                     "leading-zero",  0, 2, 0, "the route type"},
+    {"1-100-0200-::1",                          "leading-zero",  6, 4, 0, "the site"},
+    {"1-100-200-10.1.1.1x",                     "behind",       18, 1, 0, "an octet of the node"},
+    {"1-100-200-::1\v",                         "behind",       13, 1, 0, "the node"},
+    {"1-\r100-200-10.1.1.1",                    "character",     2, 1},
+    {"1-100-200-",                              "empty",        10, 0, 0, "the node"},
+    {"1-100-200-2001:db8::g",                   "ipv6",         20, 1, 0, "the node"},
+    {"1-100-200-300",                           "ipv6",         10, 3, 0, "the node"},
+    {"1-100-200-2001:DB8:0::1",                 "spelling",     10, 13, 0, "the node"},
+    {"1-100-200-10.1.1.1",                      "mode",          0, 0, 4, "", "", 0, 4},
+};
+// clang-format on
+
+TEST_F(Sdwan, Reasons)
+{
+    CheckSubTypeRefusals(16, kReasons);
 }
 
 } // namespace

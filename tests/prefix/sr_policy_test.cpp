@@ -1,5 +1,6 @@
 // SRPOLICY, sub-type 14 of the composite route key: the key of a segment-routing policy (RFC 9830). Distinguisher u32
 // at byte 4, colour u32 at 8, endpoint IPv4 word at 12 or IPv6 bytes at 16, family u8 at 32 (0 IPv4, 1 IPv6).
+#include "support/refusals.h"
 #include "support/route_key.h"
 
 #include <arpa/inet.h>
@@ -481,6 +482,44 @@ TEST_F(SrPolicy, RealKeysGoThroughTextAndLua)
         EXPECT_EQ(in.code, DT_OK);
         EXPECT_EQ(Text("BOLPREFIX", in.value), texts[i]);
     }
+}
+
+// clang-format off
+constexpr Refused kReasons[] = {
+    // text                                     rule            at length
+    {"",                                        "empty",         0, 0},
+    {"[1][20][4294967295.4294967295.4294967295.1]", "too-long",   0, 43, 42},
+    {"[1] [2][10.0.0.1]",                       "blank",         3, 1},
+    {"[][2][10.0.0.1]",                         "digit",         1, 1},
+    {"[1][x][::1]",                             "digit",         4, 1},
+    {"[1][2][10.0.0.]",                         "digit",        14, 1},
+    {"1",                                       "separator",     0, 1, 0, "["},
+    {"[1]",                                     "separator",     3, 0, 0, "["},
+    {"[1][2]",                                  "separator",     6, 0, 0, "["},
+    {"[1][2][10.0.0]",                          "separator",    13, 1, 0, "."},
+    {"[1,2][10.0.0.1]",                         "separator",     2, 1, 0, "]"},
+    {"[1][2][10.0.0.1",                         "separator",    15, 0, 0, "]"},
+    {"[4294967296][2][10.0.0.1]",               "too-large",     1, 10, 4294967295, "the distinguisher"},
+    {" [1][4294967296][::1]",                   "too-large",     5, 10, 4294967295, "the colour"},
+    {"[1][2][10.0.0.4294967296]",               "too-large",    14, 10, 4294967295, "an octet of the endpoint"},
+    {"[01][2][10.0.0.1]",                       "leading-zero",  1, 2, 0, "the distinguisher"},
+    {"[1][02][::1]",                            "leading-zero",  4, 2, 0, "the colour"},
+    {"[1][2][10.0.0.01]",                       "leading-zero", 14, 2, 0, "an octet of the endpoint"},
+    {"[1][2][10.0.0.1]x",                       "behind",       16, 1, 0, "an octet of the endpoint"},
+    {"[1][2][::1]\n",                           "behind",       11, 1, 0, "the endpoint"},
+    {"[1][\n2][10.0.0.1]",                      "character",     4, 1},
+    {"[1][2][]",                                "empty",         7, 0, 0, "the endpoint"},
+    {"[1][2][",                                 "empty",         7, 0, 0, "the endpoint"},
+    {"[1][2][2001:db8:::1]",                    "ipv6",         17, 1, 0, "the endpoint"},
+    {"[1][2][2001:db8::1]x",                    "ipv6",         18, 1, 0, "the endpoint"},
+    {"[1][2][2001:db8:0::1]",                   "spelling",      7, 13, 0, "the endpoint"},
+    {"[1][2][10.0.0.1]",                        "mode",          0, 0, 4, "", "", 0, 4},
+};
+// clang-format on
+
+TEST_F(SrPolicy, Reasons)
+{
+    CheckSubTypeRefusals(14, kReasons);
 }
 
 } // namespace

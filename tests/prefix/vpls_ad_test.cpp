@@ -1,5 +1,6 @@
 // IPV4, sub-type 0 of the composite route key: the VPLS auto-discovery key (RFC 6074), an IPv4 word at byte 4. Its row
 // is the first of the table, so that texts, checks, helps and comparisons are offered to it before all others.
+#include "support/refusals.h"
 #include "support/route_key.h"
 
 namespace {
@@ -221,6 +222,32 @@ TEST_F(VplsAd, Reader)
                        {"bolPrefix = {167838211}", DT_ERR_INVALID_PARAM, Unwritten(), 1},
                        {"bolPrefix = false", DT_ERR_INVALID_PARAM, Unwritten(), 1},
                    });
+}
+
+// clang-format off
+constexpr Refused kReasons[] = {
+    // text              rule           at length
+    {"",                 "empty",        0, 0},
+    {" \t ",             "empty",        3, 0},
+    {"10.1. 1.1",        "blank",        5, 1},
+    {" 10.1.1.1 x",      "blank",        9, 1},
+    {"10.1.1.256",       "too-large",    7, 3, 255, "an octet"},
+    {" 1000.1.1.1",      "too-large",    1, 4, 255, "an octet"},
+    {"10.01.1.1",        "leading-zero", 3, 2, 0, "an octet"},
+    {"10.1.1",           "ipv4",         6, 0},
+    {"10.1.1.",          "ipv4",         7, 0},
+    {"10.1.1.1.1",       "ipv4",         8, 1},
+    {"10.1.1.0/24",      "ipv4",         8, 1},
+    {"10.1,1.1",         "ipv4",         4, 1},
+    {"100",              "ipv4",         0, 3},
+    {"2001:db8::1",      "ipv4",         0, 11},
+    {"10.1.1.1",         "mode",         0, 0, 4, "", "", 0, 4},
+};
+// clang-format on
+
+TEST_F(VplsAd, Reasons)
+{
+    CheckSubTypeRefusals(0, kReasons);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // VPNV4MCAST, sub-type 10 of the composite route key, and the type VPNV4MCPREFIX: prefix IPv4 word at byte 4, mask
 // length u32 at byte 8. Only the type can be typed; its value is the composite's. The mask is not printed.
+#include "support/refusals.h"
 #include "support/route_key.h"
 
 namespace {
@@ -227,6 +228,36 @@ TEST_F(Vpnv4Mcast, TheReaderKeepsWholeNumbers)
                 {"bolVpnv4McastPrefix = 0x0A010203, bolVpnv4McastMaskLen = {24}", DT_ERR_INVALID_PARAM, prefix, 2},
                 {"", DT_ERR_INVALID_PARAM, none, 1},
             });
+}
+
+// clang-format off
+constexpr Refused kReasons[] = {
+    // text                        rule         at length
+    {"",                           "empty",      0, 0},
+    {"10.1.1.0/24 and too long",   "too-long",   0, 24, 18},
+    {"10.1.1.0 /24",               "blank",      8, 1},
+    {"10.1.1.0/",                  "digit",      9, 0},
+    {"x.1.1.0/24",                 "digit",      0, 1},
+    {"10.1..0/24",                 "digit",      5, 1},
+    {"10.1.1.0/x",                 "digit",      9, 1},
+    {"1",                          "separator",  1, 0, 0, "."},
+    {"10.1.1.0",                   "separator",  8, 0, 0, "/"},
+    {"10.1.1/24",                  "separator",  6, 1, 0, "."},
+    {" 10.1.1.0.24",               "separator",  9, 1, 0, "/"},
+    {"256.1.1.0/24",               "too-large",  0, 3, 255, "octet 1 of the prefix"},
+    {"10.256.1.0/24",              "too-large",  3, 3, 255, "octet 2 of the prefix"},
+    {"10.1.9999999.0/24",          "too-large",  5, 7, 255, "octet 3 of the prefix"},
+    {"10.1.1.256/24",              "too-large",  7, 3, 255, "octet 4 of the prefix"},
+    {"10.1.1.0/33",                "too-large",  9, 2, 32, "the mask length"},
+    {"10.1.1.0/24",                "mode",       0, 0, 4, "", "", 0, 4},
+};
+// clang-format on
+
+TEST_F(Vpnv4Mcast, Reasons)
+{
+    CheckRefusals("VPNV4MCPREFIX", kReasons);
+    constexpr std::string_view kGood[] = {"10.1.1.0/24", " 0.0.0.0/0\t", "10.1.1.0/24x", "1.1.1.1/032"};
+    CheckAccepted("VPNV4MCPREFIX", kGood);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // VRFRTEXT, sub-type 8 of the composite route key: sub-type word (4), route target (8), notation word (4), zeros up to
 // 89 bytes. RFC 4360, RFC 5668 and the ES-import route target of RFC 7432 section 7.6.
+#include "support/refusals.h"
 #include "support/type_case.h"
 
 #include "bgp_host_services.h"
@@ -655,6 +656,55 @@ TEST_F(VrfRtExt, LuaRoundTrip)
         EXPECT_EQ(in.code, DT_OK);
         EXPECT_EQ(in.value.substr(8, 24), value.substr(8, 24)) << c.text;
     }
+}
+
+// clang-format off
+constexpr char kForms[] = "a.b.c.d:n AS:n x.y:n xxxx-xxxx-xxxx";
+constexpr char kLargeAs[] = "with an AS number above 65535";
+constexpr Refused kReasons[] = {
+    // text                rule           at length
+    {"",                   "empty",        0, 0},
+    {"1:0000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000",
+                           "too-long",     0, 105, 100},
+    {"1: 2",               "blank",        2, 1},
+    {" 1;2",               "character",    2, 1},
+    {"10.1.1.0/24",        "character",    8, 1},
+    {"100",                "notation",     3, 0, 0, "", "", 0, 2, kForms},
+    {"1:2:3",              "notation",     3, 1, 0, "", "", 0, 2, kForms},
+    {"2001:db8::1/64",     "digit",        5, 1}, // before the character that stands in none
+    {"1.2.3:4",            "separator",    5, 1, 0, "."},
+    {"1.2.3.4.5:6",        "separator",    7, 1, 0, ":"},
+    {"1.2",                "notation",     3, 0, 0, "", "", 0, 2, kForms},
+    {"256.1.1.1",          "separator",    5, 1, 0, ":"},
+    {"1:2.3.4",            "notation",     3, 1, 0, "", "", 0, 2, kForms},
+    {"1-2",                "notation",     1, 1, 0, "", "", 0, 2, kForms},
+    {"0a0b-0c0d-0e0f-1",   "notation",    14, 1, 0, "", "", 0, 2, kForms},
+    {"0a0b-0c0d-0e0g",     "character",   13, 1},
+    {"1-2-3-4",            "notation",     1, 1, 0, "", "", 0, 2, kForms},
+    {"a:1",                "digit",        0, 1},
+    {"10.1.1.1:",          "digit",        9, 0},
+    {"1.x2:3",             "character",    2, 1},
+    {"1.a2:3",             "digit",        2, 1},
+    {"1-:2",               "separator",    1, 1, 0, ":"},
+    {"1:2.3",              "separator",    1, 1, 0, "."},
+    {"10.1.1.256:1",       "too-large",    7, 3, 255, "octet 4 of the address"},
+    {"10.1.1.1:65536",     "too-large",    9, 5, 65535, "the assigned number"},
+    {"65535:4294967296",   "too-large",    6, 10, 4294967295, "the assigned number"},
+    {"65536:65536",        "too-large",    6, 5, 65535, "the assigned number", kLargeAs},
+    {" 4294967296:1",      "too-large",    1, 10, 4294967295, "the AS number"},
+    {"1.65536:1",          "too-large",    2, 5, 65535, "the low half of the AS number"},
+    {"65536.1:1",          "too-large",    0, 5, 65535, "the high half of the AS number"},
+    {"0a0b-0c0d-0e",       "hexadecimal", 12, 0},
+    {"0a0b--0c0d",         "hexadecimal",  5, 1},
+    {"0a0b0-c0d-0e0f",     "separator",    4, 1, 0, "-"},
+    {"1:2",                "mode",         0, 0, 3, "", "", 0, 3},
+    {"1:2",                "mode",         0, 0, 4, "", "", 0, 4},
+};
+// clang-format on
+
+TEST_F(VrfRtExt, Reasons)
+{
+    CheckSubTypeRefusals(8, kReasons);
 }
 
 } // namespace

@@ -155,9 +155,12 @@ constexpr Refused kVrfRtV6[] = {
     {" 2001:db8::1.2",          "too-large",       13,  1, 1, kLocal},
     {"::ffff:1.2.3.4",          "too-large",       13,  1, 1, kLocal},
     {"x::1.9",                  "too-large",        5,  1, 1, kLocal},
-    {" g::1.1",                 "ipv6",             1,  4, 0, kGlobal},
+    {" g::1.1",                 "ipv6",             1,  1, 0, kGlobal},
+    {"2001:db8:::1.1",          "ipv6",            10,  1, 0, kGlobal},
+    {"::ffff:1.2.3.256.1",      "ipv6",            13,  3, 0, kGlobal},
+    {"1:2:3:4:5:6:7.1",         "ipv6",            13,  0, 0, kGlobal},
     {"192.0.2.1.1",             "ipv6",             0,  9, 0, kGlobal},
-    {" .1",                     "ipv6",             1,  0, 0, kGlobal},
+    {" .1",                     "empty",            1,  0, 0, kGlobal},
     {"1..1",                    "ipv6",             0,  2, 0, kGlobal},
 };
 // clang-format on

@@ -52,10 +52,10 @@ setup() {
 }
 
 @test "a refused text: status 1, the code, what was expected, on standard error" {
-    run --separate-stderr "$BGPDT" show ASNUM 65536.1
+    run --separate-stderr "$BGPDT" show ASNUM x
     [ "$status" -eq 1 ]
     [ -z "$output" ]
-    [[ "$stderr" == *'ASNUM "65536.1" refused'*DT_ERR_INVALID_VALUE*'expected STRING<1-11>'* ]]
+    [[ "$stderr" == *'ASNUM "x" refused'*DT_ERR_INVALID_VALUE*'expected STRING<1-11>'* ]]
 }
 
 @test "an unknown type is a usage error that lists the types" {
@@ -79,7 +79,7 @@ setup() {
     [ "$status" -eq 1 ]
     [ "${#lines[@]}" -eq 5 ]
     [[ "${lines[4]}" == '{"line":7,"type":"ASNUM","text":"7","code":0,'* ]]
-    [[ "$stderr" == *'in:3: ASNUM "x" refused: not a value of the type (DT_ERR_INVALID_VALUE); expected STRING<1-11>'* ]]
+    [[ "$stderr" == *'in:3:7: ASNUM "x" refused: a digit is expected here (DT_ERR_INVALID_VALUE); expected STRING<1-11>'* ]]
     [[ "$stderr" == *'in:5: NOSUCH "1" refused: no such type'* ]]
     [[ "$stderr" == *'in:6: '*'no tab between type and text'* ]]
     [[ "$stderr" == *'read 5 values: 2 accepted'*'3 refused'*'2 comment and blank lines'* ]]
@@ -129,6 +129,18 @@ setup() {
     run "$BGPDT" --plugin ./no-such.so types
     [ "$status" -eq 3 ]
     [[ "$output" == *no-such.so* ]]
+}
+
+@test "a plug-in that does not tell of its types is status 3" {
+    command -v cc > /dev/null || skip 'no C compiler'
+    cat > mute.c <<'C'
+#include <stdint.h>
+uint32_t Bgp_InitDataType(uint32_t handle) { return handle - handle; }
+C
+    cc -shared -fPIC mute.c -o mute.so
+    run "$BGPDT" --plugin ./mute.so types
+    [ "$status" -eq 3 ]
+    [[ "$output" == *'does not load: it has no Bgp_TypeAt'* ]]
 }
 
 @test "a wrong option is status 2" {

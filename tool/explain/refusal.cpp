@@ -68,10 +68,12 @@ Refusal ExplainRefusal(const PlugIn &plugIn, const BgpTypeFacts &type, const Dat
 {
     BgpRefusal told;
     plugIn.explainRefusal(&request, type.TypeId, text.c_str(), &told);
-    Refusal refusal{Copied(plugIn, told.Reason), "", Gathered(plugIn, type.TypeId, told)};
-    if (told.SubTypeCount != 0) {
-        refusal.closest = plugIn.describeSubType(type.TypeId, told.Closest)->Name;
+    Refusal refusal{Copied(plugIn, told.Reason), "", {}};
+    if (told.SubTypeCount < 2) {
+        return refusal;
     }
+    refusal.closest = plugIn.describeSubType(type.TypeId, told.Closest)->Name;
+    refusal.answers = Gathered(plugIn, type.TypeId, told);
     const auto taker = std::find_if(refusal.answers.begin(), refusal.answers.end(),
                                     [](const Answer &answer) { return answer.reason.code == DT_OK; });
     if (taker != refusal.answers.end()) {

@@ -33,9 +33,9 @@ struct Answer {
 
 struct Refusal {
     Reason reason;
-    std::string closest; // of a composite type, the sub-type that takes the text, or else got furthest with it
-    // Of a composite type: the answers in the order in which the sub-types are asked, each told once. The first that
-    // takes the text is the last.
+    // Of a type of several sub-types: the one that takes the text, or else got furthest with it; and the answers in the
+    // order in which the sub-types are asked, each told once. The first that takes the text is the last.
+    std::string closest;
     std::vector<Answer> answers;
 };
 

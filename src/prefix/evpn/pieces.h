@@ -41,7 +41,6 @@ inline constexpr char kTheLeaveNumber[] = "the number of the leave";
 inline constexpr BgpRule kNoColon{"colon", "a colon is expected behind {what}", 0};
 inline constexpr BgpRule kNoOpening{"opening-bracket", "{what} stands in brackets, [ and ]", 0};
 inline constexpr BgpRule kNoClosing{"closing-bracket", "the bracket around {what} is not closed", 0};
-inline constexpr BgpRule kSomethingBehind{"behind", "nothing may follow {what}", 0};
 inline constexpr BgpRule kNothingBehind{"nothing-behind", "something must follow {what}", 0};
 inline constexpr BgpRule kColonBehindIpv6{"colon-behind-ipv6", "no colon may follow an IPv6 address that is not the last", 0};
 inline constexpr BgpRule kNoMac{"mac", "{what} is no MAC address, xxxx-xxxx-xxxx", 0};
