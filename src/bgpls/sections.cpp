@@ -151,7 +151,10 @@ LsFieldRule EitherNode(const BgpLsParseContext *context)
 
 [[gnu::cold]] bool RefuseFields(LsExplaining *explaining, uint32_t missing, uint32_t forbidden, const BgpRule &rule)
 {
-    if (explaining == nullptr || missing != 0) {
+    if (explaining == nullptr) {
+        return false;
+    }
+    if (missing != 0) {
         return RefuseMissing(explaining, explaining->run, missing);
     }
     const BgpLsKeyword *row = nullptr;
