@@ -92,21 +92,6 @@ using Reader = bool (*)(const char *text, void *value, Why *why);
 // The same for readers that take scratch memory, by the request's handle.
 using ReaderByHandle = bool (*)(uint32_t memoryHandle, const char *text, void *value, Why *why);
 
-// Until the last reader says why it refuses.
-inline constexpr BgpRule kUnexplained{"unexplained", "the text is refused", 0};
-
-template <auto Parse>
-bool Unexplained(const char *text, void *value, Why *why)
-{
-    return Parse(text, value) == DT_OK || Refuse(why, {text, 0}, kUnexplained);
-}
-
-template <auto Parse>
-bool UnexplainedByHandle(uint32_t memoryHandle, const char *text, void *value, Why *why)
-{
-    return Parse(memoryHandle, text, value) == DT_OK || Refuse(why, {text, 0}, kUnexplained);
-}
-
 struct FormatInRule {
     uint16_t typeId; // reported with the value
     uint16_t length; // bytes of the value
