@@ -85,7 +85,7 @@ bool ReadAsNumber(Text text, bool zeroWelcome, AsNumber &as)
 bool RefuseAsNumber(Text text, bool zeroWelcome, Why *why)
 {
     if (text.length > kLongestAsNumber) {
-        return Refuse(why, text, kTooLong, kLongestAsNumber, "an AS number");
+        return Refuse(why, text, kTooLong, kLongestAsNumber, "the AS number");
     }
     AsNumber as;
     return why != nullptr && ReadBy(zeroWelcome ? kAnyText : kUsableText, text, as, why);

@@ -137,8 +137,8 @@ void NoteIpv6(Why &why, Text address, const char *what)
     const Slip slip = FindIpv6Slip(address);
     if (address.length == 0) {
         Refuse(&why, address, kEmpty, 0, what);
-    } else if (const Text piece = slip.rule != nullptr ? slip.piece : address; HasNoBlank(piece, &why)) {
-        Refuse(&why, piece, kNoIpv6, 0, what);
+    } else if (HasNoBlank(address, &why)) {
+        Refuse(&why, slip.rule != nullptr ? slip.piece : address, kNoIpv6, 0, what);
     }
 }
 

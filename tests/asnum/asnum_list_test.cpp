@@ -412,7 +412,7 @@ constexpr Refused kReasons[] = {
     // text               rule                at  length
     {"",                  "empty",             0,  0},
     {"\t \t",             "empty",             3,  0},
-    {"1 100000000000",    "too-long",          2, 12, 11, "an AS number", "", 2},
+    {"1 100000000000",    "too-long",          2, 12, 11, "the AS number", "", 2},
     {"1 2 a",             "digit",             4,  1, 0, "", "", 3},
     {"1 2. 3",            "digit",             4,  0, 0, "", "", 2},
     {"1 . 2",             "digit",             2,  1, 0, "", "", 2},

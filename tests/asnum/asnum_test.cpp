@@ -221,8 +221,8 @@ constexpr Refused kReasons[] = {
     // text             rule                at  length
     {"",                "empty",             0,  0},
     {" \t",             "empty",             2,  0},
-    {"100000000000",    "too-long",          0, 12, 11, "an AS number"},
-    {"\t000000000001 ", "too-long",          1, 12, 11, "an AS number"},
+    {"100000000000",    "too-long",          0, 12, 11, "the AS number"},
+    {"\t000000000001 ", "too-long",          1, 12, 11, "the AS number"},
     {"12 3",            "blank",             2,  1},
     {"12\t3",           "blank",             2,  1},
     {" 1 .2",           "blank",             2,  1},

@@ -133,7 +133,7 @@ installing libbenchmark-dev" ]
     # Each type that refused one says why.
     refusing=$(awk 'NR > 1 && NF == 0 {exit} NR > 1 && $5 > 0' printed | wc -l)
     [ "$refusing" -gt 0 ]
-    [ "$(sed -n '/^Refused, and why:$/,/^$/p' printed | grep -c '^  [A-Z].* refused: [a-z]')" -eq "$refusing" ]
+    [ "$(sed -n '/^Refused, and why:$/,/^$/p' printed | grep -c '^  [A-Z].* refused: [A-Za-z]')" -eq "$refusing" ]
     changing=$(awk 'NR > 1 && NF == 0 {exit} NR > 1 && $4 > 0' printed | wc -l)
     [ "$(sed -n '/^A spelling of their own:$/,/^$/p' printed | grep -c '^  [A-Z].* -> ')" -eq "$changing" ]
 }
