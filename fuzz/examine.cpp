@@ -55,6 +55,9 @@ void PrintTyped(const Trial &trial, const Bytes &value)
             facts.Is(BGP_TRAIT_COMPOSES | BGP_TRAIT_PRINTS_BYTES)) {
             continue;
         }
+        if (facts.readsBack != nullptr && !facts.readsBack(value.data())) {
+            continue;
+        }
         // Where the printed text is a text of the type, it prints as itself.
         const std::string text(reinterpret_cast<const char *>(printed.bytes.data()));
         if (const Typed again = FormatIn(trial, mode, text); again.code == DT_OK) {

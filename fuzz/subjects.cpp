@@ -38,9 +38,25 @@ bool CompositeKeeps(const uint8_t *value)
     }
 }
 
+// An NG-MVPN key of addresses of both families prints them with ":" between, which another sub-type takes for its own:
+// "::2-1.2.3.4" prints as "::2:1.2.3.4", an IPv6 address.
+bool CompositeReadsBack(const uint8_t *value)
+{
+    switch (SubTypeOf(value)) {
+    case 6:
+    case 13:
+        return SameFamilies(value, 4, 25);
+    case 7:
+        return SameFamilies(value, 12, 33);
+    default:
+        return true;
+    }
+}
+
 constexpr Facts FactsOf(const BgpTypeFacts *type, const BgpTypeFacts *composite = nullptr)
 {
-    return {type, composite, composite == nullptr && type->TypeId == kKeyType ? CompositeKeeps : nullptr};
+    const bool isComposite = composite == nullptr && type->TypeId == kKeyType;
+    return {type, composite, isComposite ? CompositeKeeps : nullptr, isComposite ? CompositeReadsBack : nullptr};
 }
 
 Subject FromRow(const DataTypeDescriptor &row)

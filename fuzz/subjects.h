@@ -13,8 +13,9 @@ namespace bgp::fuzz {
 // What is judged by: the facts that the plug-in publishes, and what no host needs to know.
 struct Facts {
     const BgpTypeFacts *type;
-    const BgpTypeFacts *composite = nullptr;          // of a sub-type: the type that it belongs to
-    bool (*luaKeeps)(const uint8_t *value) = nullptr; // for which typed values BGP_LUA_TYPED holds; null: for all
+    const BgpTypeFacts *composite = nullptr;           // of a sub-type: the type that it belongs to
+    bool (*luaKeeps)(const uint8_t *value) = nullptr;  // for which typed values BGP_LUA_TYPED holds; null: for all
+    bool (*readsBack)(const uint8_t *value) = nullptr; // which values print a text that means them; null: all
 
     const char *Name() const { return type->Name; }
     // A bit of BgpTypeFacts.Traits.
