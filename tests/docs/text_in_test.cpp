@@ -2,9 +2,6 @@
 // texts that are numbers with separators each notation, with the smallest and largest value of each number.
 #include "docs/subjects.h"
 
-#include <regex>
-#include <set>
-
 namespace bgp::test {
 namespace {
 
@@ -17,13 +14,18 @@ const BgpTypeFacts *FactsOf(const Subject &subject)
 // "15 to 42 characters for an IPv4 key, 8 to 67 characters for an IPv6 key": 8 and 67. False when no range is told.
 bool TextLengths(const Section &section, uint32_t &shortest, uint32_t &longest)
 {
-    static const std::regex kRange("([0-9]+) to ([0-9]+) characters");
     shortest = UINT32_MAX;
     longest = 0;
     const std::string text = section.paragraphs.empty() ? "" : section.paragraphs[0];
-    for (std::sregex_iterator at(text.begin(), text.end(), kRange), end; at != end; ++at) {
-        shortest = std::min(shortest, static_cast<uint32_t>(std::stoul((*at)[1])));
-        longest = std::max(longest, static_cast<uint32_t>(std::stoul((*at)[2])));
+    for (size_t at = text.find(" to "); at != std::string::npos; at = text.find(" to ", at + 1)) {
+        const size_t start = text.find_last_not_of("0123456789", at == 0 ? 0 : at - 1) + 1;
+        uint32_t least = 0;
+        uint32_t most = 0;
+        int end = 0;
+        if (std::sscanf(text.c_str() + start, "%u to %u characters%n", &least, &most, &end) == 2 && end != 0) {
+            shortest = std::min(shortest, least);
+            longest = std::max(longest, most);
+        }
     }
     return longest != 0;
 }
