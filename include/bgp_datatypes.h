@@ -330,7 +330,7 @@ typedef struct {
 BGP_DATATYPES_API uint32_t Bgp_ExplainRefusal(const DataTypeRequest *request, uint32_t typeId, const char *text,
                                               BgpRefusal *refusal);
 /*
- * A reason as a sentence: "AS:n with an AS number above 65535: the assigned number is at most 65535". Writes at most
+ * A reason as a sentence: "with an AS number above 65535: the assigned number is at most 65535". Writes at most
  * size bytes, terminator included, cutting what does not fit; returns the characters of the whole sentence.
  */
 BGP_DATATYPES_API uint32_t Bgp_SayReason(const BgpReason *reason, char *buffer, uint32_t size);
