@@ -164,7 +164,7 @@ template <uint32_t... I>
 [[gnu::always_inline]] inline bool Fits(const NumbersRule &rule, uint32_t index, const Numbers &numbers,
                                         std::integer_sequence<uint32_t, I...>)
 {
-    const BgpNotation &notation = rule.notations[index];
+    const BgpNotation &notation = rule.notations[index < rule.count ? index : 0];
     const uint32_t shape = rule.shapes[index];
     return index < rule.count && shape == numbers.shape &&
            ((!HasNumber(shape, I) || (numbers.at[I] >= notation.Smallest[I] && numbers.at[I] <= notation.Largest[I])) &&
