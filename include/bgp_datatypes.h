@@ -12,7 +12,7 @@
  * Conventions that hold for every operation unless its own comment says otherwise:
  *
  *  - Pointers are tested first: a null one that is needed gives DT_ERR_NULL_PTR. Then the format mode, then the
- * content.
+ *    content.
  *  - Codes are 0 for success or one of the DT_ERR_ values. Nothing is thrown, nothing aborts, nothing is logged.
  *  - Values are byte strings without alignment. Multi-byte integers inside them are in the byte order of the processor,
  *    except where a layout says "network order". Endian turns host order into network order and back, in place.
@@ -48,9 +48,10 @@ extern "C" {
     0x80170au                          /* format mode above 6, or one that the operation neither serves nor refuses */
 #define DT_ERR_LENGTH 0x80170cu        /* Check: not the type's binary length */
 #define DT_ERR_INVALID_VALUE 0x80170du /* FormatIn: text refused; Check: value breaks the type's rule */
-#define DT_ERR_TYPE_MISMATCH 0x80170fu /* CVRFNAME FormatOut, mode 2: type id or length of another record */
-#define DT_ERR_CONVERT 0x801711u       /* CVRFNAME FormatOut, mode 2: no composite form */
-#define DT_ERR_TOO_LONG 0x801717u      /* LuaGet of a prefix: a Lua string longer than the text buffer */
+/* CVRFNAME FormatOut, mode 2: type id or length of another record; Bgp_ExplainRefusal: unknown type id */
+#define DT_ERR_TYPE_MISMATCH 0x80170fu
+#define DT_ERR_CONVERT 0x801711u  /* CVRFNAME FormatOut, mode 2: no composite form */
+#define DT_ERR_TOO_LONG 0x801717u /* LuaGet of a prefix: a Lua string longer than the text buffer */
 
 /* Type ids that FormatOut reports. */
 #define DT_TYPE_TEXT 25u /* NUL-terminated text; the length counts the terminator */
@@ -324,8 +325,9 @@ typedef struct {
  * Reads a text as FormatIn of the type would in request's mode, makes no value, and tells why it is refused. Runs the
  * very parser of the type. text is left alone, also by the type whose FormatIn writes to it. Returns what FormatIn
  * would answer (given memory for the result), also as refusal->Reason.Code; for a type whose texts the host reads, the
- * host's code and a rule that says so. DT_ERR_NULL_PTR for a null argument (with refusal filled when it is there),
- * DT_ERR_TYPE_MISMATCH for an unknown type id, DT_ERR_FAIL for a type without FormatIn.
+ * host's code and a rule that says so (the host is told the length of the text with its terminator, not that of a
+ * value). DT_ERR_NULL_PTR for a null argument (with refusal filled when it is there), DT_ERR_TYPE_MISMATCH for an
+ * unknown type id, DT_ERR_FAIL for a type without FormatIn.
  */
 BGP_DATATYPES_API uint32_t Bgp_ExplainRefusal(const DataTypeRequest *request, uint32_t typeId, const char *text,
                                               BgpRefusal *refusal);
