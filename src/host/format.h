@@ -231,27 +231,79 @@ template <FormatString F, class... Numbers>
     return Write<F, 0>(to, numbers...);
 }
 
-// Appends them to a text; what does not fit is cut.
-template <FormatString F, class... Numbers>
-inline void Put(GrowingText &text, Numbers... numbers)
+// The plain characters from a place in a format on, to a text that grows; what does not fit is cut.
+template <FormatString F, uint32_t From>
+[[gnu::always_inline]] inline void PutPlain(GrowingText &text)
 {
-    if (text.end - text.at >= static_cast<ptrdiff_t>(kRoom<F, Numbers...>)) [[likely]] {
-        text.at = Write<F>(text.at, numbers...);
-        return;
+    constexpr uint32_t kPlain = PieceOf(F, From).plain;
+    if (text.end - text.at >= static_cast<ptrdiff_t>(kPlain)) [[likely]] {
+        std::memcpy(text.at, F.at + From, kPlain);
+        text.at += kPlain;
+    } else {
+        Put(text, Text{F.at + From, kPlain});
     }
-    char line[kRoom<F, Numbers...>];
-    const char *const end = Write<F>(line, numbers...);
-    Put(text, Text{line, static_cast<uint32_t>(end - line)});
 }
 
-// Prints them through the host's bounded formatter, which has the last word: the characters printed, at most size - 1,
-// or a negative number when the host refuses.
+// The same of all that follows, with texts (%s) among the numbers.
+template <FormatString F, uint32_t From>
+[[gnu::always_inline]] inline void PutFrom(GrowingText &text)
+{
+    PutPlain<F, From>(text);
+}
+
+template <FormatString F, uint32_t From, class First, class... Rest>
+[[gnu::always_inline]] inline void PutFrom(GrowingText &text, First first, Rest... rest)
+{
+    constexpr FormatPiece kPiece = PieceOf(F, From);
+    PutPlain<F, From>(text);
+    if constexpr (std::is_convertible_v<First, const char *>) {
+        static_assert(kPiece.conversion == 's');
+        Put(text, first);
+    } else {
+        static_assert(kPiece.conversion == 'u');
+        Put<"%u">(text, first);
+    }
+    PutFrom<F, kPiece.behind>(text, rest...);
+}
+
+template <class... Arguments>
+inline constexpr bool kHasTexts = (std::is_convertible_v<Arguments, const char *> || ...);
+
+// Appends numbers, and texts, by a format; what does not fit is cut. No terminator is written.
+template <FormatString F, class... Arguments>
+inline void Put(GrowingText &text, Arguments... arguments)
+{
+    if constexpr (kHasTexts<Arguments...>) {
+        PutFrom<F, 0>(text, arguments...);
+    } else if (text.end - text.at >= static_cast<ptrdiff_t>(kRoom<F, Arguments...>)) [[likely]] {
+        text.at = Write<F>(text.at, arguments...);
+    } else {
+        char line[kRoom<F, Arguments...>];
+        const char *const end = Write<F>(line, arguments...);
+        Put(text, Text{line, static_cast<uint32_t>(end - line)});
+    }
+}
+
+// Prints numbers through the host's bounded formatter, which has the last word: the characters printed, at most
+// size - 1, or a negative number when the host refuses.
 template <FormatString F, class... Numbers>
 inline int32_t Print(char *buffer, uint32_t size, Numbers... numbers)
 {
     char line[kRoom<F, Numbers...>];
     *Write<F>(line, numbers...) = '\0';
     return PrintText(buffer, size, line);
+}
+
+// Appends what the host's bounded formatter makes of them. False, with the text as it was, when the host refuses, or
+// has filled more than there was room for.
+template <FormatString F, class... Arguments>
+inline bool Print(GrowingText &text, Arguments... arguments)
+{
+    char line[kLongestLine];
+    GrowingText growing = GrowIn(line, sizeof line);
+    Put<F>(growing, arguments...);
+    *growing.at = '\0';
+    return PrintLine(text, line);
 }
 
 } // namespace bgp

@@ -138,9 +138,6 @@ void NoteLength(const Why &why, Text text, uint32_t least, uint32_t most)
 
 namespace {
 
-// The longest text that is printed from one format: a section of a BGP-LS key.
-constexpr uint32_t kLongestText = 1024;
-
 // The decimal digits of a number that fits a machine word, right-aligned before `end`, two at a time; the first digit.
 template <class Word>
 inline char *Digits(Word number, char *end)
@@ -243,17 +240,24 @@ uint32_t Format(char *to, uint32_t room, const char *format, const Argument *arg
 
 int32_t Print(char *buffer, uint32_t size, const char *format, const Argument *arguments)
 {
-    char text[kLongestText];
+    char text[kLongestLine];
     Format(text, sizeof text, format, arguments);
     return PrintText(buffer, size, text);
 }
 
 bool Print(GrowingText &text, const char *format, const Argument *arguments)
 {
+    char line[kLongestLine];
+    Format(line, sizeof line, format, arguments);
+    return PrintLine(text, line);
+}
+
+bool PrintLine(GrowingText &text, const char *line)
+{
     if (text.at > text.end) {
         return false;
     }
-    const int32_t printed = Print(text.at, static_cast<uint32_t>(text.end - text.at) + 1, format, arguments);
+    const int32_t printed = PrintText(text.at, static_cast<uint32_t>(text.end - text.at) + 1, line);
     text.at += printed > 0 ? printed : 0;
     return printed >= 0;
 }
