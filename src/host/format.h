@@ -231,39 +231,33 @@ template <FormatString F, class... Numbers>
     return Write<F, 0>(to, numbers...);
 }
 
-// The plain characters from a place in a format on, to a text that grows; what does not fit is cut.
-template <FormatString F, uint32_t From>
-[[gnu::always_inline]] inline void PutPlain(GrowingText &text)
-{
-    constexpr uint32_t kPlain = PieceOf(F, From).plain;
-    if (text.end - text.at >= static_cast<ptrdiff_t>(kPlain)) [[likely]] {
-        std::memcpy(text.at, F.at + From, kPlain);
-        text.at += kPlain;
-    } else {
-        Put(text, Text{F.at + From, kPlain});
-    }
-}
+// A number to a text that grows; what does not fit is cut.
+void PutNumber(GrowingText &text, uint64_t number);
 
-// The same of all that follows, with texts (%s) among the numbers.
+// The same of a format with texts (%s) among its numbers: pieces as long as these are put one by one.
 template <FormatString F, uint32_t From>
-[[gnu::always_inline]] inline void PutFrom(GrowingText &text)
+inline void PutPieces(GrowingText &text)
 {
-    PutPlain<F, From>(text);
+    if constexpr (PieceOf(F, From).plain != 0) {
+        Put(text, Text{F.at + From, PieceOf(F, From).plain});
+    }
 }
 
 template <FormatString F, uint32_t From, class First, class... Rest>
-[[gnu::always_inline]] inline void PutFrom(GrowingText &text, First first, Rest... rest)
+inline void PutPieces(GrowingText &text, First first, Rest... rest)
 {
     constexpr FormatPiece kPiece = PieceOf(F, From);
-    PutPlain<F, From>(text);
+    if constexpr (kPiece.plain != 0) {
+        Put(text, Text{F.at + From, kPiece.plain});
+    }
     if constexpr (std::is_convertible_v<First, const char *>) {
         static_assert(kPiece.conversion == 's');
-        Put(text, first);
+        Put(text, static_cast<const char *>(first));
     } else {
         static_assert(kPiece.conversion == 'u');
-        Put<"%u">(text, first);
+        PutNumber(text, first);
     }
-    PutFrom<F, kPiece.behind>(text, rest...);
+    PutPieces<F, kPiece.behind>(text, rest...);
 }
 
 template <class... Arguments>
@@ -274,7 +268,7 @@ template <FormatString F, class... Arguments>
 inline void Put(GrowingText &text, Arguments... arguments)
 {
     if constexpr (kHasTexts<Arguments...>) {
-        PutFrom<F, 0>(text, arguments...);
+        PutPieces<F, 0>(text, arguments...);
     } else if (text.end - text.at >= static_cast<ptrdiff_t>(kRoom<F, Arguments...>)) [[likely]] {
         text.at = Write<F>(text.at, arguments...);
     } else {

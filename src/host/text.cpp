@@ -102,6 +102,16 @@ bool IsHostsBlank(char character)
     return HostFindsBlank({&character, 1});
 }
 
+bool Terminate(Text text, char *to, uint32_t size)
+{
+    if (text.length >= size) {
+        return false;
+    }
+    std::memcpy(to, text.at, text.length);
+    to[text.length] = '\0';
+    return true;
+}
+
 void NoteBlank(const Why &why, Text text)
 {
     Text odd{text.at, 0}; // the first that is not graphic
@@ -195,6 +205,19 @@ inline void PutHex(GrowingText &text, uint64_t number, uint32_t least)
 }
 
 } // namespace
+
+void Put(GrowingText &text, Text piece)
+{
+    const auto room = static_cast<size_t>(text.end - text.at);
+    const size_t length = piece.length < room ? piece.length : room;
+    std::memcpy(text.at, piece.at, length);
+    text.at += length;
+}
+
+void Put(GrowingText &text, const char *words)
+{
+    Put(text, Text{words, static_cast<uint32_t>(std::strlen(words))});
+}
 
 void Format(GrowingText &text, const char *format, const Argument *arguments)
 {

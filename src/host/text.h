@@ -147,15 +147,7 @@ inline bool HasLength(Text text, uint32_t least, uint32_t most, Why *why)
 }
 
 // Copies the piece, terminated, for host services that want a terminated text. False when it does not fit in `size`.
-inline bool Terminate(Text text, char *to, uint32_t size)
-{
-    if (text.length >= size) {
-        return false;
-    }
-    std::memcpy(to, text.at, text.length);
-    to[text.length] = '\0';
-    return true;
-}
+bool Terminate(Text text, char *to, uint32_t size);
 
 // ------------------------------------------------------------------------------------------------------------ output
 
@@ -193,18 +185,8 @@ inline void Put(GrowingText &text, char character)
     }
 }
 
-inline void Put(GrowingText &text, Text piece)
-{
-    const auto room = static_cast<size_t>(text.end - text.at);
-    const size_t length = piece.length < room ? piece.length : room;
-    std::memcpy(text.at, piece.at, length);
-    text.at += length;
-}
-
-inline void Put(GrowingText &text, const char *words)
-{
-    Put(text, Text{words, static_cast<uint32_t>(std::strlen(words))});
-}
+void Put(GrowingText &text, Text piece);
+void Put(GrowingText &text, const char *words);
 
 inline void PutTimes(GrowingText &text, char character, uint32_t count)
 {
