@@ -104,12 +104,12 @@ Exact::Exact(size_t size, uint8_t fill)
     : size_(size), before_(kGuard + 1), behind_(kGuard), memory_(new uint8_t[before_ + size_ + behind_])
 {
     std::fill_n(memory_.get(), before_ + size_ + behind_, kGuardByte);
-    std::fill_n(at(), size, fill);
+    std::fill_n(At(), size, fill);
 }
 
 Exact::Exact(const Bytes &bytes) : Exact(bytes.size())
 {
-    std::copy(bytes.begin(), bytes.end(), at());
+    std::copy(bytes.begin(), bytes.end(), At());
 }
 
 bool Exact::Intact() const
@@ -160,10 +160,10 @@ Typed FormatIn(const Trial &trial, uint8_t mode, const std::string &text)
     InResult in{0, kUntouched, kUntouched, &marker};
     Accounts accounts(trial);
     in.code = trial.subject.row.FormatIn(&request, trial.subject.row.TypeId, static_cast<uint32_t>(terminated.size()),
-                                         reinterpret_cast<char *>(copy.at()), &in.typeId, &in.length, &in.buffer);
+                                         reinterpret_cast<char *>(copy.At()), &in.typeId, &in.length, &in.buffer);
     Expect(trial, copy.Intact(), "FormatIn's text is written around");
     Expect(trial,
-           std::equal(terminated.begin(), terminated.end(), copy.at()) ||
+           std::equal(terminated.begin(), terminated.end(), copy.At()) ||
                (facts.Is(BGP_TRAIT_WRITES_TEXT) && mode == 1),
            "FormatIn writes to its text");
     Typed typed{in.code, {}};
@@ -230,10 +230,10 @@ OutCall CallFormatOut(const Trial &trial, uint8_t mode, const Bytes &value, void
     const DataTypeRequest request{mode, trial.handle};
     OutCall call{{0, kUntouched, kUntouched, {}}, buffer};
     call.printed.code =
-        trial.subject.row.FormatOut(&request, trial.subject.row.TypeId, static_cast<uint32_t>(value.size()), copy.at(),
+        trial.subject.row.FormatOut(&request, trial.subject.row.TypeId, static_cast<uint32_t>(value.size()), copy.At(),
                                     &call.printed.typeId, &call.printed.length, &call.buffer);
     Expect(trial, copy.Intact(), "FormatOut's value is written around");
-    Expect(trial, std::equal(value.begin(), value.end(), copy.at()), "FormatOut writes to its value");
+    Expect(trial, std::equal(value.begin(), value.end(), copy.At()), "FormatOut writes to its value");
     Expect(trial, IsCode(call.printed.code), "FormatOut returns", call.printed.code);
     return call;
 }
@@ -287,17 +287,17 @@ Printed PrintLent(const Trial &trial, uint8_t mode, const Bytes &value, size_t s
 {
     Exact lent(size);
     Accounts accounts(trial);
-    OutCall call = CallFormatOut(trial, mode, value, lent.at());
+    OutCall call = CallFormatOut(trial, mode, value, lent.At());
     Expect(trial, lent.Intact(), "FormatOut's buffer is written around");
     const bool composes = trial.subject.facts.Is(BGP_TRAIT_COMPOSES) && mode == 2;
-    Expect(trial, call.buffer == lent.at() || composes, "FormatOut leaves the caller's buffer");
+    Expect(trial, call.buffer == lent.At() || composes, "FormatOut leaves the caller's buffer");
     if (call.printed.code == DT_OK) {
         const bool fits = call.printed.length == kUntouched || call.printed.length <= size || composes;
         if (Expect(trial, fits, "FormatOut reports more than the buffer holds")) {
             Keep(call.printed, call.buffer);
         }
     }
-    accounts.Close("FormatOut into a buffer", call.buffer, lent.at());
+    accounts.Close("FormatOut into a buffer", call.buffer, lent.At());
     return call.printed;
 }
 
@@ -317,7 +317,7 @@ uint32_t Check(const Trial &trial, const Bytes &value)
 {
     Exact copy(value);
     const uint32_t code =
-        trial.subject.row.Check(&trial, trial.subject.row.TypeId, static_cast<uint32_t>(value.size()), copy.at());
+        trial.subject.row.Check(&trial, trial.subject.row.TypeId, static_cast<uint32_t>(value.size()), copy.At());
     Expect(trial, copy.Intact(), "Check's value is written around");
     Expect(trial, IsCode(code), "Check returns", code);
     return code;
@@ -332,7 +332,7 @@ void Help(const Trial &trial, uint8_t mode, const std::string &typedText)
     DataTypeHelpInfo info{0, nullptr};
     Accounts accounts(trial);
     const uint32_t code = trial.subject.row.Help(&request, trial.subject.row.TypeId, 0,
-                                                 reinterpret_cast<const char *>(copy.at()), words, &info);
+                                                 reinterpret_cast<const char *>(copy.At()), words, &info);
     const bool supplied = info.EntryCount != 0 && info.Entries != nullptr && info.Entries[0].Text != nullptr;
     Expect(trial, code == DT_OK || !supplied, "Help fails and supplies a text");
     accounts.Close("Help", supplied ? info.Entries[0].Text : nullptr);
@@ -343,7 +343,7 @@ int32_t Compare(const Trial &trial, const Bytes &left, const Bytes &right)
     Exact leftCopy(left);
     Exact rightCopy(right);
     const int32_t order = trial.subject.row.Compare(&trial, static_cast<uint32_t>(std::min(left.size(), right.size())),
-                                                    leftCopy.at(), rightCopy.at());
+                                                    leftCopy.At(), rightCopy.At());
     Expect(trial, leftCopy.Intact() && rightCopy.Intact(), "Compare writes");
     return order;
 }
@@ -353,11 +353,11 @@ Bytes Swapped(const Trial &trial, const Bytes &value, int times)
     Exact copy(value);
     for (int i = 0; i < times; ++i) {
         const uint32_t code =
-            trial.subject.row.Endian(&trial, trial.subject.row.TypeId, static_cast<uint32_t>(value.size()), copy.at());
+            trial.subject.row.Endian(&trial, trial.subject.row.TypeId, static_cast<uint32_t>(value.size()), copy.At());
         Expect(trial, code == DT_OK, "Endian returns", code);
     }
     Expect(trial, copy.Intact(), "Endian's value is written around");
-    return {copy.at(), copy.at() + value.size()};
+    return {copy.At(), copy.At() + value.size()};
 }
 
 // --------------------------------------------------------------------------------------------------------------- Lua
@@ -368,7 +368,7 @@ uint32_t LuaSet(const Trial &trial, lua_State *L, int32_t table, const Bytes &va
     const int top = lua_gettop(L);
     Accounts accounts(trial);
     const uint32_t code = trial.subject.row.LuaSet(L, table, "v", trial.subject.row.TypeId,
-                                                   static_cast<uint16_t>(value.size()), copy.at());
+                                                   static_cast<uint16_t>(value.size()), copy.At());
     accounts.Close("LuaSet", nullptr);
     Expect(trial, copy.Intact(), "LuaSet's value is written around");
     Expect(trial, IsCode(code), "LuaSet returns", code);
@@ -382,11 +382,11 @@ uint32_t LuaGet(const Trial &trial, lua_State *L, int32_t table, Bytes &value)
     Exact buffer(value);
     Accounts accounts(trial);
     const uint32_t code = trial.subject.row.LuaGet(L, table, "v", trial.subject.row.TypeId,
-                                                   static_cast<uint16_t>(value.size()), buffer.at());
+                                                   static_cast<uint16_t>(value.size()), buffer.At());
     accounts.Close("LuaGet", nullptr);
     Expect(trial, buffer.Intact(), "LuaGet's value is written around");
     Expect(trial, IsCode(code), "LuaGet returns", code);
-    value.assign(buffer.at(), buffer.at() + value.size());
+    value.assign(buffer.At(), buffer.At() + value.size());
     return code;
 }
 

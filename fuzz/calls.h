@@ -30,7 +30,7 @@ class Exact {
 public:
     explicit Exact(size_t size, uint8_t fill = 0xA5);
     explicit Exact(const Bytes &bytes);
-    uint8_t *at() { return memory_.get() + before_; }
+    uint8_t *At() { return memory_.get() + before_; }
     bool Intact() const;
 
 private:

@@ -46,7 +46,7 @@ constexpr std::string_view kSeparators = ":.-/[]* ";
 
 struct Span {
     size_t from, to; // [from, to)
-    size_t length() const { return to - from; }
+    size_t Length() const { return to - from; }
 };
 
 bool IsWord(char character)
@@ -112,7 +112,7 @@ void ChangeWord(std::string &text, Random &random)
     const Span word = Any(words, random);
     switch (Below(random, 3)) {
     case 0:
-        text.replace(word.from, word.length(), Any(kLimits, random));
+        text.replace(word.from, word.Length(), Any(kLimits, random));
         break;
     case 1: { // only the digits at its end: "as100"
         size_t digits = word.to;
@@ -124,7 +124,7 @@ void ChangeWord(std::string &text, Random &random)
     }
     default: {
         const Span other = Any(words, random);
-        text.replace(word.from, word.length(), text.substr(other.from, other.length()));
+        text.replace(word.from, word.Length(), text.substr(other.from, other.Length()));
     }
     }
 }
@@ -138,25 +138,25 @@ void ChangeGroup(std::string &text, Random &random)
     }
     Span first = Any(groups, random);
     Span second = Any(groups, random);
-    const std::string copy = text.substr(first.from, first.length());
+    const std::string copy = text.substr(first.from, first.Length());
     switch (Below(random, 4)) {
     case 0:
-        text.erase(first.from, first.length());
+        text.erase(first.from, first.Length());
         break;
     case 1:
         text.insert(Below(random, 2) == 0 ? second.from : second.to, copy);
         break;
     case 2:
-        text.replace(second.from, second.length(), copy);
+        text.replace(second.from, second.Length(), copy);
         break;
     default:
         if (first.from > second.from) {
             std::swap(first, second);
         }
         if (first.to <= second.from) {
-            const std::string behind = text.substr(second.from, second.length());
-            text.replace(second.from, second.length(), text.substr(first.from, first.length()));
-            text.replace(first.from, first.length(), behind);
+            const std::string behind = text.substr(second.from, second.Length());
+            text.replace(second.from, second.Length(), text.substr(first.from, first.Length()));
+            text.replace(first.from, first.Length(), behind);
         }
     }
 }

@@ -15,6 +15,8 @@ namespace bgp::standalone {
 
 // ------------------------------------------------------------------------------------------------- the same in C
 
+// Functions under shorter names, and written as functions are.
+// NOLINTBEGIN(readability-identifier-naming)
 inline constexpr auto &OpenHandle = BgpHost_OpenHandle;
 inline constexpr auto &ResetHandle = BgpHost_ResetHandle;
 inline constexpr auto &CloseHandle = BgpHost_CloseHandle;
@@ -38,6 +40,7 @@ using Registration = BgpHostRegistration;
 inline constexpr auto &TakeCounters = BgpHost_TakeCounters;
 inline constexpr auto &RecordReleases = BgpHost_RecordReleases;
 inline constexpr auto &SetCheckedBlocks = BgpHost_SetCheckedBlocks;
+// NOLINTEND(readability-identifier-naming)
 
 // -------------------------------------------------------------------------------------- the plug-in and its rows
 

@@ -201,11 +201,11 @@ uint32_t LinkIdentifier(uint32_t flag, char *value, void *target, BgpLsParseCont
 enum Times { kOnce, kAgain };
 
 // An address of either family, each kept in a place of its own. kAgain: also behind another one.
-template <uint32_t Link::*Ipv4Member, uint8_t (Link::*Ipv6Member)[16], Times times>
+template <uint32_t Link::*Ipv4Member, uint8_t (Link::*Ipv6Member)[16], Times Which>
 uint32_t LinkAddress(uint32_t flag, char *value, void *target, BgpLsParseContext *context)
 {
     auto &link = *static_cast<Link *>(target);
-    if (times == kAgain) {
+    if (Which == kAgain) {
         link.Fields |= flag;
     } else if (!Claim(link.Fields, flag, context)) {
         return DT_ERR_FAIL;
@@ -214,10 +214,10 @@ uint32_t LinkAddress(uint32_t flag, char *value, void *target, BgpLsParseContext
     return Code(isIpv6 ? Ipv6(value, link.*Ipv6Member, context) : Dotted(value, link.*Ipv4Member, context));
 }
 
-template <Times times>
-constexpr BgpLsHandler *LinkInterface = LinkAddress<&Link::Ipv4Interface, &Link::Ipv6Interface, times>;
-template <Times times>
-constexpr BgpLsHandler *LinkNeighbour = LinkAddress<&Link::Ipv4Neighbour, &Link::Ipv6Neighbour, times>;
+template <Times Which>
+constexpr BgpLsHandler *kLinkInterface = LinkAddress<&Link::Ipv4Interface, &Link::Ipv6Interface, Which>;
+template <Times Which>
+constexpr BgpLsHandler *kLinkNeighbour = LinkAddress<&Link::Ipv4Neighbour, &Link::Ipv6Neighbour, Which>;
 
 bool PrefixLength(const char *slash, const char *value, uint32_t &length, BgpLsParseContext *context)
 {
@@ -269,12 +269,12 @@ constinit const BgpLsKeyword kLsNodeFields[kLsNodeFieldCount] = {
 
 constinit const BgpLsKeyword kLsLinkFields[kLsLinkFieldCount] = {
     {"identifier",              1, 0, LinkIdentifier},
-    {"local",                   2, 0, LinkInterface<kOnce>},
-    {"remote",                  4, 0, LinkNeighbour<kOnce>},
+    {"local",                   2, 0, kLinkInterface<kOnce>},
+    {"remote",                  4, 0, kLinkNeighbour<kOnce>},
     {"link-local-id",           8, 0, Field<&Link::LocalId, Dotted>},
     {"link-remote-id",         16, 0, Field<&Link::RemoteId, Dotted>},
-    {"if-address",             32, 0, LinkInterface<kAgain>},
-    {"peer-address",           64, 0, LinkNeighbour<kAgain>},
+    {"if-address",             32, 0, kLinkInterface<kAgain>},
+    {"peer-address",           64, 0, kLinkNeighbour<kAgain>},
     {"mt-id",                 128, 0, Field<&Link::MtId, Decimal>},
 };
 

@@ -71,7 +71,7 @@ public:
             ADD_FAILURE() << "NLRI type " << nlri.type;
         }
     }
-    std::string hex() const { return Hex(record_); }
+    std::string InHex() const { return Hex(record_); }
 
 private:
     struct Places {
@@ -166,7 +166,7 @@ TEST_F(BgpLsRealKeys, AreStoredAsTheWireSays)
             continue;
         }
         ++read;
-        EXPECT_EQ(in.value, Expected(nlri).hex());
+        EXPECT_EQ(in.value, Expected(nlri).InHex());
         EXPECT_EQ(FormatOut(kBgpLs, in.value).code, DT_OK);
         EXPECT_EQ(LuaProblem(Bytes(in.value)), "");
     }

@@ -6,11 +6,11 @@
 #include <stdlib.h>
 #include <string.h>
 
-enum { MOST_BLOCKS = 16 };
+enum { kMostBlocks = 16 };
 
 static const DataTypeDescriptor *routeTarget;
 static unsigned rows;
-static void *blocks[MOST_BLOCKS]; /* of the one memory handle there is, 1 */
+static void *blocks[kMostBlocks]; /* of the one memory handle there is, 1 */
 static unsigned blockCount;
 
 uint32_t SYS_Drm_RegisterDataType(uint32_t handle, const DataTypeDescriptor *row)
@@ -24,7 +24,7 @@ uint32_t SYS_Drm_RegisterDataType(uint32_t handle, const DataTypeDescriptor *row
 
 void *SYS_DataTypeMallocByHandle(uint32_t memoryHandle, uint32_t size)
 {
-    if (memoryHandle != 1 || blockCount == MOST_BLOCKS) {
+    if (memoryHandle != 1 || blockCount == kMostBlocks) {
         return NULL;
     }
     blocks[blockCount] = malloc(size);

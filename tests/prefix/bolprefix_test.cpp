@@ -775,11 +775,11 @@ std::string Patched(const std::vector<Patch> &patches)
 
 // What a reader does, one fetched field after the other.
 enum class Fetch {
-    Number,   // refused when it is none
-    Ipv4,     // a number into an address field; ignored when it is none
-    Ipv6,     // 16 numbers into an address field; ignored when they are not; popped when they are
-    Array,    // `items` numbers; refused when they are not; they are popped, the array stays
-    ArrayToo, // the same, and the array is popped with them
+    kNumber,   // refused when it is none
+    kIpv4,     // a number into an address field; ignored when it is none
+    kIpv6,     // 16 numbers into an address field; ignored when they are not; popped when they are
+    kArray,    // `items` numbers; refused when they are not; they are popped, the array stays
+    kArrayToo, // the same, and the array is popped with them
 };
 
 struct Step {
@@ -800,17 +800,17 @@ const std::string kIn6 = "{32,1,13,184,0,0,0,0,0,0,0,0,0,0,0,1}";
 
 Step Kind(const char *name, uint32_t kind)
 {
-    return {Fetch::Number, name, std::to_string(kind), {}};
+    return {Fetch::kNumber, name, std::to_string(kind), {}};
 }
 
 Step Ipv4(const char *name, size_t at)
 {
-    return {Fetch::Ipv4, name, "167838211", {{at, "0302010a"}, {at + 20, "00"}}};
+    return {Fetch::kIpv4, name, "167838211", {{at, "0302010a"}, {at + 20, "00"}}};
 }
 
 Step Ipv6(const char *name, size_t at)
 {
-    return {Fetch::Ipv6, name, kIn6, {{at + 4, kSome6 + "01"}}, 16};
+    return {Fetch::kIpv6, name, kIn6, {{at + 4, kSome6 + "01"}}, 16};
 }
 
 // The seven NG readers with their addresses in one family.
@@ -819,8 +819,8 @@ std::vector<Reader> NgReaders(uint32_t family)
     const auto address = [family](const char *name, size_t at) {
         return family == 0 ? Ipv4(name, at) : Ipv6(name, at);
     };
-    const Step asType{Fetch::Number, "bolNgAsNumType", "1", {{8, "01000000"}}};
-    const Step asNumber{Fetch::Number, "bolNgAsNumValue", "4294967295", {{4, "ffffffff"}}};
+    const Step asType{Fetch::kNumber, "bolNgAsNumType", "1", {{8, "01000000"}}};
+    const Step asNumber{Fetch::kNumber, "bolNgAsNumValue", "4294967295", {{4, "ffffffff"}}};
     const Step origin = Kind("bolNgOriIpType", family);
     const Step source = Kind("bolNgCSIpType", family);
     const Step group = Kind("bolNgCGIpType", family);
@@ -845,45 +845,45 @@ std::vector<Reader> NgReaders(uint32_t family)
 std::vector<Reader> Readers()
 {
     std::vector<Reader> readers = {
-        {0, 2, {{Fetch::Number, "bolPrefix", "167838211", {{4, "0302010a"}}}}},
+        {0, 2, {{Fetch::kNumber, "bolPrefix", "167838211", {{4, "0302010a"}}}}},
         {8,
          3,
-         {{Fetch::ArrayToo, "RtValue", "{0,2,0,100,256,257,511,1}", {{4, "00020064 0001ff01"}}, 8},
-          {Fetch::Number, "RtType", "259", {{12, "03000000"}}}}}, // its low 8 bits fill the word
+         {{Fetch::kArrayToo, "RtValue", "{0,2,0,100,256,257,511,1}", {{4, "00020064 0001ff01"}}, 8},
+          {Fetch::kNumber, "RtType", "259", {{12, "03000000"}}}}}, // its low 8 bits fill the word
         {9,
          3,
-         {{Fetch::Number, "bolSiteId", "65546", {{4, "0a00"}}},
-          {Fetch::Number, "bolLabelOffSet", "131075", {{6, "0300"}}}}},
+         {{Fetch::kNumber, "bolSiteId", "65546", {{4, "0a00"}}},
+          {Fetch::kNumber, "bolLabelOffSet", "131075", {{6, "0300"}}}}},
         {10,
          3,
-         {{Fetch::Number, "bolVpnv4McastPrefix", "167838211", {{4, "0302010a"}}},
-          {Fetch::Number, "bolVpnv4McastMaskLen", "4294967295", {{8, "ffffffff"}}}}},
+         {{Fetch::kNumber, "bolVpnv4McastPrefix", "167838211", {{4, "0302010a"}}},
+          {Fetch::kNumber, "bolVpnv4McastMaskLen", "4294967295", {{8, "ffffffff"}}}}},
         {11,
          4,
-         {{Fetch::Number, "bolMdtPrefix", "167838211", {{4, "0302010a"}}},
-          {Fetch::Number, "bolMdtGrpAddr", "4009820417", {{8, "010101ef"}}},
-          {Fetch::Number, "bolMdtMaskLen", "24", {{12, "18000000"}}}}},
+         {{Fetch::kNumber, "bolMdtPrefix", "167838211", {{4, "0302010a"}}},
+          {Fetch::kNumber, "bolMdtGrpAddr", "4009820417", {{8, "010101ef"}}},
+          {Fetch::kNumber, "bolMdtMaskLen", "24", {{12, "18000000"}}}}},
         {12,
          4,
-         {{Fetch::Number, "bolRpdPolicyType", "257", {{4, "01"}}},
-          {Fetch::Number, "bolRpdPeerAddr", "167838211", {{10, "0302010a"}}},
-          {Fetch::Number, "bolRpdDistinguisher", "4294967295", {{6, "ffffffff"}}}}},
+         {{Fetch::kNumber, "bolRpdPolicyType", "257", {{4, "01"}}},
+          {Fetch::kNumber, "bolRpdPeerAddr", "167838211", {{10, "0302010a"}}},
+          {Fetch::kNumber, "bolRpdDistinguisher", "4294967295", {{6, "ffffffff"}}}}},
         {14,
          6,
-         {{Fetch::Number, "bolSrPolicyDistinguisher", "1", {{4, "01000000"}}},
-          {Fetch::Number, "bolSrPolicyPolicyColor", "4294967295", {{8, "ffffffff"}}},
-          {Fetch::Number, "bolSrPolicyEndpointv4", "167838211", {{12, "0302010a"}}},
-          {Fetch::Array, "bolSrPolicyEndpointv6", kIn6, {{16, kSome6}}, 16},
-          {Fetch::Number, "bolSrPolicyPolicyType", "257", {{32, "01"}}}}},
-        {15, 0, {{Fetch::ArrayToo, "bolPrefix", kIn6, {{4, kSome6}}, 16}}},
+         {{Fetch::kNumber, "bolSrPolicyDistinguisher", "1", {{4, "01000000"}}},
+          {Fetch::kNumber, "bolSrPolicyPolicyColor", "4294967295", {{8, "ffffffff"}}},
+          {Fetch::kNumber, "bolSrPolicyEndpointv4", "167838211", {{12, "0302010a"}}},
+          {Fetch::kArray, "bolSrPolicyEndpointv6", kIn6, {{16, kSome6}}, 16},
+          {Fetch::kNumber, "bolSrPolicyPolicyType", "257", {{32, "01"}}}}},
+        {15, 0, {{Fetch::kArrayToo, "bolPrefix", kIn6, {{4, kSome6}}, 16}}},
         {16,
          6,
-         {{Fetch::Number, "bolSdwanType", "65537", {{4, "0100"}}},
-          {Fetch::Number, "bolSdwanPortLocalID", "100", {{8, "64000000"}}},
-          {Fetch::Number, "bolSdwanSiteID", "4294967295", {{12, "ffffffff"}}},
-          {Fetch::Number, "bolSdwanNodeIDv4", "167838211", {{16, "0302010a"}}},
-          {Fetch::Array, "bolSdwanNodeIDv6", kIn6, {{20, kSome6}}, 16},
-          {Fetch::Number, "bolSdwanPrefixType", "257", {{36, "01"}}}}},
+         {{Fetch::kNumber, "bolSdwanType", "65537", {{4, "0100"}}},
+          {Fetch::kNumber, "bolSdwanPortLocalID", "100", {{8, "64000000"}}},
+          {Fetch::kNumber, "bolSdwanSiteID", "4294967295", {{12, "ffffffff"}}},
+          {Fetch::kNumber, "bolSdwanNodeIDv4", "167838211", {{16, "0302010a"}}},
+          {Fetch::kArray, "bolSdwanNodeIDv6", kIn6, {{20, kSome6}}, 16},
+          {Fetch::kNumber, "bolSdwanPrefixType", "257", {{36, "01"}}}}},
     };
     for (const uint32_t family : {0u, 1u}) {
         for (Reader &reader : NgReaders(family)) {
@@ -896,7 +896,7 @@ std::vector<Reader> Readers()
 // Stack slots that a step adds when all is well.
 int32_t Pushed(const Step &step)
 {
-    return step.fetch == Fetch::Ipv6 || step.fetch == Fetch::ArrayToo ? 0 : 1;
+    return step.fetch == Fetch::kIpv6 || step.fetch == Fetch::kArrayToo ? 0 : 1;
 }
 
 BolPrefixLuaReader theReader;
@@ -976,7 +976,7 @@ TEST_F(BolPrefix, ReadersWantNumbers)
 {
     for (const Reader &reader : Readers()) {
         for (size_t i = 0; i < reader.steps.size(); ++i) {
-            if (reader.steps[i].fetch != Fetch::Number) {
+            if (reader.steps[i].fetch != Fetch::kNumber) {
                 continue;
             }
             for (const char *bad : {"nil", "'x'", "''", "{}", "true"}) {
@@ -992,7 +992,7 @@ TEST_F(BolPrefix, ReadersWantArraysOfNumbers)
     for (const Reader &reader : Readers()) {
         for (size_t i = 0; i < reader.steps.size(); ++i) {
             const Step &step = reader.steps[i];
-            if (step.fetch != Fetch::Array && step.fetch != Fetch::ArrayToo) {
+            if (step.fetch != Fetch::kArray && step.fetch != Fetch::kArrayToo) {
                 continue;
             }
             for (const char *bad : {"nil", "'x'", "7", "true"}) {
@@ -1025,12 +1025,12 @@ TEST_F(BolPrefix, ReadersIgnoreBadAddresses)
         const int32_t growth = Slots(reader, all) - reader.pops;
         for (size_t i = 0; i < all; ++i) {
             const Step &step = reader.steps[i];
-            if (step.fetch == Fetch::Ipv4) {
+            if (step.fetch == Fetch::kIpv4) {
                 for (const char *bad : {"nil", "'x'", "{}", "true"}) {
                     ExpectRead(reader, TableOf(reader, i, bad), DT_OK, Written(reader, all, i), growth);
                 }
             }
-            if (step.fetch != Fetch::Ipv6) {
+            if (step.fetch != Fetch::kIpv6) {
                 continue;
             }
             for (const char *bad : {"nil", "'x'", "7", "true"}) {
@@ -1056,7 +1056,7 @@ TEST_F(BolPrefix, ReadersPassOverAddressesOfOtherKinds)
     for (Reader &reader : NgReaders(2)) {
         std::vector<Patch> patches;
         for (const Step &step : reader.steps) {
-            if (step.fetch == Fetch::Number) {
+            if (step.fetch == Fetch::kNumber) {
                 patches.insert(patches.end(), step.written.begin(), step.written.end());
             }
         }

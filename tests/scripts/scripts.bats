@@ -6,9 +6,9 @@ bats_require_minimum_version 1.5.0
 setup() {
     cd "$BATS_TEST_TMPDIR"
     mkdir -p tree/examples tree/src stubs
-    cp -r "$BGP_SOURCES"/{check,try,scripts,.clang-format} tree
+    cp -r "$BGP_SOURCES"/{check,try,scripts,.clang-format,.clang-tidy} tree
     # Of the system's programs these and no others, so that there is no sudo but a stand-in.
-    for program in sh env sed grep dirname mktemp cat rm find wc xargs chmod mkdir head tail clang-format touch; do
+    for program in sh env sed grep dirname mktemp cat rm find wc xargs chmod mkdir head tail clang-format clang-tidy nproc touch; do
         ln -s "$(command -v "$program")" stubs/"$program"
     done
     stub dpkg-query 'echo "install ok installed"'
@@ -18,6 +18,7 @@ setup() {
 
 # A stand-in for a program: stub NAME COMMAND
 stub() {
+    rm -f "stubs/$1"
     printf '#!/bin/sh\n%s\n' "$2" > "stubs/$1"
     chmod +x "stubs/$1"
 }
@@ -30,7 +31,7 @@ isolated() {
 @test "check tells its steps" {
     run --separate-stderr isolated "$TREE/check" --help
     [ "$status" -eq 0 ]
-    [[ "$output" == "usage: ./check [STEP...]"*format*release*asan*arm* ]]
+    [[ "$output" == "usage: ./check [STEP...]"*format*release*tidy*asan*arm* ]]
     [ -z "$stderr" ]
 }
 
@@ -65,6 +66,52 @@ isolated() {
     run isolated "$TREE/check" format
     [ "$status" -ne 0 ]
     [[ "$output" == *"no sources"* ]]
+}
+
+# How a source is compiled, for clang-tidy.
+compiled() {
+    mkdir -p tree/build/release
+    echo "[{\"directory\": \"$TREE\", \"file\": \"$TREE/$1\", \"command\": \"c++ -std=c++20 -c $1\"}]" \
+        > tree/build/release/compile_commands.json
+}
+
+@test "check tidy finds what is not of one hand, in sources and headers, compiled or not" {
+    compiled src/good.cpp
+    printf '#include "good.h"\nint Twice(int number)\n{\n    return 2 * number;\n}\n' > tree/src/good.cpp
+    echo 'int Twice(int number);' > tree/src/good.h
+    run isolated "$TREE/check" tidy
+    [ "$status" -eq 0 ]
+    [[ "$output" == *"tidy: names and braces of 1 sources"* ]]
+    echo 'void Bad(int n) { while (n > 0) --n; }' > tree/src/bad.cpp
+    run isolated "$TREE/check" tidy
+    [ "$status" -ne 0 ]
+    [[ "$output" == *"bad.cpp:1:"*readability-braces-around-statements* ]]
+    [[ "$output" != *passed* ]]
+    for wrong in 'int twice();' 'struct twice {};' 'constexpr int Twice = 2;' 'enum class Times { Twice };' \
+        'void Twice(int Number);' 'struct Pair { int First; };' 'class Pair { int first; };' '#define twice 2'; do
+        echo "$wrong" > tree/src/bad.cpp
+        run isolated "$TREE/check" tidy
+        [ "$status" -ne 0 ]
+        [[ "$output" == *"bad.cpp:1:"*readability-identifier-naming* ]]
+    done
+    rm tree/src/bad.cpp
+    echo 'int twice(int number);' >> tree/src/good.h
+    run isolated "$TREE/check" tidy
+    [ "$status" -ne 0 ]
+    [[ "$output" == *"good.h:2:"*readability-identifier-naming* ]]
+}
+
+@test "check tidy fails when there is nothing to look at, or nothing that looks" {
+    run isolated "$TREE/check" tidy
+    [ "$status" -ne 0 ]
+    [[ "$output" == *"tidy: there are no sources"* ]]
+    compiled src/good.cpp
+    echo 'int Twice(int number);' > tree/src/good.cpp
+    stub clang-tidy 'echo "no such program" >&2; exit 127'
+    run isolated "$TREE/check" tidy
+    [ "$status" -ne 0 ]
+    [[ "$output" == *"no such program"* ]]
+    [[ "$output" != *passed* ]]
 }
 
 @test "install without root or sudo prints the command and fails" {

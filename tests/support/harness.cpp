@@ -128,7 +128,7 @@ public:
     {
         std::copy(bytes.begin(), bytes.end(), memory_.get() + 1);
     }
-    char *at() { return memory_.get() + 1; }
+    char *At() { return memory_.get() + 1; }
 
 private:
     std::unique_ptr<char[]> memory_;
@@ -166,9 +166,9 @@ In FormatIn(const DataTypeDescriptor &row, std::string_view text, uint8_t mode, 
     void *buffer = &marker;
     const size_t scratch = host::ScratchBlocks();
     in.code = row.FormatIn(&request, row.TypeId, length == 0 ? static_cast<uint32_t>(terminated.size()) : length,
-                           copy.at(), &in.typeId, &in.length, &buffer);
+                           copy.At(), &in.typeId, &in.length, &buffer);
     in.bufferSet = buffer != &marker;
-    in.textKept = std::memcmp(copy.at(), terminated.data(), terminated.size()) == 0;
+    in.textKept = std::memcmp(copy.At(), terminated.data(), terminated.size()) == 0;
     if (in.code == 0 && in.bufferSet && buffer != nullptr) {
         in.value = Hex(buffer, in.length);
     }
@@ -210,7 +210,7 @@ Out CallFormatOut(const DataTypeDescriptor &row, std::string_view valueHex, uint
     Unaligned copy(value);
     const DataTypeRequest request{mode, theHandle};
     out.code = row.FormatOut(&request, row.TypeId, length == kOwnLength ? static_cast<uint32_t>(value.size()) : length,
-                             copy.at(), &out.typeId, &out.length, buffer);
+                             copy.At(), &out.typeId, &out.length, buffer);
     out.bufferSet = *buffer != nullptr;
     return out;
 }
@@ -282,7 +282,7 @@ uint32_t Check(std::string_view type, std::string_view valueHex)
     const std::string value = Bytes(valueHex);
     Unaligned copy(value);
     const DataTypeDescriptor &row = Row(type);
-    return row.Check(&row, row.TypeId, static_cast<uint32_t>(value.size()), copy.at());
+    return row.Check(&row, row.TypeId, static_cast<uint32_t>(value.size()), copy.At());
 }
 
 uint32_t CheckLength(std::string_view type, uint32_t length)
@@ -329,7 +329,7 @@ int32_t Compare(std::string_view type, std::string_view leftHex, std::string_vie
     Unaligned leftCopy(left);
     Unaligned rightCopy(right);
     const DataTypeDescriptor &row = Row(type);
-    return row.Compare(&row, static_cast<uint32_t>(left.size()), leftCopy.at(), rightCopy.at());
+    return row.Compare(&row, static_cast<uint32_t>(left.size()), leftCopy.At(), rightCopy.At());
 }
 
 std::string Endian(std::string_view type, std::string_view valueHex)
@@ -337,8 +337,8 @@ std::string Endian(std::string_view type, std::string_view valueHex)
     const std::string value = Bytes(valueHex);
     Unaligned copy(value);
     const DataTypeDescriptor &row = Row(type);
-    EXPECT_EQ(row.Endian(&row, row.TypeId, static_cast<uint32_t>(value.size()), copy.at()), 0u);
-    return Hex(copy.at(), value.size());
+    EXPECT_EQ(row.Endian(&row, row.TypeId, static_cast<uint32_t>(value.size()), copy.At()), 0u);
+    return Hex(copy.At(), value.size());
 }
 
 // --------------------------------------------------------------------------------------------------------------- Lua
@@ -360,7 +360,7 @@ LuaOut LuaSet(const DataTypeDescriptor &row, std::string_view valueHex, uint16_t
     lua_newtable(lua.L);
     const int before = lua_gettop(lua.L);
     LuaOut out{};
-    out.code = row.LuaSet(lua.L, before, "v", row.TypeId, length, copy.at());
+    out.code = row.LuaSet(lua.L, before, "v", row.TypeId, length, copy.At());
     out.growth = lua_gettop(lua.L) - before;
     lua_pushstring(lua.L, "v");
     lua_rawget(lua.L, before);
@@ -386,9 +386,9 @@ LuaIn LuaGet(const DataTypeDescriptor &row, std::string_view expression, uint16_
     }
     Unaligned buffer(std::string(length, '\xEE'));
     const int before = lua_gettop(lua.L);
-    in.code = row.LuaGet(lua.L, before, "v", row.TypeId, length, buffer.at());
+    in.code = row.LuaGet(lua.L, before, "v", row.TypeId, length, buffer.At());
     in.growth = lua_gettop(lua.L) - before;
-    in.value = Hex(buffer.at(), length);
+    in.value = Hex(buffer.At(), length);
     return in;
 }
 
@@ -650,7 +650,7 @@ uint32_t Check(const DataTypeDescriptor &row, std::string_view valueHex)
 {
     const std::string value = Bytes(valueHex);
     Unaligned copy(value);
-    return row.Check(&row, row.TypeId, static_cast<uint32_t>(value.size()), copy.at());
+    return row.Check(&row, row.TypeId, static_cast<uint32_t>(value.size()), copy.At());
 }
 
 int32_t Compare(const DataTypeDescriptor &row, std::string_view leftHex, std::string_view rightHex)
@@ -660,15 +660,15 @@ int32_t Compare(const DataTypeDescriptor &row, std::string_view leftHex, std::st
     EXPECT_EQ(left.size(), right.size());
     Unaligned leftCopy(left);
     Unaligned rightCopy(right);
-    return row.Compare(&row, static_cast<uint32_t>(left.size()), leftCopy.at(), rightCopy.at());
+    return row.Compare(&row, static_cast<uint32_t>(left.size()), leftCopy.At(), rightCopy.At());
 }
 
 Swapped Endian(const DataTypeDescriptor &row, std::string_view valueHex)
 {
     const std::string value = Bytes(valueHex);
     Unaligned copy(value);
-    const uint32_t code = row.Endian(&row, row.TypeId, static_cast<uint32_t>(value.size()), copy.at());
-    return {code, Hex(copy.at(), value.size())};
+    const uint32_t code = row.Endian(&row, row.TypeId, static_cast<uint32_t>(value.size()), copy.At());
+    return {code, Hex(copy.At(), value.size())};
 }
 
 LuaIn LuaGetInto(const DataTypeDescriptor &row, std::string_view expression, std::string_view beforeHex)
@@ -683,9 +683,9 @@ LuaIn LuaGetInto(const DataTypeDescriptor &row, std::string_view expression, std
     Unaligned buffer(bytes);
     const int before = lua_gettop(lua.L);
     LuaIn in{};
-    in.code = row.LuaGet(lua.L, before, "v", row.TypeId, static_cast<uint16_t>(bytes.size()), buffer.at());
+    in.code = row.LuaGet(lua.L, before, "v", row.TypeId, static_cast<uint16_t>(bytes.size()), buffer.At());
     in.growth = lua_gettop(lua.L) - before;
-    in.value = Hex(buffer.at(), bytes.size());
+    in.value = Hex(buffer.At(), bytes.size());
     return in;
 }
 
