@@ -20,6 +20,17 @@ inline constexpr AddressWords kWholeText{nullptr, "an octet"}; // a text that is
 [[gnu::cold]] void NoteIpv4(Why &why, Text address, const AddressWords &words);
 [[gnu::cold]] void NoteIpv6(Why &why, Text address, const char *what);
 
+// A piece of a terminated text for the host's services, which want one that ends: the piece itself where the text ends
+// with it, else a copy. Null for a piece of `size` characters or more.
+inline const char *Terminated(Text piece, char *copy, uint32_t size)
+{
+    if (piece.length >= size || piece.at[piece.length] == '\0') {
+        return piece.length < size ? piece.at : nullptr;
+    }
+    Terminate(piece, copy, size);
+    return copy;
+}
+
 // Always false: the address is empty, holds a blank, an octet that is too large or begins with a zero, or is none from
 // the place on that is told.
 inline bool RefuseIpv4(Why *why, Text address, const AddressWords &words)

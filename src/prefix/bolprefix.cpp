@@ -9,7 +9,10 @@
 #include "bgp_datatypes/rdrt.h"
 #include "host/address_field.h"
 #include "host/type.h"
+#include "prefix/look.h"
 #include "prefix/prefix.h"
+
+#include <bit>
 
 namespace {
 
@@ -125,6 +128,140 @@ const BolPrefixSubtypeEntry *FindRow(const void *value, uint32_t length)
 
 } // namespace
 
+// ----------------------------------------------------------------------------------------------- who is asked for a
+// text
+
+namespace bgp {
+
+namespace {
+
+// A set of rows, bit n for that of sub-type n.
+template <class... SubType>
+constexpr uint32_t Rows(SubType... subType)
+{
+    return ((1u << subType) | ...);
+}
+
+// How many characters of a kind there may be.
+struct Range {
+    uint32_t least, most;
+    constexpr bool Holds(uint32_t count) const { return count >= least && count <= most; }
+};
+
+constexpr uint32_t kMany = UINT8_MAX;
+constexpr Range kNone{0, 0};
+constexpr Range kAny{0, kMany};
+
+// What texts of these rows look like. A row may refuse a text for other reasons, but one that looks like none of its
+// shapes it does refuse. Of addresses, which the host reads, it is taken for certain that none has "-", "/" or a
+// bracket, that an IPv6 address has two colons, and that an IPv4 address has none.
+struct Shape {
+    uint32_t rows;
+    Range counts[kOthers]; // in the order of the kinds
+};
+
+constexpr uint32_t kNgRows = Rows(2, 3, 4, 5, 6, 7, 13);
+
+// clang-format off
+constexpr Shape kShapes[] = {
+    // rows      .           :           -           /           [ ]         a to f
+    {Rows(0),  {kAny,       kNone,      kNone,      kNone,      kNone,      kAny}},  // IPv4 address
+    {Rows(1),  {{3, kMany}, {0, 1},     {0, 2},     kNone,      kNone,      kAny}},  // ESI, and a tag
+    {Rows(1),  {{3, kMany}, {2, kMany}, kAny,       kNone,      kNone,      kAny}},  // IPv4 routes
+    {Rows(1),  {{0, 2},     {6, 6},     kAny,       kNone,      kNone,      kAny}},  // selective multicast, likewise
+    {Rows(1),  {kAny,       kAny,       kAny,       kNone,      {1, 2},     kAny}},  // IPv6 routes
+    {Rows(1),  {kAny,       {6, kMany}, kAny,       kNone,      {3, kMany}, kAny}},  // multicast
+    {Rows(1),  {{4, kMany}, {2, 5},     kAny,       kNone,      {3, kMany}, kAny}},  // an ESI in front
+    {kNgRows,  {kAny,       {0, 3},     kNone,      kNone,      kNone,      kNone}}, // joined by ":"
+    {kNgRows,  {kAny,       kAny,       {1, 3},     kNone,      kNone,      kAny}},  // joined by "-"
+    {Rows(8),  {{0, 3},     {1, 1},     kAny,       kNone,      kNone,      kAny}},  // of numbers; any tail
+    {Rows(8),  {kNone,      kNone,      {2, 2},     kNone,      kNone,      kAny}},  // ES-import
+    {Rows(12), {{3, kMany}, kAny,       kAny,       {2, kMany}, kAny,       kAny}},
+    {Rows(14), {kAny,       kAny,       kAny,       kAny,       {5, kMany}, kAny}},
+    {Rows(15), {kAny,       {2, kMany}, kNone,      kNone,      kNone,      kAny}},  // IPv6 address
+    {Rows(16), {kAny,       kAny,       {3, kMany}, kAny,       kAny,       kAny}},
+};
+// clang-format on
+
+constexpr uint32_t kShapeCount = sizeof kShapes / sizeof *kShapes;
+constexpr uint32_t kCounted = 8; // counts are told apart up to one less
+
+// The shapes that may have so many of a kind: bit n for the n-th, by kind and count.
+struct ShapeTable {
+    uint32_t at[kOthers][kCounted];
+};
+
+consteval ShapeTable MakeShapeTable()
+{
+    ShapeTable table{};
+    for (uint32_t kind = 0; kind < kOthers; ++kind) {
+        for (uint32_t count = 0; count < kCounted; ++count) {
+            for (uint32_t shape = 0; shape < kShapeCount; ++shape) {
+                table.at[kind][count] |= uint32_t{kShapes[shape].counts[kind].Holds(count)} << shape;
+            }
+        }
+    }
+    return table;
+}
+
+constexpr ShapeTable kShapeTable = MakeShapeTable();
+
+// A text of more may be any of those that take as many as are told apart.
+consteval bool AreBoundsToldApart()
+{
+    for (const Shape &shape : kShapes) {
+        for (const Range &range : shape.counts) {
+            if (range.least >= kCounted || (range.most >= kCounted - 1 && range.most != kMany)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+static_assert(AreBoundsToldApart());
+
+consteval uint32_t AllRows()
+{
+    uint32_t rows = 0;
+    for (const Shape &shape : kShapes) {
+        rows |= shape.rows;
+    }
+    return rows;
+}
+
+uint32_t ShapesWith(Look look, LookKind kind)
+{
+    return kShapeTable.at[kind][std::min(CountIn(look, kind), kCounted - 1)];
+}
+
+// Does a dot stand where the first one of an IPv4 address does? Asking the first row costs less than a look then.
+bool BeginsLikeIpv4(const char *text)
+{
+    return text[0] != '\0' && text[1] != '\0' &&
+           (text[1] == '.' || text[2] == '.' || (text[2] != '\0' && text[3] == '.'));
+}
+
+// The rows that are asked about the text: all but those that are bound to refuse it.
+uint32_t RowsFor(const char *text)
+{
+    const Look look = LookAt(text);
+    if (CountIn(look, kOthers) != 0) {
+        return AllRows();
+    }
+    uint32_t rows = 0;
+    uint32_t shapes = ShapesWith(look, kDots) & ShapesWith(look, kColons) & ShapesWith(look, kDashes) &
+                      ShapesWith(look, kSlashes) & ShapesWith(look, kBrackets) & ShapesWith(look, kHexLetters);
+    for (; shapes != 0; shapes &= shapes - 1) {
+        rows |= kShapes[std::countr_zero(shapes)].rows;
+    }
+    return rows;
+}
+
+} // namespace
+
+} // namespace bgp
+
 // --------------------------------------------------------------------------------------------------- what a text lacks
 
 namespace bgp {
@@ -233,17 +370,31 @@ uint32_t SYSDT_BolPrefixFormatIn(const DataTypeRequest *request, uint32_t typeId
     if (bgp::IsNull(request, text, {outTypeId, outLength, outBuffer})) {
         return DT_ERR_NULL_PTR;
     }
+    const auto formatIn = [=](uint32_t row) {
+        return g_astBOL_PREFIX_ProcTable[row].FormatIn(request, typeId, length, text, outTypeId, outLength, outBuffer);
+    };
+    uint32_t rows = ~0u;
+    if (bgp::BeginsLikeIpv4(text)) {
+        if (formatIn(0) == DT_OK) {
+            return DT_OK;
+        }
+        rows = ~bgp::Rows(0);
+    }
     // Neighbouring rows share a parser, and what it refuses it refuses for all of them. Only a lack of memory is no
     // refusal: the next row is asked all the same.
     DataTypeFormatIn refuser = nullptr;
-    return FirstSuccess([=, &refuser](const BolPrefixSubtypeEntry &row) {
-        if (row.FormatIn == nullptr || row.FormatIn == refuser) {
-            return false;
+    for (rows &= bgp::RowsFor(text); rows != 0; rows &= rows - 1) {
+        const auto row = static_cast<uint32_t>(std::countr_zero(rows));
+        if (g_astBOL_PREFIX_ProcTable[row].FormatIn == refuser) {
+            continue;
         }
-        const uint32_t code = row.FormatIn(request, typeId, length, text, outTypeId, outLength, outBuffer);
-        refuser = code == DT_ERR_NO_MEMORY ? nullptr : row.FormatIn;
-        return code == DT_OK;
-    });
+        const uint32_t code = formatIn(row);
+        if (code == DT_OK) {
+            return DT_OK;
+        }
+        refuser = code == DT_ERR_NO_MEMORY ? nullptr : g_astBOL_PREFIX_ProcTable[row].FormatIn;
+    }
+    return DT_ERR_INVALID_VALUE;
 }
 
 uint32_t SYSDT_BolPrefixFormatOut(const DataTypeRequest *request, uint32_t typeId, uint32_t length, const void *value,

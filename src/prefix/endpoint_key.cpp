@@ -64,10 +64,10 @@ uint32_t ReadIpv6Key(const EndpointKey &key, Text text, uint8_t *body, Why *why)
         return DT_ERR_FAIL;
     }
     scanned.word.length -= key.dropsLast;
-    char typed[kLongestTyped];
+    char copy[kLongestTyped];
+    const char *const typed = Terminated(scanned.word, copy, sizeof copy);
     uint8_t *field = body + key.addressAt;
-    if (!Terminate(scanned.word, typed, sizeof typed) ||
-        SMP_InetAToN(typed, field + kAddressIpv6At, kSmpIpv6Family) != 0) {
+    if (typed == nullptr || SMP_InetAToN(typed, field + kAddressIpv6At, kSmpIpv6Family) != 0) {
         RefuseIpv6(why, scanned.word, key.ipv6.items[key.numberCount].what);
         return DT_ERR_INVALID_PARAM;
     }

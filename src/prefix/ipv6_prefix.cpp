@@ -33,9 +33,9 @@ constexpr const BgpRule *kRules[] = {&kEmpty, &kBlank, &kNoIpv6};
 bool Read(const char *text, uint8_t *payload, Why *why)
 {
     const Text trimmed = Trim(text);
-    char address[kIpv6TextSize];
-    return (Terminate(trimmed, address, sizeof address) && SYSDT_Str2Ipv6(address, payload, 0) == 0) ||
-           RefuseIpv6(why, trimmed, nullptr);
+    char copy[kIpv6TextSize];
+    const char *const address = Terminated(trimmed, copy, sizeof copy);
+    return (address != nullptr && SYSDT_Str2Ipv6(address, payload, 0) == 0) || RefuseIpv6(why, trimmed, nullptr);
 }
 
 uint32_t PrintAddress(const uint8_t *value, uint32_t, char *buffer, uint32_t *printed)

@@ -31,9 +31,10 @@ constexpr const BgpRule *kRules[] = {&kEmpty, &kBlank, &kTooLarge, &kLeadingZero
 bool Read(const char *text, uint8_t *payload, Why *why)
 {
     const Text trimmed = Trim(text);
-    char terminated[kLongestText + 1];
+    char copy[kLongestText + 1];
     uint32_t address = 0;
-    if (!Terminate(trimmed, terminated, sizeof terminated) || SYSDT_Str2Ipv4(terminated, &address) != 0) {
+    const char *const terminated = Terminated(trimmed, copy, sizeof copy);
+    if (terminated == nullptr || SYSDT_Str2Ipv4(terminated, &address) != 0) {
         return RefuseIpv4(why, trimmed, kWholeText);
     }
     Store(payload, address);
