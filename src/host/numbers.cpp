@@ -17,6 +17,11 @@ Text NumberAt(Text text, uint32_t index)
     }
 }
 
+void NoteTooManyNumbers(const Why &why, Text text, uint32_t most)
+{
+    Note(why, {NumberAt(text, most).at - 1, 1}, {.rule = &kTooManyNumbers, .limit = most});
+}
+
 namespace {
 
 // The first number that is too small or too large; the count of numbers when none is.
