@@ -314,10 +314,13 @@ typedef struct {
 
 #define BGP_MOST_SUBTYPES 17
 typedef struct {
-    BgpReason
-        Reason; /* of a composite type: that of the sub-type whose parser got furthest, with the type's own code */
+    BgpReason Reason;      /* of a composite type: that of the closest sub-type, with the type's own code */
     uint32_t SubTypeCount; /* 0 for types without sub-types; else all rows of the composite in order */
-    uint32_t Closest;      /* index of that sub-type; of an accepted text, of the one that takes it */
+    /* Index of the sub-type that was probably meant; of an accepted text, of the one that takes it. It is the one whose
+       parser gets furthest, going on behind pieces of which only the size is wrong; of equals the one that gets further
+       once what it refuses is put right, then the first row. Of rows with one parser it is that of the key whose name
+       is in Where. */
+    uint32_t Closest;
     BgpReason SubTypes[BGP_MOST_SUBTYPES];
 } BgpRefusal;
 

@@ -118,6 +118,19 @@ Slip FindIpv6Slip(Text address)
     }
 }
 
+// The slip may be a blank. The whole is told when there is no separator, unless a blank ends its first digits, and when
+// this host wants more than the form.
+void RefuseUnlessBlank(Why &why, const Slip &slip, Text address, bool (*isDigit)(char), const BgpRule &rule,
+                       const char *what)
+{
+    const Text piece = slip.rule != nullptr ? slip.piece : address;
+    const bool whole = piece.length == address.length;
+    const Text place = whole ? CharacterAt(address, RunAt(address, 0, isDigit).length) : piece;
+    if (place.length != 1 || HasNoBlank(place, &why)) {
+        Refuse(&why, piece, rule, 0, what);
+    }
+}
+
 } // namespace
 
 void NoteIpv4(Why &why, Text address, const AddressWords &words)
@@ -127,8 +140,8 @@ void NoteIpv4(Why &why, Text address, const AddressWords &words)
         Refuse(&why, address, kEmpty, 0, words.address);
     } else if (slip.rule == &kTooLarge || slip.rule == &kLeadingZero) {
         Refuse(&why, slip.piece, *slip.rule, slip.rule == &kTooLarge ? UINT8_MAX : 0, words.octet);
-    } else if (const Text piece = slip.rule != nullptr ? slip.piece : address; HasNoBlank(piece, &why)) {
-        Refuse(&why, piece, kNoIpv4, 0, words.address); // the whole when this host wants more than the form
+    } else {
+        RefuseUnlessBlank(why, slip, address, IsDigit, kNoIpv4, words.address);
     }
 }
 
@@ -137,8 +150,8 @@ void NoteIpv6(Why &why, Text address, const char *what)
     const Slip slip = FindIpv6Slip(address);
     if (address.length == 0) {
         Refuse(&why, address, kEmpty, 0, what);
-    } else if (HasNoBlank(address, &why)) {
-        Refuse(&why, slip.rule != nullptr ? slip.piece : address, kNoIpv6, 0, what);
+    } else {
+        RefuseUnlessBlank(why, slip, address, IsHexDigit, kNoIpv6, what);
     }
 }
 

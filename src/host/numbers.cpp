@@ -23,6 +23,11 @@ bool ReadTrimmedNumbers(const NumbersRule &rule, const char *typed, Text &text, 
     return ReadNumbersOf(rule, text, numbers, why);
 }
 
+void NoteTooManyNumbers(const Why &why, Text text, uint32_t most)
+{
+    Note(why, {NumberAt(text, most).at - 1, 1}, {.rule = &kTooManyNumbers, .limit = most});
+}
+
 namespace {
 
 // The first number that is too small or too large; the count of numbers when none is.

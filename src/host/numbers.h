@@ -94,10 +94,13 @@ constexpr const BgpRule &NoDigit(char character, const BgpRule &otherwise)
     return Base == 16 && character >= 'A' && character <= 'F' ? kUpperCase : otherwise;
 }
 
+// Says that the text, which has more than kMostNumbers, has more than `most`, the largest number in a notation.
+[[gnu::cold]] void NoteTooManyNumbers(const Why &why, Text text, uint32_t most);
+
 // Reads a whole text of numbers. `separators` lists the characters that may separate them. False when the text holds
-// any other character, when a number is missing, or when there are more than kMostNumbers.
+// any other character, when a number is missing, or when there are more than kMostNumbers; a reason tells of `most`.
 template <uint32_t Base = 10>
-inline bool ReadNumbers(Text text, const char *separators, Numbers &numbers, Why *why)
+inline bool ReadNumbers(Text text, const char *separators, Numbers &numbers, Why *why, uint32_t most = kMostNumbers)
 {
     const char *at = text.at;
     const char *const end = at + text.length;
@@ -125,7 +128,10 @@ inline bool ReadNumbers(Text text, const char *separators, Numbers &numbers, Why
         shape = shape << 8 | static_cast<uint8_t>(separator);
         ++at;
     }
-    return Refuse(why, {at - 1, 1}, kTooManyNumbers, kMostNumbers);
+    if (why != nullptr) [[unlikely]] {
+        NoteTooManyNumbers(*why, text, most);
+    }
+    return false;
 }
 
 // The piece of the text that is its index-th number.
@@ -151,6 +157,7 @@ struct NumbersRule {
     uint32_t count;
     uint32_t shapes[kMostNotations];
     uint8_t base;
+    uint8_t most; // numbers in a notation
 };
 
 template <uint32_t Count>
@@ -158,9 +165,12 @@ consteval NumbersRule NumbersText(uint16_t shortest, uint16_t longest, const cha
                                   const BgpNotation (&notations)[Count], uint8_t base = 10)
 {
     static_assert(Count <= kMostNotations);
-    NumbersRule rule{shortest, longest, separators, notations, Count, {}, base};
+    NumbersRule rule{shortest, longest, separators, notations, Count, {}, base, 0};
     for (uint32_t i = 0; i < Count; ++i) {
         rule.shapes[i] = Shape(notations[i].Separators);
+        while (rule.most < kMostNumbers && HasNumber(rule.shapes[i], rule.most)) {
+            ++rule.most;
+        }
     }
     return rule;
 }
@@ -209,8 +219,8 @@ template <uint32_t... I>
 [[gnu::always_inline]] inline bool ReadNumbersOf(const NumbersRule &rule, Text text, Numbers &numbers, Why *why)
 {
     return HasLength(text, rule.shortest, rule.longest, why) &&
-           (rule.base == 16 ? ReadNumbers<16>(text, rule.separators, numbers, why)
-                            : ReadNumbers<10>(text, rule.separators, numbers, why));
+           (rule.base == 16 ? ReadNumbers<16>(text, rule.separators, numbers, why, rule.most)
+                            : ReadNumbers<10>(text, rule.separators, numbers, why, rule.most));
 }
 
 // The same of a whole text, the blanks around it aside; `text` is what is left of it.

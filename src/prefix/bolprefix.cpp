@@ -9,6 +9,7 @@
 #include "bgp_datatypes/rdrt.h"
 #include "host/address_field.h"
 #include "host/type.h"
+#include "prefix/closest.h"
 #include "prefix/look.h"
 #include "prefix/prefix.h"
 
@@ -288,18 +289,6 @@ void Ask(uint32_t row, const DataTypeRequest &request, const char *text, BgpRefu
     }
 }
 
-// The first of those that got furthest.
-uint32_t FindClosest(const BgpRefusal &refusal)
-{
-    uint32_t closest = 0;
-    for (uint32_t row = 1; row < refusal.SubTypeCount; ++row) {
-        if (Reach(refusal.SubTypes[row]) > Reach(refusal.SubTypes[closest])) {
-            closest = row;
-        }
-    }
-    return closest;
-}
-
 // The word of the value that a text gives: the rows of NG-MVPN share a parser, which picks one of them.
 uint32_t SubTypeOfText(const FormatInRule &rule, const DataTypeRequest &request, const char *text)
 {
@@ -322,7 +311,7 @@ uint32_t ExplainBolPrefix(const DataTypeRequest &request, const char *text, BgpR
         refusal.Closest = SubTypeOfText(*taker->in, request, text);
         return DT_OK;
     }
-    refusal.Closest = FindClosest(refusal);
+    refusal.Closest = FindClosest(kSubTypes, request, text, refusal);
     refusal.Reason = refusal.SubTypes[refusal.Closest];
     return DT_ERR_INVALID_VALUE;
 }

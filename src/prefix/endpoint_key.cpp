@@ -37,8 +37,7 @@ void StoreNumbers(const EndpointKey &key, const uint32_t *numbers, uint8_t *body
 
 uint32_t ReadEndpointKey(const EndpointKey &key, Text text, uint8_t *body, Why *why)
 {
-    const bool dotted = std::memchr(text.at, '.', text.length) != nullptr;
-    return dotted ? ReadIpv4Key(key, text, body, why) : ReadIpv6Key(key, text, body, why);
+    return IsDotted(text) ? ReadIpv4Key(key, text, body, why) : ReadIpv6Key(key, text, body, why);
 }
 
 uint32_t ReadIpv4Key(const EndpointKey &key, Text text, uint8_t *body, Why *why)

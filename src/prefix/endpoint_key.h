@@ -35,6 +35,17 @@ inline constexpr const BgpRule *kEndpointKeyRules[] = {&kEmpty,          &kTooLo
                                                        &kSeparator,      &kTooLarge, &kLeadingZero, &kSomethingBehind,
                                                        &kWrongCharacter, &kNoIpv6,   &kSpelling};
 
+// The form that the text is of: IPv4 when it holds ".", else IPv6.
+inline bool IsDotted(Text text)
+{
+    return std::memchr(text.at, '.', text.length) != nullptr;
+}
+
+inline const ScanForm &FormOf(const EndpointKey &key, Text text)
+{
+    return IsDotted(text) ? key.ipv4 : key.ipv6;
+}
+
 // The text (trimmed, without blanks) into the body: as IPv4 when it holds ".", else as IPv6. DT_ERR_FAIL, or
 // DT_ERR_INVALID_PARAM when the host does not take the IPv6 address.
 uint32_t ReadEndpointKey(const EndpointKey &key, Text text, uint8_t *body, Why *why);

@@ -58,6 +58,7 @@ struct Sections {
     uint32_t count;
     uint32_t dots; // in the whole text
     Text at[kMostSections];
+    Text stray; // the first character that belongs in no key, or nothing
 };
 
 // clang-format off
@@ -106,8 +107,8 @@ bool ReadAsField(Text section, uint8_t *field, const AddressWords &, Why *why)
     return true;
 }
 
-// Are the sections before a slip what every key has there, an address, or an AS number in front? If not, it is they
-// that are the first slip.
+// Are the sections before one too many what every key has there, an address, or an AS number in front? If not, it is
+// they that are the first slip.
 bool AreFieldsGood(const Sections &sections, Why *why)
 {
     constexpr AddressWords kThisField{"this field", "an octet of this field"};
@@ -136,10 +137,11 @@ bool IsKeyCharacter(const Spelling &spelling, char character)
     return IsDigit(character) || character == '.' || (spelling.ipv6 && (character == ':' || IsHexDigit(character)));
 }
 
-// Cuts the text, which `area` has terminated. False for other characters (blanks among them) and too many sections.
+// Cuts the text, which `area` has terminated. False for other characters (blanks among them) and too many sections;
+// when a reason is asked for, the cut goes on behind a stray character.
 bool Cut(const Spelling &spelling, char *area, Sections &sections, Why *why)
 {
-    sections = {0, 0, {}};
+    sections = {};
     char *start = area;
     for (char *at = area;; ++at) {
         const char character = *at;
@@ -155,7 +157,10 @@ bool Cut(const Spelling &spelling, char *area, Sections &sections, Why *why)
                        Refuse(why, {at, 1}, kTooManyFields, kMostSections);
             }
         } else if (!IsKeyCharacter(spelling, character)) {
-            return why != nullptr && AreFieldsGood(sections, why) && RefuseCharacter(why, {at, 1}, kWrongCharacter);
+            if (why == nullptr) {
+                return false;
+            }
+            sections.stray = sections.stray.length != 0 ? sections.stray : Text{at, 1};
         }
         sections.dots += character == '.';
     }
@@ -243,37 +248,65 @@ uint32_t CountDots(Text section)
     return dots;
 }
 
-// A key of which another section has too few or too many dots is one of addresses all the same when it begins with one.
-const NgKey &MeantIpv4(const NgKey &key, const Sections &sections)
+// Does a section that may be no address begin like one of a group: 224.0.0.0/4, ff00::/8?
+bool IsLikeGroup(Text section)
 {
-    return CountDots(sections.at[0]) > 1 ? *kIpv4Forms[sections.count - 1].addresses : key;
+    uint64_t octet = 0;
+    const char *const end = section.at + section.length;
+    const char *at = ReadNumber(section.at, end, &octet);
+    const bool ipv6 = section.length > 1 && (section.at[0] | 0x20) == 'f' && (section.at[1] | 0x20) == 'f';
+    return ipv6 || (at != nullptr && at < end && *at == '.' && octet >> 4 == 0xE);
 }
 
-bool ReadIpv4Key(const Sections &sections, uint8_t *value, Why *why)
+// The key that was meant by sections that are not all good. One of which another section has too few or too many dots
+// is a key of addresses all the same when it begins with one.
+const NgKey *Meant(const NgKey *key, const Sections &sections, bool ipv6)
 {
-    const NgKey *key = ChooseIpv4(sections);
-    // Two sections with six dots between them are accepted even when they are no addresses; existing configurations
-    // rely on being read.
-    if (Fill(*key, sections, ReadIpv4Field, value, nullptr) || key == &kNg5 || key == &kNg41) {
+    if (!ipv6 && CountDots(sections.at[0]) > 1) {
+        key = kIpv4Forms[sections.count - 1].addresses;
+    }
+    return key == &kNg41 && IsLikeGroup(sections.at[1]) ? &kNg5 : key;
+}
+
+// Always false: says which section is not what its field wants, or else that a character is in nobody's way but belongs
+// in no key.
+[[gnu::cold]] bool RefuseKey(const NgKey *key, const Sections &sections, bool ipv6, uint8_t *value, Why *why)
+{
+    if (why == nullptr) {
+        return false;
+    }
+    FieldReader *read = ipv6 ? ReadEitherField : ReadIpv4Field;
+    const NgKey *meant = Meant(key, sections, ipv6);
+    if (!Fill(meant != nullptr ? *meant : kNg43, sections, read, value, why)) {
+        return false;
+    }
+    if (sections.stray.length != 0) {
+        return RefuseCharacter(why, sections.stray, kWrongCharacter);
+    }
+    if (key != nullptr) {
+        return Fill(*key, sections, read, value, why);
+    }
+    const Text last = sections.at[sections.count - 1];
+    const char *const first = sections.at[0].at;
+    StandsIn(why, kNg43.route);
+    return Refuse(why, {first, static_cast<uint32_t>(last.at + last.length - first)}, kMixedFamilies);
+}
+
+// Two sections with six dots between them are accepted even when they are no addresses; existing configurations rely on
+// being read.
+bool IsAlwaysTaken(const NgKey *key, bool ipv6)
+{
+    return !ipv6 && (key == &kNg5 || key == &kNg41);
+}
+
+bool ReadSections(const Sections &sections, bool ipv6, uint8_t *value, Why *why)
+{
+    const NgKey *key = ipv6 ? ChooseIpv6(sections) : ChooseIpv4(sections);
+    if (key != nullptr && sections.stray.length == 0 &&
+        (Fill(*key, sections, ipv6 ? ReadEitherField : ReadIpv4Field, value, nullptr) || IsAlwaysTaken(key, ipv6))) {
         return true;
     }
-    return why != nullptr && Fill(MeantIpv4(*key, sections), sections, ReadIpv4Field, value, why) &&
-           Fill(*key, sections, ReadIpv4Field, value, why);
-}
-
-bool ReadIpv6Key(const Sections &sections, uint8_t *value, Why *why)
-{
-    const NgKey *key = ChooseIpv6(sections);
-    if (key != nullptr) {
-        return Fill(*key, sections, ReadEitherField, value, why);
-    }
-    if (why != nullptr && Fill(kNg43, sections, ReadEitherField, value, why)) {
-        const Text last = sections.at[sections.count - 1];
-        const char *const first = sections.at[0].at;
-        StandsIn(why, kNg43.route);
-        Refuse(why, {first, static_cast<uint32_t>(last.at + last.length - first)}, kMixedFamilies);
-    }
-    return false;
+    return RefuseKey(key, sections, ipv6, value, why);
 }
 
 bool Read(const char *text, void *value, Why *why)
@@ -289,8 +322,7 @@ bool Read(const char *text, void *value, Why *why)
     Terminate(trimmed, area, sizeof area);
     Moved(why, trimmed, area);
     auto *bytes = static_cast<uint8_t *>(value);
-    return Cut(spelling, area, sections, why) &&
-           (ipv6 ? ReadIpv6Key(sections, bytes, why) : ReadIpv4Key(sections, bytes, why));
+    return Cut(spelling, area, sections, why) && ReadSections(sections, ipv6, bytes, why);
 }
 
 // ---------------------------------------------------------------------------------------------------------- text out

@@ -18,7 +18,7 @@ bool ReadMaskedPrefix(const NumbersRule &rule, uint32_t maskAt, const char *text
     static constexpr ScanForm kForm = ScanOf("%u.%u.%u.%u/%u", kMaskedPrefix[0]);
     const Text trimmed = Trim(text);
     Scanned scanned;
-    if (!MayBeScanned(trimmed, rule.shortest, rule.longest, why) || !HasNoBlank(trimmed, why) ||
+    if (!MayBeScanned(trimmed, rule.shortest, rule.longest, why) || !IsOneWord(kForm, trimmed, why) ||
         !Scan(kForm, trimmed, scanned, why)) {
         return false;
     }

@@ -60,7 +60,7 @@ bool Read(const char *text, uint8_t *payload, Why *why)
     const Text trimmed = Trim(text);
     Scanned scanned;
     const uint32_t *numbers = scanned.numbers;
-    if (!MayBeScanned(trimmed, kShortest, kLongest, why) || !HasNoBlank(trimmed, why) ||
+    if (!MayBeScanned(trimmed, kShortest, kLongest, why) || !IsOneWord(kForm, trimmed, why) ||
         !Scan(kForm, trimmed, scanned, why) || !IsCanonical(trimmed, numbers, why)) {
         return false;
     }

@@ -28,6 +28,18 @@ void NoteSeparator(const Why &why, Text place, char separator)
     Note(why, place, {.rule = &kSeparator, .what = NameOf(separator)});
 }
 
+void NoteBlankIn(const Why &why, const ScanForm &form, Text text)
+{
+    NoteBlank(why, text);
+    const BgpReason blank = *why.reason;
+    Why front = why;
+    Scanned scanned;
+    const Text before{text.at, blank.Offset - why.offset - static_cast<uint32_t>(text.at - why.from)};
+    if (Scan(form, before, scanned, &front) || why.reason->Length == 0) { // what is missing is the blank's fault
+        *why.reason = blank;
+    }
+}
+
 void NoteSpelling(const Why &why, const ScanForm &form, Text text, Text word)
 {
     const char *at = text.at;

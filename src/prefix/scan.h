@@ -109,6 +109,21 @@ inline bool Scan(const ScanForm &form, Text text, Scanned &scanned, Why *why)
     return true;
 }
 
+// Says that there is a blank, unless something in front of it is wrong already.
+[[gnu::cold]] void NoteBlankIn(const Why &why, const ScanForm &form, Text text);
+
+// Has a text that is to be scanned no blank inside?
+inline bool IsOneWord(const ScanForm &form, Text text, Why *why)
+{
+    if (!HasBlank(text)) {
+        return true;
+    }
+    if (why != nullptr) [[unlikely]] {
+        NoteBlankIn(*why, form, text);
+    }
+    return false;
+}
+
 // Was the text printed again at its own length? `printed` is what the host's formatter answered.
 inline bool IsAsLong(int32_t printed, const ScanForm &form, Text text, Text word, Why *why)
 {

@@ -55,7 +55,7 @@ constexpr EndpointKey kKey{
 uint32_t ReadWhole(const char *text, uint8_t *value, Why *why)
 {
     const Text trimmed = Trim(text);
-    if (!HasNoBlank(trimmed, why)) {
+    if (!IsOneWord(FormOf(kKey, trimmed), trimmed, why)) {
         return DT_ERR_FAIL;
     }
     Store(value, kSdwanSubType);

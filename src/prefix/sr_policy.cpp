@@ -53,7 +53,7 @@ constexpr EndpointKey kKey{
 uint32_t ReadBody(const char *text, uint8_t *body, Why *why)
 {
     const Text trimmed = Trim(text);
-    return HasNoBlank(trimmed, why) ? ReadEndpointKey(kKey, trimmed, body, why) : DT_ERR_FAIL;
+    return IsOneWord(FormOf(kKey, trimmed), trimmed, why) ? ReadEndpointKey(kKey, trimmed, body, why) : DT_ERR_FAIL;
 }
 
 bool Read(const char *text, uint8_t *payload, Why *why)

@@ -28,13 +28,13 @@ struct Unit {
 };
 
 constexpr Unit kUnits[] = {
-    {"d", "the days", 10000, 86400},
-    {"h", "the hours", 23, 3600},
-    {"m", "the minutes", 59, 60},
-    {"s", "the seconds", 59, 1},
+    {"d", "the number of days", 10000, 86400},
+    {"h", "the number of hours", 23, 3600},
+    {"m", "the number of minutes", 59, 60},
+    {"s", "the number of seconds", 59, 1},
 };
 
-constexpr BgpRule kNoUnit{"unit", "the letter of {what} is expected here", 0};
+constexpr BgpRule kNoUnit{"unit", "the letter behind {what} is expected here", 0};
 
 constexpr const BgpRule *kRules[] = {&kEmpty,   &kTooShort,       &kTooLong, &kBlank,
                                      &kNoDigit, &kWrongCharacter, &kNoUnit,  &kTooLarge};

@@ -419,7 +419,7 @@ constexpr Refused kReasons[] = {
     {"100,200",           "character",         3,  1, 0, "", "", 1},
     {" 100 200,",         "character",         8,  1, 0, "", "", 2},
     {"1\r",               "character",         1,  1, 0, "", "", 1},
-    {"1.2.3.4.5.6",       "too-many-numbers",  9,  1, 5, "", "", 1},
+    {"1.2.3.4.5.6",       "too-many-numbers",  3,  1, 2, "", "", 1},
     {"1 2.3.4",           "notation",          2,  5, 0, "", "", 2, 2, "number high.low"},
     {"100 0",             "too-small",         4,  1, 1, "the AS number", "", 2},
     {"1\t0.5",            "too-small",         2,  1, 1, "the high part", "", 2},

@@ -233,7 +233,7 @@ constexpr Refused kReasons[] = {
     {"1e5",             "character",         1,  1},
     {"1\n",             "character",         1,  1},
     {"1:2",             "character",         1,  1},
-    {"1.2.3.4.5.6",     "too-many-numbers",  9,  1, 5},
+    {"1.2.3.4.5.6",     "too-many-numbers",  3,  1, 2},
     {" 1.2.3",          "notation",          1,  5, 0, "", "", 0, 2, "number high.low"},
     {"4294967296",      "too-large",         0, 10, 4294967295, "the AS number"},
     {"99999999999",     "too-large",         0, 11, 4294967295, "the AS number"},

@@ -117,7 +117,7 @@ constexpr Reason kNodes[] = {
     {"[NODE][LOCAL[as1.<65536>]]",                          "too-large", "the low part", "LOCAL", 65535},
     {"[NODE][LOCAL[as1<x>]]",                               "character", "as", "LOCAL"},
     {"[NODE][LOCAL[as<1.2.3>]]",                            "notation", "as", "LOCAL", 0, "number high.low"},
-    {"[NODE][LOCAL[as1.2.3.4.5<.>6]]",                      "too-many-numbers", "as", "LOCAL", 5},
+    {"[NODE][LOCAL[as1.2<.>3.4.5.6]]",                      "too-many-numbers", "as", "LOCAL", 2},
     {"[NODE][LOCAL[as<000000000001>]]",                     "too-long", "the AS number", "LOCAL", 11},
     {"[LINK][LOCAL[member-as<>]]",                          "empty", "member-as", "LOCAL"},
     {"[LINK][LOCAL[member-as<x>]]",                         "digit", "member-as", "LOCAL"},

@@ -372,7 +372,7 @@ constexpr Refused kReasons[] = {
     {"no-exp \xe9",             "character",         7,  1, 0, "", "", 2}, // the whole text is cut first
     {"7 1: 2",                  "digit",             4,  0, 0, "", "", 2},
     {"7 : 8",                   "digit",             2,  1, 0, "", "", 2},
-    {"1:2:3:4:5:6",             "too-many-numbers",  9,  1, 5, "", "", 1},
+    {"1:2:3:4:5:6",             "too-many-numbers",  3,  1, 2, "", "", 1},
     {" 7 1:2:3",                "notation",          3,  5, 0, "", "", 2, 2, "number first:second"},
     {"7 a:b:c",                 "notation",          2,  5, 0, "", "", 2, 2, "number first:second"},
     {"100:1\t65536:1",          "too-large",         6,  5, 65535, "the first half", "", 2},

@@ -364,7 +364,7 @@ constexpr Refused kReasons[] = {
     {"100:1x",                 "character",         5,  1},
     {" 1.2",                   "character",         2,  1},
     {"1\n",                    "character",         1,  1},
-    {"1:2:3:4:5:6",            "too-many-numbers",  9,  1, 5},
+    {"1:2:3:4:5:6",            "too-many-numbers",  3,  1, 2},
     {"1:2:3",                  "notation",          0,  5, 0, "", "", 0, 2, "number first:second"},
     {"4294967296",             "too-large",         0, 10, 4294967295, "the community"},
     {" 65536:1",               "too-large",         1,  5, 65535, "the first half"},

@@ -172,7 +172,7 @@ constexpr Refused kReasons[] = {
     {"100: 2:3",                  "blank",             4,  1},
     {"100\t:2:3",                 "blank",             3,  1},
     {"100:20;3",                  "character",         6,  1},
-    {"1:2:3:4:5:6",               "too-many-numbers",  9,  1, 5},
+    {"1:2:3:4:5:6",               "too-many-numbers",  5,  1, 3},
     {"100:20",                    "notation",          0,  6, 0, "", "", 0, 2, "administrator:data:data"},
     {"1:2:3:4",                   "notation",          0,  7, 0, "", "", 0, 2, "administrator:data:data"},
     {"4294967296:1:2",            "too-large",         0, 10, 4294967295, "the global administrator"},

@@ -103,30 +103,6 @@ TEST_F(BolPrefixReasons, TheAnswersAreThoseOfTheOperations)
     }
 }
 
-// Where each parser stopped: behind a piece that is well formed, else before it.
-uint32_t Reach(const BgpReason &reason)
-{
-    return reason.Offset + (reason.Rule->FormHolds != 0 ? reason.Length : 0);
-}
-
-TEST_F(BolPrefixReasons, TheClosestIsTheFirstOfThoseThatGotFurthest)
-{
-    uint32_t refused = 0;
-    for (const char *text : kTexts) {
-        const BgpRefusal refusal = Explained(kType, text);
-        if (refusal.Reason.Code == DT_OK) {
-            continue;
-        }
-        SCOPED_TRACE(text);
-        ++refused;
-        for (uint32_t row = 0; row < refusal.SubTypeCount; ++row) {
-            const uint32_t closest = Reach(refusal.SubTypes[refusal.Closest]);
-            EXPECT_LE(Reach(refusal.SubTypes[row]) + (row < refusal.Closest ? 1 : 0), closest) << row;
-        }
-    }
-    EXPECT_GE(refused, 10u);
-}
-
 TEST_F(BolPrefixReasons, WhatCannotBeTypedSaysSo)
 {
     const BgpRefusal refusal = Explained(kType, "10/3");

@@ -1082,24 +1082,26 @@ constexpr char kAsNumber[] = "the AS number";
 constexpr char kInterAs[] = "Inter-AS I-PMSI A-D route";
 constexpr char kLeafInterAs[] = "Leaf A-D route of an Inter-AS I-PMSI";
 constexpr char kLeafSPmsi[] = "Leaf A-D route of an S-PMSI";
+constexpr char kLeafIntraAs[] = "Leaf A-D route of an Intra-AS I-PMSI";
+constexpr char kSPmsi[] = "S-PMSI A-D route";
 constexpr Refused kReasons[] = {
     // text                                  rule               at length limit  what, part
     {"",                                     "empty",            0, 0},
     {"1111111111111111111111111111111111111111111111111111111111111111", "too-long", 0, 64, 63},
     {"2001::1-0000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000"
      "00000000000000000000000000000000000000000000000000",     "too-long", 0, 164, 159},
-    {"100 :10.1.1.1",                        "blank",            3, 1},
-    {"100:10.1.1.1 x",                       "blank",           12, 1},
-    {" 100;10.1.1.1",                        "character",        4, 1},
-    {"10.1.1.0/24",                          "character",        8, 1},
-    {"2001::1-2001::2/64",                   "character",       15, 1},
+    {"100 :10.1.1.1",                      "blank",            3, 1, 0, kAsNumber, kLeafInterAs},
+    {"100:10.1.1.1 x",                     "blank",           12, 1, 0, "the originator", kLeafInterAs},
+    {" 100;10.1.1.1",                      "ipv4",             4, 1},
+    {"10.1.1.0/24",                        "ipv4",             8, 1},
+    {"2001::1-2001::2/64",                 "ipv6",            15, 1, 0, "originator 2", kLeafIntraAs},
     {"1.1.1.1:2.2.2.2:3.3.3.3:4.4.4.4:5.5.5.5", "too-many-fields", 31, 1, 4},
     {"::1-::2-::3-::4-::5",                  "too-many-fields", 15, 1, 4},
-    // to the left of a character or a separator that is wrong
-    {"1-100-200-10.1.1.x",                   "ipv4",             2, 3, 0, "this field"},
-    {"10.1.1:10.1.1.x",                      "ipv4",             6, 0, 0, "this field"},
+    // a character that belongs in no key, and what is wrong to the left of it or of a separator too many
+    {"1-100-200-10.1.1.x",                 "ipv4",             0, 1, 0, "the source", kLeafSPmsi},
+    {"10.1.1:10.1.1.x",                    "ipv4",             6, 0, 0, "originator 1", kLeafIntraAs},
     {"100:1.1.1.300:2.2.2.2:3.3.3.3:x",      "too-large",       10, 3, 255, "an octet of this field"},
-    {"2001::1-2001::12345-x",                "ipv6",            14, 5, 0, "this field"},
+    {"2001::1-2001::12345-x",              "ipv6",            14, 5, 0, "the group", kSPmsi},
     // the AS number
     {"1.",                                   "digit",            2, 0, 0, kAsNumber, kInterAs},
     {"1..",                                  "ipv4",             2, 1}, // two dots begin no AS number
@@ -1108,7 +1110,7 @@ constexpr Refused kReasons[] = {
     {"1a-2001::1",                           "character",        1, 1, 0, kAsNumber, kLeafInterAs},
     {"100000000000",                         "too-long",         0, 12, 11, kAsNumber, kInterAs},
     {"1.2.3-2001::1",                        "notation",         0, 5, 0, kAsNumber, kLeafInterAs, 0, 2, "number high.low"},
-    {"1.2.3.4.5.6-2001::1",                  "too-many-numbers", 9, 1, 5, kAsNumber, kLeafInterAs},
+    {"1.2.3.4.5.6-2001::1",                  "too-many-numbers", 3, 1, 2, kAsNumber, kLeafInterAs},
     {"0",                                    "too-small",        0, 1, 1, kAsNumber, kInterAs},
     {" 0.5",                                 "too-small",        1, 1, 1, "the high part", kInterAs},
     {"4294967296",                           "too-large",        0, 10, 4294967295, kAsNumber, kInterAs},
@@ -1120,18 +1122,22 @@ constexpr Refused kReasons[] = {
     {"100:",                                 "empty",            4, 0, 0, "the originator", kLeafInterAs},
     {"100:1",                                "ipv4",             4, 1, 0, "the originator", kLeafInterAs},
     {"100:1.1.1.1:225.1.1",                  "ipv4",            19, 0, 0, "the group", "C-multicast route"},
-    {"1.1.1.1:225.1.1.1:3.3.3.x",            "character",       24, 1},
-    {"1.1.1.1:225.1.1.1.1:3.3.3",            "ipv4",            17, 1, 0, "the group", "S-PMSI A-D route"},
-    {"1.1.1.1:225.1.1.1:300.3.3.3",          "too-large",       18, 3, 255, "an octet of the originator", "S-PMSI A-D route"},
+    {"1.1.1.1:225.1.1.1:3.3.3.x",          "ipv4",            24, 1, 0, "the originator", kSPmsi},
+    {"1.1.1.1:225.1.1.1.1:3.3.3",            "ipv4",            17, 1, 0, "the group", kSPmsi},
+    {"1.1.1.1:225.1.1.1:300.3.3.3",          "too-large",       18, 3, 255, "an octet of the originator", kSPmsi},
     {"1.1.1.1:2.2.2.2:3.3.3.3:4.4.4",        "ipv4",            29, 0, 0, "originator 2", kLeafSPmsi},
     {"100:1.1.1.1:2.2.2.2:3.3.3.3",          "ipv4",             0, 3, 0, "the source", kLeafSPmsi},
-    {"100-2001::g",                          "character",       10, 1},
+    {"100-2001::g",                        "ipv6",            10, 1, 0, "the originator", kLeafInterAs},
     {"100-2001::12345",                      "ipv6",            10, 5, 0, "the originator", kLeafInterAs},
-    {"2001::1-2001:::2",                     "ipv6",            14, 1, 0, "originator 2", "Leaf A-D route of an Intra-AS I-PMSI"},
+    {"2001::1-2001:::2",                     "ipv6",            14, 1, 0, "originator 2", kLeafIntraAs},
     {"2001::1::2-ff0e::1",                   "ipv6",             8, 1, 0, "the source", "Source Active A-D route"},
     {"100-2001::1-",                         "empty",           12, 0, 0, "the group", "C-multicast route"},
     // beginning with an address, addresses are meant, although the number of dots says otherwise
-    {"10.1.1.1:225.1.1",                     "ipv4",            16, 0, 0, "originator 2", "Leaf A-D route of an Intra-AS I-PMSI"},
+    {"10.1.1.1:225.1.1",                   "ipv4",            16, 0, 0, "the group", "Source Active A-D route"},
+    {"10.1.1.1:10.2.2",                      "ipv4",            15, 0, 0, "originator 2", kLeafIntraAs},
+    {"10.1.1.1:225.1.1.x",                   "ipv4",            17, 1, 0, "the group", "Source Active A-D route"},
+    {"2001::1-FF0e::g",                      "ipv6",            14, 1, 0, "the group", "Source Active A-D route"},
+    {"2001::1-f::g",                         "ipv6",            11, 1, 0, "originator 2", kLeafIntraAs},
     {"10.1.1.1.1",                           "ipv4",             8, 1},
     {"::1-::2-::3-1.1.1.1",                  "families",         0, 19, 0, "", kLeafSPmsi},
     {"100",                                  "mode",             0, 0, 4, "", "", 0, 4},

@@ -122,7 +122,7 @@ constexpr Refused kVpnId[] = {
     {"0x1:2",                   "character",        1,  1},
     {"1G:2",                    "character",        1,  1},
     {"1.2:3",                   "character",        1,  1},
-    {"1:2:3:4:5:6",             "too-many-numbers", 9,  1, 5},
+    {"1:2:3:4:5:6",             "too-many-numbers", 3,  1, 2},
     {"12",                      "notation",         0,  2, 0, "", "", 0, 2, "OUI:index"},
     {"1:2:3",                   "notation",         0,  5, 0, "", "", 0, 2, "OUI:index"},
     {"1000000:1",               "too-large-hex",    0,  7, 0xffffff, "the OUI"},

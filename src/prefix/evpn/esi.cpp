@@ -13,97 +13,88 @@ constexpr uint32_t kGroups = 5;
 constexpr uint32_t kGroupDigits = 4;
 constexpr uint32_t kDigits = kGroups * kGroupDigits;
 
-struct EsiDigits {
-    char group[kGroupDigits + 1];
-    uint32_t count; // in the group
-    uint32_t zeros; // in the whole text
-    uint32_t ones;  // digits F, in the whole text
-};
+// The value of a hexadecimal digit of either case, larger for any other character.
+uint32_t HexDigit(char character)
+{
+    const uint32_t decimal = static_cast<uint8_t>(character) - static_cast<uint32_t>('0');
+    const uint32_t letter = static_cast<uint8_t>(character | 0x20) - static_cast<uint32_t>('a');
+    return decimal < 10 ? decimal : letter < 6 ? letter + 10 : 0x10;
+}
 
 bool IsTypeDigit(uint32_t position, char digit, EsiTypes types)
 {
     return types == kEsiAnyType || position > 1 || digit == '0' || (position == 1 && digit <= types);
 }
 
-bool TakeDigit(EsiDigits &digits, Text place, Why *why)
+// Groups of one to four digits, five at most: with 24 characters, five of four digits each, unless blanks around them
+// fill up the length.
+bool ReadGroups(Text text, EsiTypes types, uint8_t *esi)
 {
-    if (digits.count == kGroupDigits) {
-        return Refuse(why, place, kEsiGroup);
-    }
-    const char digit = *place.at;
-    digits.group[digits.count++] = digit;
-    digits.zeros += digit == '0';
-    digits.ones += digit == 'F' || digit == 'f';
-    return true;
-}
-
-// Ends a group: its digits become two bytes, high end first.
-bool TakeGroup(EsiDigits &digits, uint8_t *at, Text place, Why *why)
-{
-    uint32_t number = 0;
-    digits.group[digits.count] = '\0';
-    if (digits.count == 0 || SMP_atoulx(digits.group, &number) != 0) {
-        return Refuse(why, place, kEsiGroup);
-    }
-    StoreBig(at, number, 2);
-    digits.count = 0;
-    return true;
-}
-
-bool ReadGroups(Text text, EsiTypes types, uint8_t *esi, Why *why)
-{
-    EsiDigits digits{};
     uint32_t groups = 0;
+    uint32_t digits = 0; // in the group
+    uint32_t group = 0;
+    uint32_t zeros = 0;
+    uint32_t ones = 0; // digits F
     for (uint32_t i = 0; i <= text.length; ++i) {
-        const Text place{text.at + i, i < text.length};
-        const char character = place.length != 0 ? *place.at : '.'; // the end ends a group as a dot does
-        if (IsHexDigit(character)) {
-            if (!IsTypeDigit(i, character, types)) {
-                return Refuse(why, {text.at, i + 1}, kEsiType, static_cast<uint64_t>(types - '0'));
-            }
-            if (!TakeDigit(digits, place, why)) {
+        const char character = i < text.length ? text.at[i] : '.'; // the end ends a group as a dot does
+        if (character == '.') {
+            if (groups == kGroups || digits == 0) {
                 return false;
             }
-        } else if (character != '.') {
-            return RefuseCharacter(why, place, kWrongCharacter);
-        } else if (groups == kGroups) {
-            return Refuse(why, place, kEsiGroups, kGroups);
-        } else if (!TakeGroup(digits, esi + 2 * groups++, place, why)) {
+            StoreBig(esi + 2 * groups++, group, 2);
+            group = digits = 0;
+            continue;
+        }
+        const uint32_t digit = HexDigit(character);
+        if (digit > 0xF || digits++ == kGroupDigits || !IsTypeDigit(i, character, types)) {
             return false;
         }
+        group = group << 4 | digit;
+        zeros += digit == 0;
+        ones += digit == 0xF;
     }
-    if (digits.zeros == kDigits) {
-        return Refuse(why, text, kZeroEsi);
-    }
-    return digits.ones != kDigits || Refuse(why, text, kReservedEsi);
+    return zeros != kDigits && ones != kDigits;
 }
 
 } // namespace
 
-bool ReadEsi(const char *text, EsiTypes types, uint8_t *esi, Why *why)
+bool ReadEsi(Text piece, EsiTypes types, uint8_t *esi)
 {
-    const auto length = static_cast<uint32_t>(std::strlen(text));
-    if (length != kEsiChars) {
-        return Refuse(why, {text, length}, kWrongLength, kEsiChars, kTheEsi);
-    }
     uint8_t bytes[kEsiSize] = {};
-    if (!ReadGroups(Trim(text), types, bytes, why)) {
+    if (piece.length != kEsiChars || !ReadGroups(Trim(piece), types, bytes)) {
         return false;
     }
     std::memcpy(esi, bytes, sizeof bytes);
     return true;
 }
 
-bool ReadEsiPiece(Text piece, EsiTypes types, uint8_t *esi, Why *why)
+void NoteEsi(const Why &why, Text piece, EsiTypes types)
 {
-    char copy[kEsiChars + 1];
-    if (!Terminate(piece, copy, sizeof copy)) {
-        return Refuse(why, piece, kWrongLength, kEsiChars, kTheEsi);
+    for (uint32_t i = 0; i < piece.length; ++i) {
+        const char character = piece.at[i];
+        const bool dotHere = i % (kGroupDigits + 1) == kGroupDigits;
+        if (character != '.' && !IsHexDigit(character)) {
+            return NoteCharacter(why, {piece.at + i, 1}, kWrongCharacter);
+        }
+        if (i == kEsiChars && character == '.') {
+            return Note(why, {piece.at + i, 1}, {.rule = &kEsiGroups, .limit = kGroups});
+        }
+        if (i == kEsiChars || dotHere != (character == '.')) {
+            return Note(why, {piece.at + i, 1}, {.rule = &kEsiGroup});
+        }
+        if (!IsTypeDigit(i, character, types)) {
+            return Note(why, {piece.at, i + 1}, {.rule = &kEsiType, .limit = static_cast<uint64_t>(types - '0')});
+        }
     }
-    const Why kept = Moved(why, piece, copy);
-    const bool read = ReadEsi(copy, types, esi, why);
-    GoBack(why, kept);
-    return read;
+    const Text end{piece.at + piece.length, 0};
+    if (piece.length == 0) {
+        Note(why, piece, {.rule = &kEmpty, .what = kTheEsi});
+    } else if (piece.length < kEsiChars) {
+        const bool groupEnds = piece.length % (kGroupDigits + 1) == kGroupDigits;
+        Note(why, end, groupEnds ? Said{.rule = &kEsiGroups, .limit = kGroups} : Said{.rule = &kEsiGroup});
+    } else {
+        Note(why, piece, {.rule = *piece.at == '0' ? &kZeroEsi : &kReservedEsi});
+    }
 }
 
 } // namespace bgp
@@ -114,7 +105,7 @@ uint32_t SYSDT_Str2EsiBas(const char *text, void *esi, uint32_t flag, uint32_t c
         return DT_ERR_NULL_PTR;
     }
     const bgp::EsiTypes types = bgp::TypesFor(checkMode, flag == 0 ? bgp::kEsiArbitrary : bgp::kEsiLacp);
-    return bgp::ReadEsi(text, types, static_cast<uint8_t *>(esi), nullptr) ? DT_OK : DT_ERR_FAIL;
+    return bgp::ReadEsi(bgp::Rest(bgp::CursorOn(text)), types, static_cast<uint8_t *>(esi)) ? DT_OK : DT_ERR_FAIL;
 }
 
 // An auto-discovery route may come from a segment of any type.
@@ -124,5 +115,5 @@ uint32_t SYSDT_Str2EsiForAd(const char *text, void *esi, uint32_t, uint32_t chec
         return DT_ERR_NULL_PTR;
     }
     const bgp::EsiTypes types = bgp::TypesFor(checkMode, bgp::kEsiAsBased);
-    return bgp::ReadEsi(text, types, static_cast<uint8_t *>(esi), nullptr) ? DT_OK : DT_ERR_FAIL;
+    return bgp::ReadEsi(bgp::Rest(bgp::CursorOn(text)), types, static_cast<uint8_t *>(esi)) ? DT_OK : DT_ERR_FAIL;
 }

@@ -30,8 +30,8 @@ enum class Reader : uint8_t {
 struct RouteField {
     Reader reader;
     uint8_t at;
-    const char *what;
-    uint8_t chars = 0; // of a number or a length
+    AddressWords words; // of what is no address the first
+    uint8_t chars = 0;  // of a number or a length
     uint32_t least = 0;
     uint32_t most = 0;
 };
@@ -39,113 +39,115 @@ struct RouteField {
 // A source length of 0 is any source; a group and an originator are always there.
 // clang-format off
 constexpr RouteField kSmet[] = {
-    {Reader::kNumber,  At(kSmetFields, "ethernetTag"),      kTheTag,              kTagChars,    0, UINT32_MAX},
-    {Reader::kLength,  At(kSmetFields, "sourceLength"),     kTheSourceLength,     kLengthChars, 0, kMostIpv6Length},
+    {Reader::kNumber,  At(kSmetFields, "ethernetTag"),      {kTheTag, nullptr},              kTagChars,    0, UINT32_MAX},
+    {Reader::kLength,  At(kSmetFields, "sourceLength"),     {kTheSourceLength, nullptr},     kLengthChars, 0, kMostIpv6Length},
     {Reader::kAddress, At(kSmetFields, "source"),           kTheSource},
-    {Reader::kLength,  At(kSmetFields, "groupLength"),      kTheGroupLength,      kLengthChars, 1, kMostIpv6Length},
+    {Reader::kLength,  At(kSmetFields, "groupLength"),      {kTheGroupLength, nullptr},      kLengthChars, 1, kMostIpv6Length},
     {Reader::kAddress, At(kSmetFields, "group"),            kTheGroup},
-    {Reader::kLength,  At(kSmetFields, "originatorLength"), kTheOriginatorLength, kLengthChars, 1, kMostIpv6Length},
+    {Reader::kLength,  At(kSmetFields, "originatorLength"), {kTheOriginatorLength, nullptr}, kLengthChars, 1, kMostIpv6Length},
     {Reader::kAddress, At(kSmetFields, "originator"),       kTheOriginator},
 };
 
 constexpr RouteField kLeave[] = {
-    {Reader::kEsi,     At(kLeaveFields, "esi"),              kTheEsi},
-    {Reader::kNumber,  At(kLeaveFields, "ethernetTag"),      kTheTag,              kTagChars,    0, UINT32_MAX},
-    {Reader::kLength,  At(kLeaveFields, "sourceLength"),     kTheSourceLength,     kLengthChars, 0, kMostIpv6Length},
+    {Reader::kEsi,     At(kLeaveFields, "esi"),              {kTheEsi, nullptr}},
+    {Reader::kNumber,  At(kLeaveFields, "ethernetTag"),      {kTheTag, nullptr},              kTagChars,    0, UINT32_MAX},
+    {Reader::kLength,  At(kLeaveFields, "sourceLength"),     {kTheSourceLength, nullptr},     kLengthChars, 0, kMostIpv6Length},
     {Reader::kAddress, At(kLeaveFields, "source"),           kTheSource},
-    {Reader::kLength,  At(kLeaveFields, "groupLength"),      kTheGroupLength,      kLengthChars, 1, kMostIpv6Length},
+    {Reader::kLength,  At(kLeaveFields, "groupLength"),      {kTheGroupLength, nullptr},      kLengthChars, 1, kMostIpv6Length},
     {Reader::kAddress, At(kLeaveFields, "group"),            kTheGroup},
-    {Reader::kLength,  At(kLeaveFields, "originatorLength"), kTheOriginatorLength, kLengthChars, 1, kMostIpv6Length},
+    {Reader::kLength,  At(kLeaveFields, "originatorLength"), {kTheOriginatorLength, nullptr}, kLengthChars, 1, kMostIpv6Length},
     {Reader::kAddress, At(kLeaveFields, "originator"),       kTheOriginator},
-    {Reader::kNumber,  At(kLeaveFields, "leaveNumber"),      kTheLeaveNumber,      kTagChars,    0, UINT32_MAX},
+    {Reader::kNumber,  At(kLeaveFields, "leaveNumber"),      {kTheLeaveNumber, nullptr},      kTagChars,    0, UINT32_MAX},
 };
 // clang-format on
 
 constexpr uint32_t kJoinCount = std::size(kLeave) - 1; // all but the number
 
-// The text from the cursor to the next colon, for the last field to the end; the cursor moves there. False when the
-// colon is missing.
-bool TakeField(const char **cursor, bool isLast, Text &field, const char *what, Why *why)
+// A field ends at the next colon, where the cursor moves, the last one with the text.
+Text NextField(Cursor &cursor, bool isLast)
 {
-    const char *end = isLast ? *cursor + std::strlen(*cursor) : std::strchr(*cursor, ':');
-    if (end == nullptr) {
-        return Refuse(why, {*cursor + std::strlen(*cursor), 0}, kNoColon, 0, what);
+    Cursor end = cursor;
+    const Text field = isLast ? Rest(cursor) : NextPiece(end);
+    if (isLast) {
+        cursor.at = cursor.end;
+    } else if (AtColon(end)) {
+        cursor = end;
     }
-    field = {*cursor, static_cast<uint32_t>(end - *cursor)};
-    *cursor = end;
+    return field;
+}
+
+// False when the colon behind a field is missing; the cursor has not moved then.
+bool Ends(const Cursor &cursor, bool isLast, Text field, const char *what, Why *why)
+{
+    return isLast || AtColon(cursor) || Refuse(why, {field.at + field.length, 0}, kNoColon, 0, what);
+}
+
+bool TakeNumber(Cursor &cursor, uint32_t chars, const Range &range, bool isLast, uint32_t &number, Why *why)
+{
+    const Text field = NextField(cursor, isLast);
+    return ReadDecimal(field, chars < kTagChars ? chars : kTagChars, range, number, why) &&
+           Ends(cursor, isLast, field, range.what, why);
+}
+
+bool TakeIpv4(Cursor &cursor, bool isLast, uint8_t *at, const AddressWords &words, Why *why)
+{
+    const Text field = NextField(cursor, isLast);
+    char copy[kLongestAddress + 1];
+    uint32_t address = 0;
+    if (field.length == 0 || !Terminate(field, copy, sizeof copy) || SYSDT_Str2Ipv4(copy, &address) != 0) {
+        return RefuseIpv4(why, field, words);
+    }
+    if (!Ends(cursor, isLast, field, words.address, why)) {
+        return false;
+    }
+    SetIpv4(at, address);
     return true;
 }
 
-bool TakeNumber(const char **cursor, uint32_t chars, const Range &range, bool isLast, uint32_t &number, Why *why)
-{
-    Text field;
-    char copy[kTagChars + 1];
-    if (!TakeField(cursor, isLast, field, range.what, why)) {
-        return false;
-    }
-    if (field.length == 0) {
-        return Refuse(why, field, kEmpty, 0, range.what);
-    }
-    if (field.length > chars || !Terminate(field, copy, sizeof copy)) {
-        return Refuse(why, field, kTooLong, chars, range.what);
-    }
-    return ReadDecimal(copy, field, range, number, why);
-}
-
-bool TakeIpv4(const char **cursor, bool isLast, uint8_t *at, const char *what, Why *why)
-{
-    Text field;
-    char copy[kLongestAddress + 1];
-    if (!TakeField(cursor, isLast, field, what, why)) {
-        return false;
-    }
-    if (field.length == 0) {
-        return Refuse(why, field, kEmpty, 0, what);
-    }
-    if (!Terminate(field, copy, sizeof copy)) {
-        return Refuse(why, field, kTooLong, kLongestAddress, what);
-    }
-    return ReadIpv4Piece(copy, field, at, what, why);
-}
-
 // What follows the last address is not looked at. Behind any other, a colon is refused although the next field would be
-// expected there; the syntax of existing configurations is kept as it is.
-bool TakeIpv6(const char **cursor, bool isLast, uint8_t *at, const char *what, Why *why)
+// expected there.
+bool TakeIpv6(Cursor &cursor, bool isLast, uint8_t *at, const char *what, Why *why)
 {
-    uint8_t address[16];
-    if (!TakeBracketed(*cursor, address, what, why)) {
+    uint8_t address[kIpv6Size];
+    if (!TakeBracketed(cursor, address, what, why)) {
         return false;
     }
-    if (!isLast && **cursor == ':') {
-        return Refuse(why, {*cursor, 1}, kColonBehindIpv6);
+    if (!isLast && AtColon(cursor)) {
+        return Refuse(why, {cursor.at, 1}, kColonBehindIpv6);
     }
     SetIpv6(at, address);
     return true;
 }
 
-bool TakeAddress(const char **cursor, bool isLast, uint8_t *at, const char *what, Why *why)
+bool TakeAddress(Cursor &cursor, bool isLast, uint8_t *at, const AddressWords &words, Why *why)
 {
-    return **cursor == '[' ? TakeIpv6(cursor, isLast, at, what, why) : TakeIpv4(cursor, isLast, at, what, why);
+    return *cursor.at == '[' ? TakeIpv6(cursor, isLast, at, words.address, why)
+                             : TakeIpv4(cursor, isLast, at, words, why);
 }
 
 // The ESI type of a synch route is always checked, also when an operator typed it.
-bool TakeEsi(const char **cursor, bool isLast, uint8_t *at, Why *why)
+bool TakeEsi(Cursor &cursor, bool isLast, uint8_t *at, Why *why)
 {
-    Text field;
-    return TakeField(cursor, isLast, field, kTheEsi, why) && ReadEsiPiece(field, kEsiLacp, at, why);
+    uint8_t esi[kEsiSize];
+    const Text field = NextField(cursor, isLast);
+    if (!ReadEsi(field, kEsiLacp, esi, why) || !Ends(cursor, isLast, field, kTheEsi, why)) {
+        return false;
+    }
+    std::memcpy(at, esi, sizeof esi);
+    return true;
 }
 
-bool ReadField(const RouteField &field, const char **cursor, bool isLast, uint8_t *value, Why *why)
+bool ReadField(const RouteField &field, Cursor &cursor, bool isLast, uint8_t *value, Why *why)
 {
     uint8_t *at = value + field.at;
     if (field.reader == Reader::kAddress) {
-        return TakeAddress(cursor, isLast, at, field.what, why);
+        return TakeAddress(cursor, isLast, at, field.words, why);
     }
     if (field.reader == Reader::kEsi) {
         return TakeEsi(cursor, isLast, at, why);
     }
     uint32_t number = 0;
-    if (!TakeNumber(cursor, field.chars, {field.least, field.most, field.what}, isLast, number, why)) {
+    if (!TakeNumber(cursor, field.chars, {field.least, field.most, field.words.address}, isLast, number, why)) {
         return false;
     }
     StoreLow(at, number, field.reader == Reader::kNumber ? sizeof number : 1);
@@ -154,97 +156,94 @@ bool ReadField(const RouteField &field, const char **cursor, bool isLast, uint8_
 
 // Between two fields one character is passed over: a colon, or what stands in its place behind a bracket. The route
 // type says that the value is whole.
-bool ReadFields(EvpnRouteType routeType, const RouteField *fields, uint32_t count, const char *text, void *value,
-                Why *why)
+bool ReadFields(EvpnRouteType routeType, const RouteField *fields, uint32_t count, Text text, uint8_t *value, Why *why)
 {
-    auto *bytes = static_cast<uint8_t *>(value);
+    Cursor cursor = CursorOn(text);
     StandsIn(why, FindEvpnRoute(routeType)->name);
     for (uint32_t i = 0; i < count; ++i) {
         const bool isLast = i + 1 == count;
-        if (!ReadField(fields[i], &text, isLast, bytes, why)) {
+        if (!ReadField(fields[i], cursor, isLast, value, why)) {
             return false;
         }
-        if (!isLast && *text++ == '\0') {
-            return Refuse(why, {text - 1, 0}, kNothingBehind, 0, fields[i].what);
+        if (!isLast && cursor.at++ == cursor.end) {
+            return Refuse(why, {cursor.end, 0}, kNothingBehind, 0, fields[i].words.address);
         }
     }
-    bytes[kRouteTypeAt] = routeType;
+    value[kRouteTypeAt] = routeType;
     return true;
-}
-
-bool ReadSmet(const char *text, void *value, Why *why)
-{
-    return ReadFields(kSmetRoute, kSmet, std::size(kSmet), text, value, why);
-}
-
-bool ReadJoin(const char *text, void *value, Why *why)
-{
-    return ReadFields(kJoinRoute, kLeave, kJoinCount, text, value, why);
-}
-
-bool ReadLeave(const char *text, void *value, Why *why)
-{
-    return ReadFields(kLeaveRoute, kLeave, std::size(kLeave), text, value, why);
-}
-
-bool IsMissing(const char *const *cursor, const void *result)
-{
-    return cursor == nullptr || *cursor == nullptr || result == nullptr;
 }
 
 } // namespace
 
-RouteReader *FindMulticastReader(uint32_t colonsOutside)
+bool ReadSmet(Text text, uint8_t *value, uint32_t, Why *why)
 {
-    switch (colonsOutside) {
-    case 6:
-        return ReadSmet;
-    case 7:
-        return ReadJoin;
-    case 8:
-        return ReadLeave;
-    default:
-        return nullptr;
-    }
+    return ReadFields(kSmetRoute, kSmet, std::size(kSmet), text, value, why);
+}
+
+bool ReadJoin(Text text, uint8_t *value, uint32_t, Why *why)
+{
+    return ReadFields(kJoinRoute, kLeave, kJoinCount, text, value, why);
+}
+
+bool ReadLeave(Text text, uint8_t *value, uint32_t, Why *why)
+{
+    return ReadFields(kLeaveRoute, kLeave, std::size(kLeave), text, value, why);
 }
 
 } // namespace bgp
 
 // --------------------------------------------------------------------------------------------------- the field readers
 
+namespace {
+
+bool IsMissing(const char *const *cursor, const void *result)
+{
+    return cursor == nullptr || *cursor == nullptr || result == nullptr;
+}
+
+// Runs a field reader at the caller's cursor, which follows it.
+template <class Take>
+uint32_t TakeAt(const char **at, Take take)
+{
+    bgp::Cursor cursor = bgp::CursorOn(*at);
+    const bool taken = take(cursor);
+    *at = cursor.at;
+    return taken ? DT_OK : DT_ERR_FAIL;
+}
+
+} // namespace
+
 uint32_t SYSDT_Str2EvpnUintNum(const char **cursor, uint32_t *result, uint32_t maxChars, uint32_t min, uint32_t max,
                                uint32_t isLast)
 {
-    if (bgp::IsMissing(cursor, result)) {
+    if (IsMissing(cursor, result)) {
         return DT_ERR_NULL_PTR;
     }
     uint32_t number = 0;
-    if (!bgp::TakeNumber(cursor, maxChars, {min, max, nullptr}, isLast != 0, number, nullptr)) {
-        return DT_ERR_FAIL;
+    const uint32_t code = TakeAt(cursor, [&](bgp::Cursor &at) {
+        return bgp::TakeNumber(at, maxChars, {min, max, nullptr}, isLast != 0, number, nullptr);
+    });
+    if (code == DT_OK) {
+        *result = number;
     }
-    *result = number;
-    return DT_OK;
+    return code;
 }
 
 uint32_t SYSDT_Str2EvpnIpAddr(const char **cursor, void *field, uint32_t isLast)
 {
-    if (bgp::IsMissing(cursor, field)) {
+    if (IsMissing(cursor, field)) {
         return DT_ERR_NULL_PTR;
     }
-    auto *at = static_cast<uint8_t *>(field);
-    return bgp::TakeAddress(cursor, isLast != 0, at, nullptr, nullptr) ? DT_OK : DT_ERR_FAIL;
+    return TakeAt(cursor, [=](bgp::Cursor &at) {
+        return bgp::TakeAddress(at, isLast != 0, static_cast<uint8_t *>(field), bgp::kWholeText, nullptr);
+    });
 }
 
 uint32_t SYSDT_Str2EvpnEsi(const char **cursor, void *esi, uint32_t isLast)
 {
-    if (bgp::IsMissing(cursor, esi)) {
+    if (IsMissing(cursor, esi)) {
         return DT_ERR_NULL_PTR;
     }
-    return bgp::TakeEsi(cursor, isLast != 0, static_cast<uint8_t *>(esi), nullptr) ? DT_OK : DT_ERR_FAIL;
+    return TakeAt(cursor,
+                  [=](bgp::Cursor &at) { return bgp::TakeEsi(at, isLast != 0, static_cast<uint8_t *>(esi), nullptr); });
 }
-
-// ---------------------------------------------------------------------------------------------------------- the routes
-
-BGP_STR2(SYSDT_Str2EvpnSmetRoute, bgp::ReadSmet)
-BGP_STR2(SYSDT_Str2EvpnJoinRoute, bgp::ReadJoin)
-BGP_STR2(SYSDT_Str2EvpnLeaveRoute, bgp::ReadLeave)

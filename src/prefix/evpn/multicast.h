@@ -8,12 +8,13 @@
 
 namespace bgp {
 
-// A terminated, trimmed text to a value, all but its sub-type word. False when the text is refused; the value may have
-// been written then.
-using RouteReader = bool(const char *text, void *value, Why *why);
+// A text, which is terminated where it ends, to a value, all but its sub-type word. False when the text is refused; the
+// value may have been written then.
+using RouteReader = bool(Text text, uint8_t *value, uint32_t checkMode, Why *why);
 
-// The reader of the multicast route that has so many colons outside brackets; null when none has.
-RouteReader *FindMulticastReader(uint32_t colonsOutside);
+RouteReader ReadSmet;
+RouteReader ReadJoin;
+RouteReader ReadLeave;
 
 } // namespace bgp
 

@@ -15,30 +15,17 @@
 
 #include "bgp_datatypes/evpn.h"
 #include "host/bytes.h"
-#include "host/operations.h"
+#include "prefix/closest.h"
 #include "prefix/evpn/multicast.h"
-#include "prefix/evpn/pieces.h"
+#include "prefix/prefix.h"
+
+#include <compare>
 
 namespace bgp {
 
 namespace {
 
 // ----------------------------------------------------------------------------------------------- the bodies of a route
-
-// "len:IPv4" or "len:[IPv6]" to the end. The length goes to `at`, the address field stands right behind it.
-bool ReadLengthAndAddress(const char *text, uint8_t *at, const char *theLength, const char *what, Why *why)
-{
-    if (std::strchr(text, '[') == nullptr) {
-        return TakeLength(text, {0, UINT8_MAX, theLength}, at, why) &&
-               ReadIpv4Piece(text, {text, static_cast<uint32_t>(std::strlen(text))}, at + 1, what, why);
-    }
-    uint8_t address[16];
-    if (!ReadIpv6Tail(text, address, at, theLength, what, why)) {
-        return false;
-    }
-    SetIpv6(at + 1, address);
-    return true;
-}
 
 // ESI 0, a single-homed site, may only be announced by an auto-discovery route. It counts as written as soon as its
 // twenty zeros are there, wherever the dots are.
@@ -48,132 +35,169 @@ bool IsZeroEsi(Text text)
     for (uint32_t i = 0; i < text.length; ++i) {
         zeros += text.at[i] == '0';
     }
-    return zeros == 20;
+    return zeros == 20 && text.length <= kEsiChars;
 }
 
-bool ReadAutoDiscovery(const char *text, uint8_t *value, uint32_t checkMode, Why *why)
+// The tag is stored also when the ESI in front of it is none.
+bool ReadAutoDiscovery(Text text, uint8_t *value, uint32_t checkMode, Why *why)
 {
-    const char *colon = std::strchr(text, ':');
-    if (colon == nullptr) {
-        return Refuse(why, {text + std::strlen(text), 0}, kNoColon, 0, kTheEsi);
+    Cursor cursor = CursorOn(text);
+    const Text piece = NextPiece(cursor);
+    const EsiTypes types = TypesFor(checkMode, kEsiAsBased);
+    uint8_t esi[kEsiSize] = {};
+    const bool isEsi = ReadEsi(piece, types, esi) || IsZeroEsi(piece);
+    if (!isEsi && why != nullptr) {
+        NoteEsi(*why, piece, types);
+        return false;
     }
-    const char *rest = colon + 1;
     uint32_t tag = 0;
-    if (!ReadDecimal(rest, {rest, static_cast<uint32_t>(std::strlen(rest))}, {0, UINT32_MAX, kTheTag}, tag, why)) {
+    if (!PassColon(cursor, kTheEsi, why) || !ReadDecimal(Rest(cursor), kAnyChars, kTagRange, tag, why)) {
         return false;
     }
     Store(value + At(kAutoDiscoveryFields, "ethernetTag"), tag);
-    uint8_t *at = value + At(kAutoDiscoveryFields, "esi");
-    const Text esi{text, static_cast<uint32_t>(colon - text)};
-    if (esi.length <= kEsiChars && IsZeroEsi(esi)) {
-        std::memset(at, 0, kEsiSize);
-        return true;
+    if (isEsi) {
+        std::memcpy(value + At(kAutoDiscoveryFields, "esi"), esi, sizeof esi);
     }
-    return ReadEsiPiece(esi, TypesFor(checkMode, kEsiAsBased), at, why);
+    return isEsi;
 }
 
-bool ReadMacIp(const char *text, uint8_t *value, uint32_t, Why *why)
+bool ReadMacIp(Text text, uint8_t *value, uint32_t, Why *why)
 {
-    char mac[kMacChars + 1];
-    Text piece;
-    if (!TakeTag(text, value + At(kMacIpFields, "ethernetTag"), why) ||
-        !TakeLength(text, {0, UINT8_MAX, kTheMacLength}, value + At(kMacIpFields, "macLength"), why) ||
-        !TakePiece(text, mac, kMacChars, piece, kTheMac, why)) {
+    Cursor cursor = CursorOn(text);
+    uint8_t mac[kMacSize];
+    if (!TakeTag(cursor, value + At(kMacIpFields, "ethernetTag"), why) ||
+        !TakeLength(cursor, {0, UINT8_MAX, kTheMacLength}, value + At(kMacIpFields, "macLength"), why) ||
+        !ReadMac(NextPiece(cursor), mac, why) || !PassColon(cursor, kTheMac, why)) {
         return false;
     }
-    if (SMP_Str2Mac(mac, value + At(kMacIpFields, "mac")) != 0) {
-        return Refuse(why, piece, kNoMac, 0, kTheMac);
-    }
-    return ReadLengthAndAddress(text, value + At(kMacIpFields, "ipLength"), kTheIpLength, kTheIp, why);
+    std::memcpy(value + At(kMacIpFields, "mac"), mac, sizeof mac);
+    return ReadLengthAndAddress(cursor, value + At(kMacIpFields, "ipLength"), kTheIpLength, kTheIp, why);
 }
 
-bool ReadInclusive(const char *text, uint8_t *value, uint32_t, Why *why)
+bool ReadInclusive(Text text, uint8_t *value, uint32_t, Why *why)
 {
-    return TakeTag(text, value + At(kInclusiveFields, "ethernetTag"), why) &&
-           ReadLengthAndAddress(text, value + At(kInclusiveFields, "originatorLength"), kTheOriginatorLength,
+    Cursor cursor = CursorOn(text);
+    return TakeTag(cursor, value + At(kInclusiveFields, "ethernetTag"), why) &&
+           ReadLengthAndAddress(cursor, value + At(kInclusiveFields, "originatorLength"), kTheOriginatorLength,
                                 kTheOriginator, why);
 }
 
-bool ReadSegment(const char *text, uint8_t *value, uint32_t checkMode, Why *why)
+bool ReadSegment(Text text, uint8_t *value, uint32_t checkMode, Why *why)
 {
-    char copy[kEsiChars + 1];
-    Text esi;
-    return TakePiece(text, copy, kEsiChars, esi, kTheEsi, why) &&
-           ReadEsiPiece(esi, TypesFor(checkMode, kEsiLacp), value + At(kSegmentFields, "esi"), why) &&
-           ReadLengthAndAddress(text, value + At(kSegmentFields, "originatorLength"), kTheOriginatorLength,
+    Cursor cursor = CursorOn(text);
+    uint8_t esi[kEsiSize];
+    if (!ReadEsi(NextPiece(cursor), TypesFor(checkMode, kEsiLacp), esi, why) || !PassColon(cursor, kTheEsi, why)) {
+        return false;
+    }
+    std::memcpy(value + At(kSegmentFields, "esi"), esi, sizeof esi);
+    return ReadLengthAndAddress(cursor, value + At(kSegmentFields, "originatorLength"), kTheOriginatorLength,
                                 kTheOriginator, why);
 }
 
 // An Ethernet segment without its originator: an ESI and nothing else.
-bool ReadBareEsi(const char *text, uint8_t *value, uint32_t checkMode, Why *why)
+bool ReadBareEsi(Text text, uint8_t *value, uint32_t checkMode, Why *why)
 {
     return ReadEsi(text, TypesFor(checkMode, kEsiLacp), value + At(kSegmentFields, "esi"), why);
 }
 
-bool ReadIpv4Prefix(const char *text, uint8_t *value, uint32_t, Why *why)
+// The length is stored also when the address in front of it is none.
+bool ReadIpv4Prefix(Text text, uint8_t *value, uint32_t, Why *why)
 {
-    constexpr uint32_t kIpv4Chars = 15;
-    char address[kIpv4Chars + 1];
-    Text piece;
-    return TakeTag(text, value + At(kIpPrefixFields, "ethernetTag"), why) &&
-           TakePiece(text, address, kIpv4Chars, piece, kThePrefix, why) &&
-           ReadLength(text, kThePrefixLength, value + At(kIpPrefixFields, "prefixLength"), why) &&
-           ReadIpv4Piece(address, piece, value + At(kIpPrefixFields, "prefix"), kThePrefix, why);
+    Cursor cursor = CursorOn(text);
+    if (!TakeTag(cursor, value + At(kIpPrefixFields, "ethernetTag"), why)) {
+        return false;
+    }
+    const Text piece = NextPiece(cursor);
+    char copy[kIpv4Chars + 1];
+    uint32_t address = 0;
+    const bool copied = piece.length != 0 && Terminate(piece, copy, sizeof copy);
+    const bool isAddress = copied && SYSDT_Str2Ipv4(copy, &address) == 0;
+    if (!isAddress && (why != nullptr || !copied)) {
+        return RefuseIpv4(why, piece, kThePrefix);
+    }
+    if (!PassColon(cursor, kThePrefix.address, why) ||
+        !ReadLength(cursor, kThePrefixLength, value + At(kIpPrefixFields, "prefixLength"), why)) {
+        return false;
+    }
+    if (isAddress) {
+        SetIpv4(value + At(kIpPrefixFields, "prefix"), address);
+    }
+    return isAddress;
 }
 
 // The character between "]" and the length is passed over unseen.
-bool ReadIpv6Prefix(const char *text, uint8_t *value, uint32_t, Why *why)
+bool ReadIpv6Prefix(Text text, uint8_t *value, uint32_t, Why *why)
 {
-    uint8_t address[16];
-    if (!TakeTag(text, value + At(kIpPrefixFields, "ethernetTag"), why) ||
-        !TakeBracketed(text, address, kThePrefix, why)) {
+    Cursor cursor = CursorOn(text);
+    uint8_t address[kIpv6Size];
+    if (!TakeTag(cursor, value + At(kIpPrefixFields, "ethernetTag"), why) ||
+        !TakeBracketed(cursor, address, kThePrefix.address, why)) {
         return false;
     }
-    if (*text == '\0') {
-        return Refuse(why, {text, 0}, kNothingBehind, 0, kThePrefix);
+    if (cursor.at++ == cursor.end) {
+        return Refuse(why, {cursor.end, 0}, kNothingBehind, 0, kThePrefix.address);
     }
-    if (!ReadLength(text + 1, kThePrefixLength, value + At(kIpPrefixFields, "prefixLength"), why)) {
+    if (!ReadLength(cursor, kThePrefixLength, value + At(kIpPrefixFields, "prefixLength"), why)) {
         return false;
     }
     SetIpv6(value + At(kIpPrefixFields, "prefix"), address);
     return true;
 }
 
-// --------------------------------------------------------------------------------------------------- which route it is
+// ----------------------------------------------------------------------------------------------------------- the forms
 
-// A reader of one route type: `read` fills the body, then the route type says that it is whole.
-template <EvpnRouteType Type, bool (*Read)(const char *, uint8_t *, uint32_t, Why *)>
-bool ReadRoute(const char *text, void *value, uint32_t checkMode, Why *why)
+// A reader of one route type: `Read` fills the body, then the route type says that it is whole.
+template <EvpnRouteType Type, RouteReader Read>
+bool ReadRoute(Text text, uint8_t *value, uint32_t checkMode, Why *why)
 {
     StandsIn(why, FindEvpnRoute(Type)->name);
-    auto *bytes = static_cast<uint8_t *>(value);
-    if (!Read(text, bytes, checkMode, why)) {
+    if (!Read(text, value, checkMode, why)) {
         return false;
     }
-    bytes[kRouteTypeAt] = Type;
+    value[kRouteTypeAt] = Type;
     return true;
 }
 
-constexpr auto *kReadAutoDiscovery = ReadRoute<kAutoDiscoveryRoute, ReadAutoDiscovery>;
-constexpr auto *kReadMacIp = ReadRoute<kMacIpRoute, ReadMacIp>;
-constexpr auto *kReadInclusive = ReadRoute<kInclusiveRoute, ReadInclusive>;
-constexpr auto *kReadSegment = ReadRoute<kSegmentRoute, ReadSegment>;
-constexpr auto *kReadBareEsi = ReadRoute<kSegmentRoute, ReadBareEsi>;
-constexpr auto *kReadIpv4Prefix = ReadRoute<kIpPrefixRoute, ReadIpv4Prefix>;
-constexpr auto *kReadIpv6Prefix = ReadRoute<kIpPrefixRoute, ReadIpv6Prefix>;
+constexpr RouteReader *kReadAutoDiscovery = ReadRoute<kAutoDiscoveryRoute, ReadAutoDiscovery>;
+constexpr RouteReader *kReadMacIp = ReadRoute<kMacIpRoute, ReadMacIp>;
+constexpr RouteReader *kReadInclusive = ReadRoute<kInclusiveRoute, ReadInclusive>;
+constexpr RouteReader *kReadSegment = ReadRoute<kSegmentRoute, ReadSegment>;
+constexpr RouteReader *kReadBareEsi = ReadRoute<kSegmentRoute, ReadBareEsi>;
+constexpr RouteReader *kReadIpv4Prefix = ReadRoute<kIpPrefixRoute, ReadIpv4Prefix>;
+constexpr RouteReader *kReadIpv6Prefix = ReadRoute<kIpPrefixRoute, ReadIpv6Prefix>;
 
 // What may be typed; named where the separators are those of none.
-constexpr const char *kForms[] = {
-    "ESI:tag",
-    "tag:maclen:MAC:iplen:IP",
-    "tag:iplen:IP",
-    "ESI",
-    "ESI:iplen:IP",
-    "tag:IP:len",
-    "tag:len:source:len:group:len:originator",
-    "ESI:tag:len:source:len:group:len:originator",
-    "ESI:tag:len:source:len:group:len:originator:number",
+struct Form {
+    const char *words;
+    RouteReader *read;
+    uint32_t colons; // outside brackets
 };
+
+constexpr Form kForms[] = {
+    {"ESI:tag", kReadAutoDiscovery, 1},
+    {"tag:maclen:MAC:iplen:IP", kReadMacIp, 4},
+    {"tag:iplen:IP", kReadInclusive, 2},
+    {"ESI", kReadBareEsi, 0},
+    {"ESI:iplen:IP", kReadSegment, 2},
+    {"tag:IP:len", kReadIpv4Prefix, 2},
+    {"tag:IP:len", kReadIpv6Prefix, 2},
+    {"tag:len:source:len:group:len:originator", ReadSmet, 6},
+    {"ESI:tag:len:source:len:group:len:originator", ReadJoin, 7},
+    {"ESI:tag:len:source:len:group:len:originator:number", ReadLeave, 8},
+};
+
+// The reader of the multicast route that has so many colons outside brackets; null when none has.
+RouteReader *FindMulticastReader(uint32_t colonsOutside)
+{
+    for (const Form &form : kForms) {
+        if (form.colons == colonsOutside && colonsOutside > 5) {
+            return form.read;
+        }
+    }
+    return nullptr;
+}
+
+// --------------------------------------------------------------------------------------------------- which route it is
 
 // What a text is made of, and what had come before its second colon.
 struct Census {
@@ -204,72 +228,161 @@ void CountColon(Census &census)
     }
 }
 
-// False for a text with a character that belongs in no route.
-bool Count(Text text, Census &census, Why *why)
+// False for a character that belongs in no route.
+bool CountCharacter(char character, Census &census)
 {
-    for (uint32_t i = 0; i < text.length; ++i) {
-        switch (const char character = text.at[i]; character) {
-        case '.':
-            ++census.dots;
-            break;
-        case ':':
-            CountColon(census);
-            break;
-        case '-':
-            ++census.dashes;
-            break;
-        case '[':
-        case ']':
-            ++census.brackets;
-            census.inBrackets = character == '[';
-            break;
-        default:
-            if (!IsHexDigit(character)) {
-                return RefuseCharacter(why, {text.at + i, 1}, kWrongCharacter);
-            }
-        }
+    switch (character) {
+    case '.':
+        ++census.dots;
+        return true;
+    case ':':
+        CountColon(census);
+        return true;
+    case '-':
+        ++census.dashes;
+        return true;
+    case '[':
+    case ']':
+        ++census.brackets;
+        census.inBrackets = character == '[';
+        return true;
+    default:
+        return IsHexDigit(character);
     }
-    return true;
 }
 
-bool RefuseShape(Text text, Why *why)
+// The first character that belongs in no route; nothing, at the end, when all of them may.
+Text Count(Text text, Census &census)
 {
-    return RefuseChoice(why, text, kNoRoute, Choices(kForms));
+    uint32_t i = 0;
+    while (i < text.length && CountCharacter(text.at[i], census)) {
+        ++i;
+    }
+    return {text.at + i, i < text.length};
 }
 
-// The order of the questions is part of the syntax.
-bool Dispatch(Text text, const Census &census, void *value, uint32_t checkMode, Why *why)
+// The order of the questions is part of the syntax. Null when the separators are those of no route.
+RouteReader *FindReader(Text text, const Census &census)
 {
     if (RouteReader *read = FindMulticastReader(census.colonsOutside); read != nullptr) {
-        return read(text.at, value, why);
+        return read;
     }
     if (census.segment) {
-        return kReadSegment(text.at, value, checkMode, why);
+        return kReadSegment;
     }
     if (census.brackets == 2 && census.dashes == 0) {
-        return (census.inclusive ? kReadInclusive : kReadIpv6Prefix)(text.at, value, checkMode, why);
+        return census.inclusive ? kReadInclusive : kReadIpv6Prefix;
     }
     if (census.brackets == 2 && census.dashes == 2 && census.colons > 4) {
-        return kReadMacIp(text.at, value, checkMode, why);
+        return kReadMacIp;
     }
     const bool dotsFit = census.dots == 3 || census.dots == 4 || census.dots == 7;
     const bool dashesFit = census.dashes == 0 || census.dashes == 2;
     if (!dotsFit || !dashesFit || census.brackets != 0 || census.colons > 4) {
-        return RefuseShape(text, why);
+        return nullptr;
     }
     if (census.colons == 2 && census.dashes == 0) {
-        if (!census.prefixIpv4) {
-            return kReadInclusive(text.at, value, checkMode, why);
-        }
-        return census.dots == 3 ? kReadIpv4Prefix(text.at, value, checkMode, why) : RefuseShape(text, why);
+        return !census.prefixIpv4 ? kReadInclusive : census.dots == 3 ? kReadIpv4Prefix : nullptr;
     }
     if (census.colons == 0 && text.length == kEsiChars) {
-        return census.dots == 4 ? kReadBareEsi(text.at, value, checkMode, why) : RefuseShape(text, why);
+        return census.dots == 4 ? kReadBareEsi : nullptr;
     }
     if (census.colons == 1 && census.dots == 4) {
-        return kReadAutoDiscovery(text.at, value, checkMode, why);
+        return kReadAutoDiscovery;
     }
-    return census.colons == 4 ? kReadMacIp(text.at, value, checkMode, why) : RefuseShape(text, why);
+    return census.colons == 4 ? kReadMacIp : nullptr;
+}
+
+// ------------------------------------------------------------------------------------------------ which one was meant
+
+uint32_t CountColonsOutside(Text text)
+{
+    Census census{};
+    for (uint32_t i = 0; i < text.length; ++i) {
+        CountCharacter(text.at[i], census);
+    }
+    return census.colonsOutside;
+}
+
+struct FormParser {
+    RouteReader *read;
+    uint32_t checkMode;
+};
+
+uint32_t ExplainForm(const void *parser, const char *text, BgpReason &reason)
+{
+    const auto &form = *static_cast<const FormParser *>(parser);
+    uint8_t value[kBolPrefixLength];
+    Why why{&reason, text, 0};
+    return form.read({text, static_cast<uint32_t>(std::strlen(text))}, value, form.checkMode, &why) ? DT_OK
+                                                                                                    : DT_ERR_FAIL;
+}
+
+// How much a form was meant; what comes first weighs more.
+struct Rank {
+    uint32_t pieces; // that were read, with their colons
+    bool chosen;     // by the separators
+    uint32_t reach;
+    uint32_t beyond;
+    bool colonsFit;
+    auto operator<=>(const Rank &) const = default;
+};
+
+Rank FindRank(const Nearness &near, Text text, bool chosen, bool colonsFit)
+{
+    const Text read{text.at, near.reach < text.length ? near.reach : text.length};
+    const uint32_t pieces = near.reach > text.length ? near.reach : CountColonsOutside(read);
+    return {pieces, chosen, near.reach, near.beyond, colonsFit};
+}
+
+// Less than a group of an ESI with its dot tells nothing of the route.
+bool TellsRoute(const Rank &rank, Text text)
+{
+    constexpr uint32_t kGroupChars = 5;
+    return rank.pieces > 0 || rank.chosen || rank.reach >= kGroupChars || rank.beyond > text.length;
+}
+
+struct Meant {
+    BgpReason reason;
+    Rank rank;
+    uint32_t equals; // forms of that rank
+    bool isTaken;    // the text is of a form that the separators did not choose
+};
+
+Meant FindMeant(Text text, RouteReader *chosen, uint32_t checkMode)
+{
+    const uint32_t colons = CountColonsOutside(text);
+    Meant meant{};
+    for (const Form &form : kForms) {
+        const FormParser parser{form.read, checkMode};
+        BgpReason reason{};
+        if (ExplainForm(&parser, text.at, reason) == DT_OK) {
+            meant.isTaken = true;
+            continue;
+        }
+        const Nearness near = FindNearness({ExplainForm, &parser}, text, reason);
+        const Rank rank = FindRank(near, text, form.read == chosen, form.colons == colons);
+        if (meant.equals == 0 || rank > meant.rank) {
+            meant = {reason, rank, 1, meant.isTaken};
+        } else {
+            meant.equals += rank == meant.rank;
+        }
+    }
+    return meant;
+}
+
+// Says what the reader of the route that was meant refuses. A text that may be meant for several is of none.
+[[gnu::cold]] void NoteRoute(const Why &why, Text text, Text stray, RouteReader *chosen, uint32_t checkMode)
+{
+    const Meant meant = FindMeant(text, chosen, checkMode);
+    if (!meant.isTaken && meant.equals == 1 && TellsRoute(meant.rank, text)) {
+        *why.reason = meant.reason;
+        why.reason->Offset += why.offset + static_cast<uint32_t>(text.at - why.from);
+    } else if (meant.isTaken && stray.length != 0) {
+        NoteCharacter(why, stray, kWrongCharacter);
+    } else {
+        Note(why, text, {.rule = &kNoRoute, .expected = Choices(kForms)});
+    }
 }
 
 } // namespace
@@ -278,13 +391,25 @@ bool ReadEvpnText(const char *text, void *value, uint32_t checkMode, Why *why)
 {
     const Text trimmed = Trim(text);
     Census census{};
-    if (!HasLength(trimmed, 1, kLongestRoute, why) || !Count(trimmed, census, why)) {
+    if (!HasLength(trimmed, 1, kLongestRoute, why)) {
         return false;
     }
-    char route[kLongestRoute + 1]; // terminated where the trimmed text ends
-    Terminate(trimmed, route, sizeof route);
-    Moved(why, trimmed, route);
-    return Dispatch({route, trimmed.length}, census, value, checkMode, why);
+    const Text stray = Count(trimmed, census);
+    char copy[kLongestRoute + 1];
+    Text route = trimmed;
+    if (trimmed.at[trimmed.length] != '\0') { // host services want it terminated
+        Terminate(trimmed, copy, sizeof copy);
+        route.at = copy;
+    }
+    RouteReader *read = stray.length == 0 ? FindReader(route, census) : nullptr;
+    if (read != nullptr && read(route, static_cast<uint8_t *>(value), checkMode, nullptr)) {
+        return true;
+    }
+    if (why != nullptr) [[unlikely]] {
+        const Why here{why->reason, route.at, why->offset + static_cast<uint32_t>(trimmed.at - why->from)};
+        NoteRoute(here, route, {route.at + (stray.at - trimmed.at), stray.length}, read, checkMode);
+    }
+    return false;
 }
 
 } // namespace bgp
@@ -293,61 +418,81 @@ bool ReadEvpnText(const char *text, void *value, uint32_t checkMode, Why *why)
 
 namespace {
 
-template <auto Read>
-uint32_t Parse(const char *text, void *value, uint32_t checkMode)
+uint32_t Parse(bgp::RouteReader *read, const char *text, void *value, uint32_t checkMode = bgp::kAnyEsiType)
 {
     if (text == nullptr || value == nullptr) {
         return DT_ERR_NULL_PTR;
     }
-    return Read(text, value, checkMode, nullptr) ? DT_OK : DT_ERR_FAIL;
+    const bgp::Text whole{text, static_cast<uint32_t>(std::strlen(text))};
+    return read(whole, static_cast<uint8_t *>(value), checkMode, nullptr) ? DT_OK : DT_ERR_FAIL;
+}
+
+bool ReadMulticast(bgp::Text text, uint8_t *value, uint32_t checkMode, bgp::Why *)
+{
+    bgp::Census census{};
+    const bgp::Text stray = bgp::Count(text, census);
+    bgp::RouteReader *read = stray.length == 0 ? bgp::FindMulticastReader(census.colonsOutside) : nullptr;
+    return read != nullptr && read(text, value, checkMode, nullptr);
 }
 
 } // namespace
 
 uint32_t SYSDT_Str2EvnPrefix(const char *text, void *value, uint32_t checkMode)
 {
-    return Parse<bgp::ReadEvpnText>(text, value, checkMode);
+    if (text == nullptr || value == nullptr) {
+        return DT_ERR_NULL_PTR;
+    }
+    return bgp::ReadEvpnText(text, value, checkMode, nullptr) ? DT_OK : DT_ERR_FAIL;
 }
 
 uint32_t SYSDT_Str2Ad(const char *text, void *value, uint32_t checkMode)
 {
-    return Parse<bgp::kReadAutoDiscovery>(text, value, checkMode);
+    return Parse(bgp::kReadAutoDiscovery, text, value, checkMode);
 }
 
 uint32_t SYSDT_Str2EvnMac(const char *text, void *value)
 {
-    return Parse<bgp::kReadMacIp>(text, value, bgp::kAnyEsiType);
+    return Parse(bgp::kReadMacIp, text, value);
 }
 
 uint32_t SYSDT_Str2Inclusive(const char *text, void *value)
 {
-    return Parse<bgp::kReadInclusive>(text, value, bgp::kAnyEsiType);
+    return Parse(bgp::kReadInclusive, text, value);
 }
 
 uint32_t SYSDT_Str2Es(const char *text, void *value, uint32_t checkMode)
 {
-    return Parse<bgp::kReadSegment>(text, value, checkMode);
+    return Parse(bgp::kReadSegment, text, value, checkMode);
 }
 
 uint32_t SYSDT_Str2IpPrefix(const char *text, void *value)
 {
-    return Parse<bgp::kReadIpv4Prefix>(text, value, bgp::kAnyEsiType);
+    return Parse(bgp::kReadIpv4Prefix, text, value);
 }
 
 uint32_t SYSDT_Str2Ipv6Prefix(const char *text, void *value)
 {
-    return Parse<bgp::kReadIpv6Prefix>(text, value, bgp::kAnyEsiType);
+    return Parse(bgp::kReadIpv6Prefix, text, value);
+}
+
+uint32_t SYSDT_Str2EvpnSmetRoute(const char *text, void *value)
+{
+    return Parse(bgp::ReadSmet, text, value);
+}
+
+uint32_t SYSDT_Str2EvpnJoinRoute(const char *text, void *value)
+{
+    return Parse(bgp::ReadJoin, text, value);
+}
+
+uint32_t SYSDT_Str2EvpnLeaveRoute(const char *text, void *value)
+{
+    return Parse(bgp::ReadLeave, text, value);
 }
 
 uint32_t SYSDT_Str2EvpnMcRoute(const char *text, void *value)
 {
-    if (text == nullptr || value == nullptr) {
-        return DT_ERR_NULL_PTR;
-    }
-    bgp::Census census{};
-    const bool counted = bgp::Count({text, static_cast<uint32_t>(std::strlen(text))}, census, nullptr);
-    bgp::RouteReader *read = counted ? bgp::FindMulticastReader(census.colonsOutside) : nullptr;
-    return read != nullptr && read(text, value, nullptr) ? DT_OK : DT_ERR_FAIL;
+    return Parse(ReadMulticast, text, value);
 }
 
 uint32_t SYSDT_Str2EvpnIpv6(const char *text, uint8_t *ipv6, uint8_t *length)
@@ -355,5 +500,5 @@ uint32_t SYSDT_Str2EvpnIpv6(const char *text, uint8_t *ipv6, uint8_t *length)
     if (text == nullptr || ipv6 == nullptr || length == nullptr) {
         return DT_ERR_NULL_PTR;
     }
-    return bgp::ReadIpv6Tail(text, ipv6, length, nullptr, nullptr, nullptr) ? DT_OK : DT_ERR_FAIL;
+    return bgp::ReadIpv6Tail(bgp::CursorOn(text), ipv6, length, nullptr, nullptr, nullptr) ? DT_OK : DT_ERR_FAIL;
 }

@@ -16,10 +16,10 @@ bool ReadEvpnText(const char *text, void *value, uint32_t checkMode, Why *why);
 
 // What a refusal may name.
 inline constexpr const BgpRule *kEvpnRules[] = {
-    &kEmpty,     &kTooLong,   &kBlank,           &kWrongCharacter, &kNoRoute,         &kNoColon,
-    &kNoDigit,   &kTooSmall,  &kTooLarge,        &kNoIpv4,         &kNoIpv6,          &kNoMac,
-    &kNoOpening, &kNoClosing, &kSomethingBehind, &kNothingBehind,  &kColonBehindIpv6, &kWrongLength,
-    &kEsiGroup,  &kEsiGroups, &kEsiType,         &kZeroEsi,        &kReservedEsi,
+    &kEmpty,    &kTooLong,   &kBlank,     &kWrongCharacter,  &kNoRoute,       &kNoColon,
+    &kNoDigit,  &kTooSmall,  &kTooLarge,  &kLeadingZero,     &kNoIpv4,        &kNoIpv6,
+    &kNoMac,    &kNoOpening, &kNoClosing, &kSomethingBehind, &kNothingBehind, &kColonBehindIpv6,
+    &kEsiGroup, &kEsiGroups, &kEsiType,   &kZeroEsi,         &kReservedEsi,
 };
 
 } // namespace bgp
