@@ -1,0 +1,221 @@
+#include "calls.h"
+
+#include "bgp_standalone_host.hpp"
+
+#include <iterator>
+
+namespace bgp::bench {
+
+namespace {
+
+uint32_t Advance(Subject &subject)
+{
+    const uint32_t place = subject.next;
+    subject.next = place + 1 == subject.ring.count ? 0 : place + 1;
+    return place;
+}
+
+// -------------------------------------------------------------------------------------------------------- the plug-in
+
+void RunIn(Subject &subject, uint32_t count)
+{
+    const DataTypeDescriptor &type = *subject.ring.type;
+    const DataTypeRequest request{kMode, subject.handle};
+    while (count-- > 0) {
+        uint16_t typeId = 0;
+        uint16_t length = 0;
+        void *value = nullptr;
+        type.FormatIn(&request, type.TypeId, 0, subject.ring.Text(Advance(subject)), &typeId, &length, &value);
+        if (subject.ring.plain) {
+            SYS_DataTypeFree(value);
+        }
+    }
+    standalone::ResetHandle(subject.handle);
+}
+
+void RunOut(Subject &subject, uint32_t count)
+{
+    const DataTypeDescriptor &type = *subject.ring.type;
+    const DataTypeRequest request{kMode, subject.handle};
+    char buffer[kMostBuffer];
+    while (count-- > 0) {
+        uint16_t typeId = 0;
+        uint16_t length = 0;
+        void *text = buffer;
+        type.FormatOut(&request, type.TypeId, subject.ring.length, subject.ring.Value(Advance(subject)), &typeId,
+                       &length, &text);
+    }
+}
+
+void RunCompare(Subject &subject, uint32_t count)
+{
+    const DataTypeDescriptor &type = *subject.ring.type;
+    while (count-- > 0) {
+        const uint8_t *left = subject.ring.Value(Advance(subject));
+        type.Compare(&type, subject.ring.length, left, subject.ring.Value(subject.next));
+    }
+}
+
+void RunCheck(Subject &subject, uint32_t count)
+{
+    const DataTypeDescriptor &type = *subject.ring.type;
+    while (count-- > 0) {
+        type.Check(&type, type.TypeId, subject.ring.length, subject.ring.Value(Advance(subject)));
+    }
+}
+
+constexpr char kField[] = "value";
+
+// Into a field of the table on top of the stack.
+void RunLuaSet(Subject &subject, uint32_t count)
+{
+    const DataTypeDescriptor &type = *subject.ring.type;
+    const int32_t top = SYSDT_SPTI_GetTop(subject.lua);
+    SYSDT_SPTI_CreateTable(subject.lua, 0, 1);
+    while (count-- > 0) {
+        type.LuaSet(subject.lua, top + 1, kField, type.TypeId, static_cast<uint16_t>(subject.ring.length),
+                    subject.ring.Value(Advance(subject)));
+    }
+    SYSDT_SPTI_Pop(subject.lua, SYSDT_SPTI_GetTop(subject.lua) - top);
+}
+
+// Of one and the same table.
+void RunLuaGet(Subject &subject, uint32_t count)
+{
+    const DataTypeDescriptor &type = *subject.ring.type;
+    const auto length = static_cast<uint16_t>(subject.ring.length);
+    const int32_t top = SYSDT_SPTI_GetTop(subject.lua);
+    uint8_t value[kMostValue];
+    SYSDT_SPTI_CreateTable(subject.lua, 0, 1);
+    type.LuaSet(subject.lua, top + 1, kField, type.TypeId, length, subject.ring.Value(0));
+    while (count-- > 0) {
+        type.LuaGet(subject.lua, top + 1, kField, type.TypeId, length, value);
+        SYSDT_SPTI_Pop(subject.lua, SYSDT_SPTI_GetTop(subject.lua) - top - 1);
+    }
+    SYSDT_SPTI_Pop(subject.lua, SYSDT_SPTI_GetTop(subject.lua) - top);
+}
+
+// There and back again.
+void RunEndian(Subject &subject, uint32_t count)
+{
+    const DataTypeDescriptor &type = *subject.ring.type;
+    for (; count > 1; count -= 2) {
+        uint8_t *value = subject.ring.Value(Advance(subject));
+        type.Endian(&type, type.TypeId, subject.ring.length, value);
+        type.Endian(&type, type.TypeId, subject.ring.length, value);
+    }
+}
+
+// ------------------------------------------------------------------------------------------------------ what else is
+
+void RunReader(Subject &subject, uint32_t count, In read)
+{
+    uint8_t value[kMostValue];
+    while (count-- > 0) {
+        read(subject.ring.Text(Advance(subject)), value);
+    }
+}
+
+void RunPrinter(Subject &subject, uint32_t count, Out print)
+{
+    char text[kMostBuffer];
+    while (count-- > 0) {
+        print(subject.ring.Value(Advance(subject)), text);
+    }
+}
+
+void RunFloorIn(Subject &subject, uint32_t count)
+{
+    RunReader(subject, count, subject.row.floor->read);
+}
+
+void RunFloorOut(Subject &subject, uint32_t count)
+{
+    RunPrinter(subject, count, subject.row.floor->print);
+}
+
+void RunFloorHostIn(Subject &subject, uint32_t count)
+{
+    auto *const read = subject.row.floor->readForHost;
+    while (count-- > 0) {
+        void *value = read(subject.handle, subject.ring.Text(Advance(subject)));
+        if (subject.ring.plain) {
+            SYS_DataTypeFree(value);
+        }
+    }
+    standalone::ResetHandle(subject.handle);
+}
+
+void RunFloorHostOut(Subject &subject, uint32_t count)
+{
+    RunPrinter(subject, count, subject.row.floor->printForHost);
+}
+
+void RunTextbookIn(Subject &subject, uint32_t count)
+{
+    RunReader(subject, count, subject.row.textbook->read);
+}
+
+void RunTextbookOut(Subject &subject, uint32_t count)
+{
+    RunPrinter(subject, count, subject.row.textbook->print);
+}
+
+bool HasTexts(const Subject &subject)
+{
+    return subject.ring.type->FormatIn != nullptr && !subject.ring.textAt.empty();
+}
+
+bool HasFloor(const Subject &subject)
+{
+    return subject.row.floor != nullptr;
+}
+
+template <auto Operation>
+bool Has(const Subject &subject)
+{
+    return subject.ring.type->*Operation != nullptr;
+}
+
+template <auto Operation>
+bool HasOther(const Subject &subject)
+{
+    return subject.row.others && Has<Operation>(subject);
+}
+
+bool HasTextbookIn(const Subject &subject)
+{
+    return subject.row.textbook != nullptr;
+}
+
+bool HasTextbookOut(const Subject &subject)
+{
+    return subject.row.textbook != nullptr && subject.row.textbook->print != nullptr;
+}
+
+// clang-format off
+constexpr Call kCalls[] = {
+    {"in",      "plug-in",    HasTexts,                               RunIn},
+    {"in",      "floor",      HasFloor,                               RunFloorIn},
+    {"in",      "floor+host", HasFloor,                               RunFloorHostIn},
+    {"in",      "textbook",   HasTextbookIn,                          RunTextbookIn},
+    {"out",     "plug-in",    Has<&DataTypeDescriptor::FormatOut>,    RunOut},
+    {"out",     "floor",      HasFloor,                               RunFloorOut},
+    {"out",     "floor+host", HasFloor,                               RunFloorHostOut},
+    {"out",     "textbook",   HasTextbookOut,                         RunTextbookOut},
+    {"compare", "plug-in",    Has<&DataTypeDescriptor::Compare>,      RunCompare},
+    {"check",   "plug-in",    HasOther<&DataTypeDescriptor::Check>,   RunCheck},
+    {"luaset",  "plug-in",    HasOther<&DataTypeDescriptor::LuaSet>,  RunLuaSet},
+    {"luaget",  "plug-in",    HasOther<&DataTypeDescriptor::LuaGet>,  RunLuaGet},
+    {"endian",  "plug-in",    HasOther<&DataTypeDescriptor::Endian>,  RunEndian},
+};
+// clang-format on
+
+} // namespace
+
+Calls AllCalls()
+{
+    return {kCalls, std::size(kCalls)};
+}
+
+} // namespace bgp::bench
