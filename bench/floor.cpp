@@ -75,20 +75,16 @@ const char *TakeIpv6(const char *at, uint8_t *address16)
 
 namespace {
 
+// One to four digits, without a branch.
 char *PutHexGroup(char *to, uint32_t group)
 {
-    constexpr char kDigits[] = "0123456789abcdef";
-    if (group >= 0x1000) {
-        *to++ = kDigits[group >> 12];
-    }
-    if (group >= 0x100) {
-        *to++ = kDigits[group >> 8 & 15];
-    }
-    if (group >= 0x10) {
-        *to++ = kDigits[group >> 4 & 15];
-    }
-    *to++ = kDigits[group & 15];
-    return to;
+    constexpr uint32_t kEach = 0x01010101;
+    const uint32_t digits = group >> 12 | (group & 0x0F00) | (group & 0x00F0) << 12 | (group & 0x000F) << 24;
+    const uint32_t letters = (digits + 6 * kEach) >> 4 & kEach;
+    const int leading = std::countr_zero(digits | 1u << 24) / 8; // zeros; the last digit stays
+    const uint32_t text = (digits + '0' * kEach + ('a' - '9' - 1) * letters) >> (8 * leading);
+    std::memcpy(to, &text, sizeof text);
+    return to + 4 - leading;
 }
 
 struct Run {

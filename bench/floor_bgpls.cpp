@@ -340,7 +340,7 @@ char *PutWide(char *to, uint64_t number)
     to = PutWide(to, number / kBillion);
     const auto low = static_cast<uint32_t>(number % kBillion);
     *to++ = static_cast<char>('0' + low / 100000000);
-    return PutFour(PutFour(to, low / 10000 % 10000), low % 10000);
+    return PutEight(to, low % 100000000);
 }
 
 // The raw bytes up to the first zero byte, at most 49 of them.
