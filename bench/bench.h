@@ -34,13 +34,15 @@ struct Textbook {
 };
 
 struct Row {
-    const char *type;             // descriptor row
-    const char *notation;         // which of its notations, sub-types, route types or NLRI types
-    const char *pattern;          // of its texts, or of its values (pattern.h)
-    const char *begins = nullptr; // what its values begin with, as hexadecimal digits, where one type has several kinds
+    const char *type;     // descriptor row
+    const char *notation; // which of its notations, sub-types, route types or NLRI types
+    const char *pattern;  // of its texts, or of its values (pattern.h)
+    // Which operations, those that the type offers of them: in, out, compare; k check, s LuaSet, g LuaGet, e Endian.
+    const char *operations = "ioc";
+    const char *begins = nullptr; // what its values begin with, as hexadecimal digits, where the type has several kinds
+    uint8_t mode = 0;             // of text; 0: the one in which the type prints what it reads
     const Floor *floor = nullptr;
     const Textbook *textbook = nullptr;
-    bool others = false; // Check, LuaSet, LuaGet and Endian too, as one of its kind
 };
 
 // All of them.

@@ -2,6 +2,7 @@
 
 #include "bgp_standalone_host.hpp"
 
+#include <cstring>
 #include <iterator>
 
 namespace bgp::bench {
@@ -20,7 +21,7 @@ uint32_t Advance(Subject &subject)
 void RunIn(Subject &subject, uint32_t count)
 {
     const DataTypeDescriptor &type = *subject.ring.type;
-    const DataTypeRequest request{kMode, subject.handle};
+    const DataTypeRequest request{subject.ring.mode, subject.handle};
     while (count-- > 0) {
         uint16_t typeId = 0;
         uint16_t length = 0;
@@ -36,7 +37,7 @@ void RunIn(Subject &subject, uint32_t count)
 void RunOut(Subject &subject, uint32_t count)
 {
     const DataTypeDescriptor &type = *subject.ring.type;
-    const DataTypeRequest request{kMode, subject.handle};
+    const DataTypeRequest request{subject.ring.mode, subject.handle};
     char buffer[kMostBuffer];
     while (count-- > 0) {
         uint16_t typeId = 0;
@@ -45,6 +46,7 @@ void RunOut(Subject &subject, uint32_t count)
         type.FormatOut(&request, type.TypeId, subject.ring.length, subject.ring.Value(Advance(subject)), &typeId,
                        &length, &text);
     }
+    standalone::ResetHandle(subject.handle); // the scratch memory of a few types
 }
 
 void RunCompare(Subject &subject, uint32_t count)
@@ -177,12 +179,6 @@ bool Has(const Subject &subject)
     return subject.ring.type->*Operation != nullptr;
 }
 
-template <auto Operation>
-bool HasOther(const Subject &subject)
-{
-    return subject.row.others && Has<Operation>(subject);
-}
-
 bool HasTextbookIn(const Subject &subject)
 {
     return subject.row.textbook != nullptr;
@@ -195,23 +191,28 @@ bool HasTextbookOut(const Subject &subject)
 
 // clang-format off
 constexpr Call kCalls[] = {
-    {"in",      "plug-in",    HasTexts,                               RunIn},
-    {"in",      "floor",      HasFloor,                               RunFloorIn},
-    {"in",      "floor+host", HasFloor,                               RunFloorHostIn},
-    {"in",      "textbook",   HasTextbookIn,                          RunTextbookIn},
-    {"out",     "plug-in",    Has<&DataTypeDescriptor::FormatOut>,    RunOut},
-    {"out",     "floor",      HasFloor,                               RunFloorOut},
-    {"out",     "floor+host", HasFloor,                               RunFloorHostOut},
-    {"out",     "textbook",   HasTextbookOut,                         RunTextbookOut},
-    {"compare", "plug-in",    Has<&DataTypeDescriptor::Compare>,      RunCompare},
-    {"check",   "plug-in",    HasOther<&DataTypeDescriptor::Check>,   RunCheck},
-    {"luaset",  "plug-in",    HasOther<&DataTypeDescriptor::LuaSet>,  RunLuaSet},
-    {"luaget",  "plug-in",    HasOther<&DataTypeDescriptor::LuaGet>,  RunLuaGet},
-    {"endian",  "plug-in",    HasOther<&DataTypeDescriptor::Endian>,  RunEndian},
+    {"in",      "plug-in",    'i', HasTexts,                               RunIn},
+    {"in",      "floor",      'i', HasFloor,                               RunFloorIn},
+    {"in",      "floor+host", 'i', HasFloor,                               RunFloorHostIn},
+    {"in",      "textbook",   'i', HasTextbookIn,                          RunTextbookIn},
+    {"out",     "plug-in",    'o', Has<&DataTypeDescriptor::FormatOut>,    RunOut},
+    {"out",     "floor",      'o', HasFloor,                               RunFloorOut},
+    {"out",     "floor+host", 'o', HasFloor,                               RunFloorHostOut},
+    {"out",     "textbook",   'o', HasTextbookOut,                         RunTextbookOut},
+    {"compare", "plug-in",    'c', Has<&DataTypeDescriptor::Compare>,      RunCompare},
+    {"check",   "plug-in",    'k', Has<&DataTypeDescriptor::Check>,   RunCheck},
+    {"luaset",  "plug-in",    's', Has<&DataTypeDescriptor::LuaSet>,  RunLuaSet},
+    {"luaget",  "plug-in",    'g', Has<&DataTypeDescriptor::LuaGet>,  RunLuaGet},
+    {"endian",  "plug-in",    'e', Has<&DataTypeDescriptor::Endian>,  RunEndian},
 };
 // clang-format on
 
 } // namespace
+
+bool IsWanted(const Call &call, const Subject &subject)
+{
+    return std::strchr(subject.row.operations, call.letter) != nullptr && call.isOffered(subject);
+}
 
 Calls AllCalls()
 {

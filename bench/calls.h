@@ -17,9 +17,12 @@ struct Subject {
 struct Call {
     const char *operation;
     const char *by; // plug-in, floor, floor+host, textbook
+    char letter;    // in Row.operations
     bool (*isOffered)(const Subject &subject);
     void (*run)(Subject &subject, uint32_t count); // at most kRing calls
 };
+
+bool IsWanted(const Call &call, const Subject &subject);
 
 struct Calls {
     const Call *at;

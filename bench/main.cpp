@@ -47,7 +47,7 @@ Times TimeRow(Subject &subject)
     const Calls calls = AllCalls();
     for (size_t i = 0; i < calls.count; ++i) {
         const Call &call = calls.at[i];
-        if (call.isOffered(subject)) {
+        if (IsWanted(call, subject)) {
             const std::string name = std::string(call.operation) + '/' + call.by;
             benchmark::RegisterBenchmark(name.c_str(), [&call, &subject](benchmark::State &state) {
                 while (state.KeepRunningBatch(kBatch)) {
@@ -78,6 +78,8 @@ void Tell(const Row &row, const Times &times, std::FILE *results)
         for (const char *other : {kBy[1], kBy[2], kBy[3]}) {
             if (by.count(other) != 0) {
                 std::printf("%9.1f %6.2f", by.at(other), own / by.at(other));
+            } else {
+                std::printf("%16s", "");
             }
         }
         std::printf("\n");

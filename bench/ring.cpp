@@ -21,7 +21,7 @@ constexpr uint32_t kMostTries = 8; // for each text
 // Null when the plug-in refuses. The value is in the host's memory.
 const uint8_t *ReadText(Ring &ring, const char *text, uint32_t handle, uint16_t *length)
 {
-    const DataTypeRequest request{kMode, handle};
+    const DataTypeRequest request{ring.mode, handle};
     std::string own = text; // the operation may write to its text
     uint16_t typeId = 0;
     void *value = nullptr;
@@ -80,6 +80,26 @@ void AddBytes(Ring &ring, const char *bytes)
     AddValue(ring, value.data(), length);
 }
 
+// The mode in which the type prints what it reads.
+uint8_t ModeOf(const char *type)
+{
+    auto *const describe = reinterpret_cast<decltype(&Bgp_DescribeType)>(host::PlugInSymbol("Bgp_DescribeType"));
+    return describe(host::FindRow(type)->TypeId)->TypingMode;
+}
+
+// Does the last value print?
+bool Prints(Ring &ring, uint32_t handle)
+{
+    const DataTypeRequest request{ring.mode, handle};
+    char buffer[kMostBuffer] = {};
+    void *text = buffer;
+    uint16_t typeId = 0;
+    uint16_t length = 0;
+    return ring.type->FormatOut(&request, ring.type->TypeId, ring.length, ring.Value(ring.count - 1), &typeId, &length,
+                                &text) == DT_OK &&
+           typeId == DT_TYPE_TEXT;
+}
+
 // Does the last value begin as the row says?
 bool Begins(const Ring &ring, const char *digits)
 {
@@ -96,7 +116,7 @@ bool Begins(const Ring &ring, const char *digits)
 
 Ring MakeRing(const Row &row, uint32_t count, uint32_t handle)
 {
-    Ring ring{host::FindRow(row.type), {}, {}, {}};
+    Ring ring{host::FindRow(row.type), {}, {}, {}, row.mode != 0 ? row.mode : ModeOf(row.type)};
     Random random{1};
     std::unordered_set<std::string> seen;
     for (uint32_t tries = 0; ring.count < count && tries < kMostTries * count; ++tries) {
@@ -109,7 +129,8 @@ Ring MakeRing(const Row &row, uint32_t count, uint32_t handle)
         } else {
             AddText(ring, text, handle);
         }
-        if (!Begins(ring, row.begins)) {
+        if (!Begins(ring, row.begins) ||
+            (std::strchr(row.operations, 'o') != nullptr && ring.type->FormatOut != nullptr && !Prints(ring, handle))) {
             std::fprintf(stderr, "bench: %s is no %s %s\n", text.c_str(), row.type, row.notation);
             std::exit(3);
         }
@@ -157,7 +178,7 @@ bool AgreeOnText(const Comparison &comparison, const char *text)
 bool AgreeOnValue(const Comparison &comparison, const uint8_t *value)
 {
     const auto &[floor, ring, handle, kind] = comparison;
-    const DataTypeRequest request{kMode, handle};
+    const DataTypeRequest request{ring.mode, handle};
     char buffer[kMostBuffer] = {};
     void *text = buffer;
     uint16_t typeId = 0;

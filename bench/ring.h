@@ -13,14 +13,12 @@ namespace bgp::bench {
 
 inline constexpr uint32_t kRing = 65536;
 
-// The mode in which every type reads and prints what a person types.
-inline constexpr uint8_t kMode = 2;
-
 struct Ring {
     const DataTypeDescriptor *type;
     std::string texts; // one behind the other, terminated; empty when the row has values only
     std::vector<uint32_t> textAt;
     std::vector<uint8_t> values; // one behind the other
+    uint8_t mode = 0;            // that prints what it reads
     uint32_t length = 0;         // bytes of a value
     uint32_t count = 0;
     bool plain = false; // the type's values come from SYS_DataTypeMalloc() and are given back one by one
@@ -30,7 +28,7 @@ struct Ring {
 };
 
 // Different texts of the row, fewer than asked for when the notation has fewer, and their values. Ends the program when
-// the plug-in refuses one.
+// the plug-in refuses to read one, or to print it.
 Ring MakeRing(const Row &row, uint32_t count, uint32_t handle);
 
 // The first difference between the row's floor and the plug-in: in what becomes of the ring's texts and values, with
