@@ -2,6 +2,7 @@
 
 #include "bgp_standalone_host.hpp"
 
+#include <algorithm>
 #include <cstring>
 #include <iterator>
 
@@ -97,13 +98,17 @@ void RunLuaGet(Subject &subject, uint32_t count)
     SYSDT_SPTI_Pop(subject.lua, SYSDT_SPTI_GetTop(subject.lua) - top);
 }
 
-// There and back again.
+// Of a copy, to network order.
 void RunEndian(Subject &subject, uint32_t count)
 {
     const DataTypeDescriptor &type = *subject.ring.type;
-    for (; count > 1; count -= 2) {
-        uint8_t *value = subject.ring.Value(Advance(subject));
-        type.Endian(&type, type.TypeId, subject.ring.length, value);
+    const bool typeFirst = subject.ring.facts->Network == BGP_NETWORK_TYPE_FIRST;
+    uint8_t value[kMostValue];
+    while (count-- > 0) {
+        std::memcpy(value, subject.ring.Value(Advance(subject)), subject.ring.length);
+        if (typeFirst) {
+            std::reverse(value, value + 4);
+        }
         type.Endian(&type, type.TypeId, subject.ring.length, value);
     }
 }

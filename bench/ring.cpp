@@ -80,11 +80,10 @@ void AddBytes(Ring &ring, const char *bytes)
     AddValue(ring, value.data(), length);
 }
 
-// The mode in which the type prints what it reads.
-uint8_t ModeOf(const char *type)
+const BgpTypeFacts *FactsOf(const DataTypeDescriptor &type)
 {
     auto *const describe = reinterpret_cast<decltype(&Bgp_DescribeType)>(host::PlugInSymbol("Bgp_DescribeType"));
-    return describe(host::FindRow(type)->TypeId)->TypingMode;
+    return describe(type.TypeId);
 }
 
 // Does the last value print?
@@ -116,7 +115,9 @@ bool Begins(const Ring &ring, const char *digits)
 
 Ring MakeRing(const Row &row, uint32_t count, uint32_t handle)
 {
-    Ring ring{host::FindRow(row.type), {}, {}, {}, row.mode != 0 ? row.mode : ModeOf(row.type)};
+    const DataTypeDescriptor *type = host::FindRow(row.type);
+    Ring ring{type, FactsOf(*type), {}, {}, {}};
+    ring.mode = row.mode != 0 ? row.mode : ring.facts->TypingMode;
     Random random{1};
     std::unordered_set<std::string> seen;
     for (uint32_t tries = 0; ring.count < count && tries < kMostTries * count; ++tries) {

@@ -15,6 +15,7 @@ inline constexpr uint32_t kRing = 65536;
 
 struct Ring {
     const DataTypeDescriptor *type;
+    const BgpTypeFacts *facts;
     std::string texts; // one behind the other, terminated; empty when the row has values only
     std::vector<uint32_t> textAt;
     std::vector<uint8_t> values; // one behind the other

@@ -30,7 +30,7 @@ isolated() {
 @test "check tells its steps" {
     run --separate-stderr isolated "$TREE/check" --help
     [ "$status" -eq 0 ]
-    [[ "$output" == "usage: ./check [STEP...]"*format*release*asan*arm* ]]
+    [[ "$output" == "usage: ./check [STEP...]"*format*release*speed*asan*arm* ]]
     [ -z "$stderr" ]
 }
 
