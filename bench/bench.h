@@ -33,6 +33,12 @@ struct Textbook {
     Out print; // may be null
 };
 
+// The leaf of a YANG module that takes the same values (yang.cpp), and what its texts have in front.
+struct Leaf {
+    const char *name;
+    const char *prefix;
+};
+
 struct Row {
     const char *type;     // descriptor row
     const char *notation; // which of its notations, sub-types, route types or NLRI types
@@ -43,6 +49,7 @@ struct Row {
     uint8_t mode = 0;             // of text; 0: the one in which the type prints what it reads
     const Floor *floor = nullptr;
     const Textbook *textbook = nullptr;
+    Leaf leaf = {};
 };
 
 // All of them.

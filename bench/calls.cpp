@@ -1,6 +1,7 @@
 #include "calls.h"
 
 #include "bgp_standalone_host.hpp"
+#include "yang.h"
 
 #include <algorithm>
 #include <cstring>
@@ -168,6 +169,18 @@ void RunTextbookOut(Subject &subject, uint32_t count)
     RunPrinter(subject, count, subject.row.textbook->print);
 }
 
+void RunLeafIn(Subject &subject, uint32_t count)
+{
+    while (count-- > 0) {
+        ReadByLeaf(subject.leafTexts[Advance(subject)]);
+    }
+}
+
+bool HasLeaf(const Subject &subject)
+{
+    return !subject.leafTexts.empty();
+}
+
 bool HasTexts(const Subject &subject)
 {
     return subject.ring.type->FormatIn != nullptr && !subject.ring.textAt.empty();
@@ -200,6 +213,7 @@ constexpr Call kCalls[] = {
     {"in",      "floor",      'i', HasFloor,                               RunFloorIn},
     {"in",      "floor+host", 'i', HasFloor,                               RunFloorHostIn},
     {"in",      "textbook",   'i', HasTextbookIn,                          RunTextbookIn},
+    {"in", "libyang", 'i', HasLeaf, RunLeafIn},
     {"out",     "plug-in",    'o', Has<&DataTypeDescriptor::FormatOut>,    RunOut},
     {"out",     "floor",      'o', HasFloor,                               RunFloorOut},
     {"out",     "floor+host", 'o', HasFloor,                               RunFloorHostOut},

@@ -11,12 +11,13 @@ struct Subject {
     Ring ring;
     uint32_t handle;
     lua_State *lua;
-    uint32_t next = 0; // place in the ring
+    uint32_t next = 0;                       // place in the ring
+    std::vector<std::string> leafTexts = {}; // those of its leaf, if there is one (yang.h)
 };
 
 struct Call {
     const char *operation;
-    const char *by; // plug-in, floor, floor+host, textbook
+    const char *by; // plug-in, floor, floor+host, textbook, libyang
     char letter;    // in Row.operations
     bool (*isOffered)(const Subject &subject);
     void (*run)(Subject &subject, uint32_t count); // at most kRing calls

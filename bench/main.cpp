@@ -2,6 +2,7 @@
 // options of Google Benchmark, and --only WORDS: the rows whose type and notation have them. Closes with one line a
 // conversion, and writes those as tab-separated values to the file that --results names.
 #include "calls.h"
+#include "yang.h"
 
 #include "bgp_standalone_host.hpp"
 
@@ -62,7 +63,7 @@ Times TimeRow(Subject &subject)
     return times;
 }
 
-constexpr const char *kBy[] = {"plug-in", "floor", "floor+host", "textbook"};
+constexpr const char *kBy[] = {"plug-in", "floor", "floor+host", "textbook", "libyang"};
 
 void Tell(const Row &row, const Times &times, std::FILE *results)
 {
@@ -75,7 +76,7 @@ void Tell(const Row &row, const Times &times, std::FILE *results)
         const auto &by = times.at(operation);
         const double own = by.count(kBy[0]) != 0 ? by.at(kBy[0]) : 0;
         std::printf("%-15s %-16s %-8s %8.1f", row.type, row.notation, operation, own);
-        for (const char *other : {kBy[1], kBy[2], kBy[3]}) {
+        for (const char *other : {kBy[1], kBy[2], kBy[3], kBy[4]}) {
             if (by.count(other) != 0) {
                 std::printf("%9.1f %6.2f", by.at(other), own / by.at(other));
             } else {
@@ -138,8 +139,8 @@ int main(int argc, char **argv)
     std::FILE *results = file == nullptr ? nullptr : std::fopen(file, "w");
     const uint32_t handle = host::OpenHandle();
     lua_State *lua = host::NewLua();
-    std::printf("%-15s %-16s %-8s %8s%9s %6s%9s %6s%9s %6s\n", "nanoseconds", "", "", "plug-in", "floor", "x", "+host",
-                "x", "textbook", "x");
+    std::printf("%-15s %-16s %-8s %8s%9s %6s%9s %6s%9s %6s%9s %6s\n", "nanoseconds", "", "", "plug-in", "floor", "x",
+                "+host", "x", "textbook", "x", "libyang", "x");
     const Rows rows = AllRows();
     for (const Row *row = rows.at; row < rows.at + rows.count; ++row) {
         if (only != nullptr && (std::string(row->type) + ' ' + row->notation).find(only) == std::string::npos) {
@@ -152,6 +153,7 @@ int main(int argc, char **argv)
                 return 3;
             }
         }
+        subject.leafTexts = UseLeaf(*row, subject.ring);
         Tell(*row, TimeRow(subject), results);
     }
     if (results != nullptr && std::fclose(results) != 0) {

@@ -122,7 +122,7 @@ TEST_F(Floors, TheLoopsRun)
     }
     host::CloseLua(lua);
     EXPECT_EQ(host::ScratchBlocks(), 0u);
-    EXPECT_EQ(run.size(), calls.count);
+    EXPECT_EQ(run.size(), calls.count - 1); // libyang is for the benchmarks alone
 }
 
 // ------------------------------------------------------------------------------------------------------------ spoilt
