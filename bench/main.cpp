@@ -1,7 +1,9 @@
-// Runs every row through the plug-in, the textbook and the floor, over one text repeated and over a ring of different
-// ones (a small ring is learned by the branch predictor and flatters), and closes with the ratios.
-#include "bench.h"
-#include "bgp_host_services.h"
+// Times every row: the plug-in through its descriptor row, and beside it, in turns, floor and textbook. Takes the
+// options of Google Benchmark, and --only WORDS: the rows whose type and notation have them. Closes with one line a
+// conversion, and writes those as tab-separated values to the file that --results names.
+#include "calls.h"
+#include "yang.h"
+
 #include "bgp_standalone_host.hpp"
 
 #include <benchmark/benchmark.h>
@@ -10,244 +12,152 @@
 #include <cstring>
 #include <map>
 
-namespace bgp::bench {
-
-uint32_t Scatter(uint32_t seed)
-{
-    uint64_t state = seed * 0x9E3779B97F4A7C15u + 0x9E3779B97F4A7C15u; // splitmix64
-    state = (state ^ state >> 30) * 0xBF58476D1CE4E5B9u;
-    state = (state ^ state >> 27) * 0x94D049BB133111EBu;
-    return static_cast<uint32_t>(state >> 16);
-}
+using namespace bgp::bench;
 
 namespace {
 
 namespace host = bgp::standalone;
 
-constexpr uint32_t kRing = 65536;
-constexpr uint32_t kPerHandle = 4096; // values converted before their memory goes back
+constexpr uint32_t kBatch = 4096; // calls before the results' memory goes back
 
-// The mode in which every type reads and prints what a person types.
-constexpr uint8_t kMode = 2;
+using Times = std::map<std::string, std::map<std::string, double>>; // ns by operation and by whom
 
-struct Work {
-    Row row;
-    const DataTypeDescriptor *type;
-    std::vector<std::string> texts;
-    std::vector<std::vector<uint8_t>> values;
-    bool plain = false; // the type's values come from SYS_DataTypeMalloc and are given back one by one
-};
-
-uint32_t handle;
-
-std::vector<uint8_t> ToValue(const DataTypeDescriptor &type, std::string &text, bool *plain)
-{
-    const DataTypeRequest request{kMode, handle};
-    uint16_t typeId = 0;
-    uint16_t length = 0;
-    void *value = nullptr;
-    const uint32_t code = type.FormatIn(&request, type.TypeId, static_cast<uint32_t>(text.size() + 1), text.data(),
-                                        &typeId, &length, &value);
-    if (code != 0) {
-        std::fprintf(stderr, "bench: %s refuses %s: 0x%x\n", type.Name, text.c_str(), code);
-        std::exit(3);
-    }
-    const auto *bytes = static_cast<const uint8_t *>(value);
-    const std::vector<uint8_t> copy{bytes, bytes + length};
-    *plain = host::ScratchBlocks() != 0;
-    if (*plain) {
-        SYS_DataTypeFree(value);
-    }
-    return copy;
-}
-
-void RunPlugInIn(benchmark::State &state, Work &work, uint32_t ring)
-{
-    const DataTypeRequest request{kMode, handle};
-    uint32_t i = 0;
-    for (auto _ : state) {
-        std::string &text = work.texts[i++ & (ring - 1)];
-        uint16_t typeId = 0;
-        uint16_t length = 0;
-        void *value = nullptr;
-        benchmark::DoNotOptimize(
-            work.type->FormatIn(&request, work.type->TypeId, 0, text.data(), &typeId, &length, &value));
-        benchmark::DoNotOptimize(value);
-        if (work.plain) {
-            SYS_DataTypeFree(value);
-        } else if (i % kPerHandle == 0) {
-            host::ResetHandle(handle);
-        }
-    }
-    host::ResetHandle(handle);
-}
-
-void RunPlugInOut(benchmark::State &state, Work &work, uint32_t ring)
-{
-    const DataTypeRequest request{kMode, handle};
-    char buffer[4096];
-    uint32_t i = 0;
-    for (auto _ : state) {
-        const std::vector<uint8_t> &value = work.values[i++ & (ring - 1)];
-        uint16_t typeId = 0;
-        uint16_t length = 0;
-        void *text = buffer;
-        benchmark::DoNotOptimize(work.type->FormatOut(&request, work.type->TypeId, static_cast<uint32_t>(value.size()),
-                                                      value.data(), &typeId, &length, &text));
-        benchmark::ClobberMemory();
-    }
-}
-
-void RunCompare(benchmark::State &state, Work &work, uint32_t ring)
-{
-    uint32_t i = 0;
-    for (auto _ : state) {
-        const auto &left = work.values[i & (ring - 1)];
-        const auto &right = work.values[++i & (ring - 1)];
-        benchmark::DoNotOptimize(
-            work.type->Compare(nullptr, static_cast<uint32_t>(left.size()), left.data(), right.data()));
-    }
-}
-
-void RunIn(benchmark::State &state, Work &work, uint32_t ring, In in)
-{
-    uint8_t value[1280];
-    uint32_t i = 0;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(in(work.texts[i++ & (ring - 1)].c_str(), value));
-        benchmark::ClobberMemory();
-    }
-}
-
-void RunOut(benchmark::State &state, Work &work, uint32_t ring, Out out)
-{
-    char text[4096];
-    uint32_t i = 0;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(out(work.values[i++ & (ring - 1)].data(), text));
-        benchmark::ClobberMemory();
-    }
-}
-
-// What the host itself takes of a conversion: the memory of a result, the hand-over of a text.
-void RegisterHost()
-{
-    benchmark::RegisterBenchmark("host/memory", [](benchmark::State &state) {
-        uint32_t i = 0;
-        for (auto _ : state) {
-            benchmark::DoNotOptimize(SYS_DataTypeMallocByHandle(handle, 12));
-            if (++i % kPerHandle == 0) {
-                host::ResetHandle(handle);
-            }
-        }
-        host::ResetHandle(handle);
-    });
-    benchmark::RegisterBenchmark("host/print", [](benchmark::State &state) {
-        char buffer[257];
-        for (auto _ : state) {
-            benchmark::DoNotOptimize(snprintf_truncated_s(buffer, sizeof buffer, "%s", "65535.65535"));
-            benchmark::ClobberMemory();
-        }
-    });
-}
-
-void Register(Work &work)
-{
-    for (const uint32_t ring : {1u, kRing}) {
-        const std::string name = std::string(work.row.type) + ' ' + work.row.notation + (ring == 1 ? " one" : " ring");
-        auto add = [&](const char *what, auto run) { benchmark::RegisterBenchmark((name + '/' + what).c_str(), run); };
-        add("in/plug-in", [&work, ring](benchmark::State &state) { RunPlugInIn(state, work, ring); });
-        if (work.row.textbookIn != nullptr) {
-            add("in/textbook",
-                [&work, ring](benchmark::State &state) { RunIn(state, work, ring, work.row.textbookIn); });
-        }
-        if (work.row.floorIn != nullptr) {
-            add("in/floor", [&work, ring](benchmark::State &state) { RunIn(state, work, ring, work.row.floorIn); });
-        }
-        add("out/plug-in", [&work, ring](benchmark::State &state) { RunPlugInOut(state, work, ring); });
-        if (work.row.textbookOut != nullptr) {
-            add("out/textbook",
-                [&work, ring](benchmark::State &state) { RunOut(state, work, ring, work.row.textbookOut); });
-        }
-        if (work.row.floorOut != nullptr) {
-            add("out/floor", [&work, ring](benchmark::State &state) { RunOut(state, work, ring, work.row.floorOut); });
-        }
-        add("compare/plug-in", [&work, ring](benchmark::State &state) { RunCompare(state, work, ring); });
-    }
-}
-
-// Prints as usual, keeps the times, and closes with one line a row and direction.
-class Ratios : public benchmark::ConsoleReporter {
+// The medians of a row's repetitions.
+class Medians : public benchmark::BenchmarkReporter {
 public:
-    Ratios() : ConsoleReporter(OO_Tabular) {}
+    explicit Medians(Times &times) : times_(times) {}
+    bool ReportContext(const Context &) override { return true; }
     void ReportRuns(const std::vector<Run> &runs) override
     {
         for (const Run &run : runs) {
-            const std::string name = run.benchmark_name();
-            const size_t slash = name.rfind('/');
-            times_[name.substr(0, slash)][name.substr(slash + 1)] = run.GetAdjustedCPUTime();
-        }
-        ConsoleReporter::ReportRuns(runs);
-    }
-    void Finalize() override
-    {
-        const auto host = times_["host"];
-        times_.erase("host");
-        const auto share = [&host](const char *what) { return host.count(what) != 0 ? host.at(what) : 0.0; };
-        std::printf("\nThe host's share, in nanoseconds: memory of a result %.1f, hand-over of a text %.1f.\n",
-                    share("memory"), share("print"));
-        std::printf("%-44s %8s %9s %6s %7s %6s %6s\n", "nanoseconds a call", "plug-in", "textbook", "ratio", "floor",
-                    "ratio", "+host");
-        for (auto &[name, by] : times_) {
-            const double own = by["plug-in"];
-            std::printf("%-44s %8.1f", name.c_str(), own);
-            if (by.count("textbook") != 0) {
-                std::printf(" %9.1f %6.2f", by["textbook"], own / by["textbook"]);
+            if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median") {
+                const std::string name = run.run_name.function_name;
+                const size_t slash = name.find('/');
+                times_[name.substr(0, slash)][name.substr(slash + 1)] = run.GetAdjustedCPUTime();
             }
-            if (by.count("floor") != 0) {
-                // The floor writes into its caller's memory; +host compares with one that uses the host as we must.
-                const bool isIn = name.find("/in") != std::string::npos;
-                const double withHost = by["floor"] + share(isIn ? "memory" : "print");
-                std::printf(" %7.1f %6.2f %6.2f", by["floor"], own / by["floor"], own / withHost);
-            }
-            std::printf("\n");
         }
     }
 
 private:
-    std::map<std::string, std::map<std::string, double>> times_;
+    Times &times_;
 };
+
+Times TimeRow(Subject &subject)
+{
+    Times times;
+    const Calls calls = AllCalls();
+    for (size_t i = 0; i < calls.count; ++i) {
+        const Call &call = calls.at[i];
+        if (IsWanted(call, subject)) {
+            const std::string name = std::string(call.operation) + '/' + call.by;
+            benchmark::RegisterBenchmark(name.c_str(), [&call, &subject](benchmark::State &state) {
+                while (state.KeepRunningBatch(kBatch)) {
+                    call.run(subject, kBatch);
+                }
+            });
+        }
+    }
+    Medians medians(times);
+    benchmark::RunSpecifiedBenchmarks(&medians);
+    benchmark::ClearRegisteredBenchmarks();
+    return times;
+}
+
+constexpr const char *kBy[] = {"plug-in", "floor", "floor+host", "textbook", "libyang"};
+
+void Tell(const Row &row, const Times &times, std::FILE *results)
+{
+    const Calls calls = AllCalls();
+    for (size_t i = 0; i < calls.count; ++i) {
+        const char *operation = calls.at[i].operation;
+        if (std::strcmp(calls.at[i].by, kBy[0]) != 0 || times.count(operation) == 0) {
+            continue;
+        }
+        const auto &by = times.at(operation);
+        const double own = by.count(kBy[0]) != 0 ? by.at(kBy[0]) : 0;
+        std::printf("%-15s %-16s %-8s %8.1f", row.type, row.notation, operation, own);
+        for (const char *other : {kBy[1], kBy[2], kBy[3], kBy[4]}) {
+            if (by.count(other) != 0) {
+                std::printf("%9.1f %6.2f", by.at(other), own / by.at(other));
+            } else {
+                std::printf("%16s", "");
+            }
+        }
+        std::printf("\n");
+        for (const auto &[who, time] : by) {
+            if (results != nullptr) {
+                std::fprintf(results, "%s\t%s\t%s\t%s\t%.2f\n", row.type, row.notation, operation, who.c_str(), time);
+            }
+        }
+    }
+    std::fflush(stdout);
+}
+
+// Takes "NAME=VALUE" out of the arguments; null when it is not among them.
+const char *TakeOption(int &argc, char **argv, const char *name)
+{
+    const size_t length = std::strlen(name);
+    for (int i = 1; i < argc; ++i) {
+        if (std::strncmp(argv[i], name, length) == 0) {
+            const char *value = argv[i] + length;
+            std::memmove(argv + i, argv + i + 1, static_cast<size_t>(argc - i) * sizeof *argv); // the null too
+            --argc;
+            return value;
+        }
+    }
+    return nullptr;
+}
+
+// What the program's own arguments may change.
+void SetDefaults(std::vector<char *> &arguments)
+{
+    static char interleaving[] = "--benchmark_enable_random_interleaving=true";
+    static char repetitions[] = "--benchmark_repetitions=7";
+    static char time[] = "--benchmark_min_time=0.03";
+    arguments.insert(arguments.begin() + 1, {interleaving, repetitions, time});
+}
 
 } // namespace
 
-} // namespace bgp::bench
-
 int main(int argc, char **argv)
 {
-    using namespace bgp::bench;
-    benchmark::Initialize(&argc, argv);
+    const char *only = TakeOption(argc, argv, "--only=");
+    const char *file = TakeOption(argc, argv, "--results=");
+    std::vector<char *> arguments(argv, argv + argc);
+    SetDefaults(arguments);
+    int count = static_cast<int>(arguments.size());
+    arguments.push_back(nullptr);
+    benchmark::Initialize(&count, arguments.data());
+    if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) {
+        return 2;
+    }
     std::string error;
     if (!host::LoadPlugIn(BGP_PLUGIN_PATH, &error)) {
         std::fprintf(stderr, "bench: %s\n", error.c_str());
         return 3;
     }
-    handle = host::OpenHandle();
-    RegisterHost();
-    std::vector<Work> works;
-    for (auto *rows : {AsNumberRows, CommunityRows, RouteDistinguisherRows, PrefixRows}) {
-        for (const Row &row : rows()) {
-            works.push_back({row, host::FindRow(row.type), {}, {}});
+    std::FILE *results = file == nullptr ? nullptr : std::fopen(file, "w");
+    const uint32_t handle = host::OpenHandle();
+    lua_State *lua = host::NewLua();
+    std::printf("%-15s %-16s %-8s %8s%9s %6s%9s %6s%9s %6s%9s %6s\n", "nanoseconds", "", "", "plug-in", "floor", "x",
+                "+host", "x", "textbook", "x", "libyang", "x");
+    const Rows rows = AllRows();
+    for (const Row *row = rows.at; row < rows.at + rows.count; ++row) {
+        if (only != nullptr && (std::string(row->type) + ' ' + row->notation).find(only) == std::string::npos) {
+            continue;
         }
-    }
-    for (Work &work : works) {
-        for (uint32_t i = 0; i < kRing; ++i) {
-            work.texts.push_back(work.row.text(i));
-            work.values.push_back(ToValue(*work.type, work.texts.back(), &work.plain));
+        Subject subject{*row, MakeRing(*row, kRing, handle), handle, lua};
+        if (row->floor != nullptr) {
+            if (const std::string found = FindDifference(*row, *row->floor, subject.ring, handle); !found.empty()) {
+                std::fprintf(stderr, "bench: floor and plug-in differ: %s\n", found.c_str());
+                return 3;
+            }
         }
-        host::ResetHandle(handle);
-        Register(work);
+        subject.leafTexts = UseLeaf(*row, subject.ring);
+        Tell(*row, TimeRow(subject), results);
     }
-    Ratios ratios;
-    benchmark::RunSpecifiedBenchmarks(&ratios);
+    if (results != nullptr && std::fclose(results) != 0) {
+        return 4;
+    }
     return 0;
 }
