@@ -95,7 +95,8 @@ std::vector<Subject> AllSubjects()
     for (const DataTypeDescriptor &row : g_astBgpDataTypeNameIndexDefineTbl) {
         subjects.push_back(FromRow(row));
     }
-    for (const DataTypeDescriptor &row : g_astBgpDataTypeExtendDefineTbl) {
+    for (uint32_t i = 0; Bgp_TypeAt(BGP_NAME_INDEX_ROWS + i) != nullptr; ++i) {
+        const DataTypeDescriptor &row = g_astBgpDataTypeExtendDefineTbl[i];
         subjects.push_back(FromRow(row));
     }
     return subjects;

@@ -3,9 +3,9 @@
  *
  * A management plane (the host) keeps configuration and state as typed values. Every type is a row of operations: text
  * to value, value to text, check, help, compare, to and from Lua, byte order. The host loads this library, calls
- * Bgp_InitDataType() once with its registration handle, and receives 35 rows through SYS_Drm_RegisterDataType(). From
- * then on it calls the operations through the rows, from any thread, without locks: the library keeps no state of its
- * own.
+ * Bgp_InitDataType() once with its registration handle, and receives a row of each type through
+ * SYS_Drm_RegisterDataType(). From then on it calls the operations through the rows, from any thread, without locks:
+ * the library keeps no state of its own.
  *
  * README.md has a whole program that embeds the library, and bgp_host_services.h what a host supplies.
  *
@@ -355,10 +355,11 @@ BGP_DATATYPES_API uint32_t Bgp_InitDataType(uint32_t handle);
 BGP_DATATYPES_API uint32_t BGP_RegisterDataType(uint32_t handle);
 BGP_DATATYPES_API uint32_t BGP_RegisterExtendDataType(uint32_t handle);
 
+/* Both tables, in the order of registration. Bgp_TypeAt() tells of each of their rows: the extended ones begin at
+ * index 9. */
 #define BGP_NAME_INDEX_ROWS 9
-#define BGP_EXTEND_ROWS 26
 BGP_DATATYPES_API extern const DataTypeDescriptor g_astBgpDataTypeNameIndexDefineTbl[BGP_NAME_INDEX_ROWS];
-BGP_DATATYPES_API extern const DataTypeDescriptor g_astBgpDataTypeExtendDefineTbl[BGP_EXTEND_ROWS];
+BGP_DATATYPES_API extern const DataTypeDescriptor g_astBgpDataTypeExtendDefineTbl[];
 
 #ifdef __cplusplus
 }

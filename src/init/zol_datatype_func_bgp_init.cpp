@@ -53,7 +53,7 @@ const DataTypeDescriptor g_astBgpDataTypeNameIndexDefineTbl[BGP_NAME_INDEX_ROWS]
 };
 
 // Type id, length, base kind, name; FormatIn, FormatOut, Check, Help; Compare, reserved, LuaSet, LuaGet, Endian.
-const DataTypeDescriptor g_astBgpDataTypeExtendDefineTbl[BGP_EXTEND_ROWS] = {
+const DataTypeDescriptor g_astBgpDataTypeExtendDefineTbl[] = {
     {255, 8, kStructured, "ASNUM",
      SYSDT_AsNumFormatIn, SYSDT_AsNumFormatOut, SYSDT_AsNumCheck, SYSDT_AsNumHelp,
      SYSDT_Uint32Compare, nullptr, SYSDT_AsNumLuaSet, SYSDT_AsNumLuaGet, SYSDT_AsNumLuaEndian},
@@ -147,7 +147,8 @@ struct Walk {
 };
 
 constexpr Walk kNameIndexWalk{g_astBgpDataTypeNameIndexDefineTbl, BGP_NAME_INDEX_ROWS, "RegisterDataType Ret:%u", 202};
-constexpr Walk kExtendWalk{g_astBgpDataTypeExtendDefineTbl, BGP_EXTEND_ROWS, "RegisterDataTypeExt Ret:%u", 215};
+constexpr Walk kExtendWalk{g_astBgpDataTypeExtendDefineTbl, std::size(g_astBgpDataTypeExtendDefineTbl),
+                           "RegisterDataTypeExt Ret:%u", 215};
 
 // A refused row is reported once and stops nothing.
 uint32_t Register(const Walk &walk, uint32_t handle)
@@ -225,6 +226,7 @@ constexpr const bgp::Type *kTypes[] = {
     &bgp::kExtCommunityCompr,
 };
 // clang-format on
+static_assert(std::size(kTypes) == kNameIndexWalk.count + kExtendWalk.count);
 
 const bgp::Type *FindType(uint32_t typeId)
 {

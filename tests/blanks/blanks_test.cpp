@@ -195,7 +195,8 @@ void Add(std::vector<Parser> &parsers, const Parser &parser)
 std::vector<Parser> AllParsers()
 {
     std::vector<Parser> parsers;
-    for (const DataTypeDescriptor &row : g_astBgpDataTypeExtendDefineTbl) {
+    for (uint32_t i = 0; Bgp_TypeAt(BGP_NAME_INDEX_ROWS + i) != nullptr; ++i) {
+        const DataTypeDescriptor &row = g_astBgpDataTypeExtendDefineTbl[i];
         Add(parsers, {row, Bgp_DescribeType(row.TypeId), row.Name, {}});
     }
     for (const BolPrefixSubtypeEntry &entry : g_astBOL_PREFIX_ProcTable) {

@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
+#include <vector>
 
 namespace {
 
@@ -182,12 +183,15 @@ Type Behind(const char *name)
 }
 
 std::array<DataTypeDescriptor, BGP_NAME_INDEX_ROWS> nameIndexRows;
-std::array<DataTypeDescriptor, BGP_EXTEND_ROWS> extendRows;
+std::vector<DataTypeDescriptor> extendRows;
 
 void Prepare()
 {
     std::copy_n(g_astBgpDataTypeNameIndexDefineTbl, nameIndexRows.size(), nameIndexRows.begin());
-    std::copy_n(g_astBgpDataTypeExtendDefineTbl, extendRows.size(), extendRows.begin());
+    extendRows.clear();
+    while (Bgp_TypeAt(BGP_NAME_INDEX_ROWS + static_cast<uint32_t>(extendRows.size())) != nullptr) {
+        extendRows.push_back(g_astBgpDataTypeExtendDefineTbl[extendRows.size()]);
+    }
     for (DataTypeDescriptor &row : extendRows) {
         for (const Plant &plant : kPlants) {
             if (std::strcmp(row.Name, "ASNUM") == 0 && Planted(plant.name)) {

@@ -49,7 +49,9 @@ TEST_F(Examples, AreTrue)
 
 TEST_F(Examples, CoverEveryOperation)
 {
-    EXPECT_EQ(AllSubjects().size(), size_t{BGP_NAME_INDEX_ROWS + BGP_EXTEND_ROWS + BOL_PREFIX_SUBTYPES});
+    EXPECT_EQ(AllSubjects().size(), host::Rows().size() + BOL_PREFIX_SUBTYPES);
+    EXPECT_EQ(Bgp_TypeAt(static_cast<uint32_t>(host::Rows().size())), nullptr);
+    EXPECT_NE(Bgp_TypeAt(static_cast<uint32_t>(host::Rows().size() - 1)), nullptr);
     EXPECT_EQ(Uncovered(ReferencePages()), Operations{});
 }
 

@@ -10,12 +10,13 @@ class Init : public PlugIn {
 protected:
     void TearDown() override
     {
-        for (const uint32_t typeId : {0x6003u, 321u, 1300u}) {
+        for (const uint32_t typeId : {0x6003u, 321u, lastRefused}) {
             host::RefuseRow(typeId, 0);
         }
         host::InitLinkedPlugIn(Bgp_InitDataType);
         PlugIn::TearDown();
     }
+    uint32_t lastRefused = 321;
 };
 
 // Which slots a row fills: In Out Check Help Compare LuaSet LuaGet Endian, a dot for an empty one.
@@ -37,6 +38,7 @@ struct Expected {
     const char *slots;
 };
 
+// Types that are added stand behind these.
 constexpr Expected kRows[] = {
     {"VRFID2VRFNAME", 24579, 4, 6, "IO..cSG."},
     {"BGPPEERGROUPID", 24590, 4, 6, "IO..cSG."},
@@ -75,12 +77,12 @@ constexpr Expected kRows[] = {
     {"EXTCMNTY_COMPR", 1300, 8, 26, "IOCHcSGE"},
 };
 
-TEST_F(Init, RegistersThirtyFiveRowsInOrder)
+TEST_F(Init, RegistersItsRowsInOrder)
 {
     host::InitLinkedPlugIn(Bgp_InitDataType);
     const auto registrations = host::Registrations();
-    ASSERT_EQ(registrations.size(), std::size(kRows));
-    for (size_t i = 0; i < registrations.size(); ++i) {
+    ASSERT_GE(registrations.size(), std::size(kRows));
+    for (size_t i = 0; i < std::size(kRows); ++i) {
         const DataTypeDescriptor &row = *registrations[i].row;
         const Expected &expected = kRows[i];
         SCOPED_TRACE(expected.name);
@@ -117,6 +119,7 @@ TEST_F(Init, NoTwoRowsShareNameOrTypeId)
 TEST_F(Init, ARefusedExtendedRowIsReportedOnceAndStopsNothing)
 {
     host::TakeDiagnostics();
+    const size_t rows = host::Rows().size();
     host::RefuseRow(321, 4711);
     EXPECT_EQ(host::InitLinkedPlugIn(Bgp_InitDataType), 0u);
     const auto diagnostics = host::TakeDiagnostics();
@@ -124,8 +127,8 @@ TEST_F(Init, ARefusedExtendedRowIsReportedOnceAndStopsNothing)
     EXPECT_EQ(diagnostics[0].source, "zol_datatype_func_bgp_init");
     EXPECT_EQ(diagnostics[0].line, 215u);
     EXPECT_EQ(diagnostics[0].message, "RegisterDataTypeExt Ret:4711");
-    EXPECT_EQ(host::Registrations().size(), 35u);
-    EXPECT_EQ(host::Rows().size(), 34u);
+    EXPECT_EQ(host::Registrations().size(), rows);
+    EXPECT_EQ(host::Rows().size(), rows - 1);
 }
 
 TEST_F(Init, ARefusedNameIndexRowIsReportedOnce)
@@ -141,11 +144,12 @@ TEST_F(Init, ARefusedNameIndexRowIsReportedOnce)
 
 TEST_F(Init, TheWalksReturnTheLastAnswer)
 {
+    lastRefused = host::Rows().back()->TypeId;
     EXPECT_EQ(BGP_RegisterDataType(5), 0u);
     EXPECT_EQ(BGP_RegisterExtendDataType(5), 0u);
     host::RefuseRow(0x6003, 9);
     EXPECT_EQ(BGP_RegisterDataType(5), 0u); // the first row's refusal is forgotten by the last row
-    host::RefuseRow(1300, 10);
+    host::RefuseRow(lastRefused, 10);
     EXPECT_EQ(BGP_RegisterExtendDataType(5), 10u);
     host::ForgetRegistrations();
     BGP_RegisterDataType(5);
@@ -187,7 +191,7 @@ TEST_F(Init, EveryLayoutLiesWithinItsValue)
 TEST_F(Init, EveryRowHasItsFacts)
 {
     const std::vector<const DataTypeDescriptor *> rows = host::Rows();
-    ASSERT_EQ(rows.size(), 35u);
+    ASSERT_GE(rows.size(), std::size(kRows));
     for (uint32_t i = 0; i < rows.size(); ++i) {
         const BgpTypeFacts *facts = Bgp_TypeAt(i);
         ASSERT_NE(facts, nullptr) << rows[i]->Name;
@@ -197,7 +201,7 @@ TEST_F(Init, EveryRowHasItsFacts)
         EXPECT_NE(facts->Description, nullptr) << rows[i]->Name;
         EXPECT_EQ(facts->CheckedLength != 0, rows[i]->Check != nullptr) << rows[i]->Name;
     }
-    EXPECT_EQ(Bgp_TypeAt(35), nullptr);
+    EXPECT_EQ(Bgp_TypeAt(static_cast<uint32_t>(rows.size())), nullptr);
     EXPECT_EQ(Bgp_DescribeType(0), nullptr);
     EXPECT_EQ(Bgp_DescribeSubType(255, 0), nullptr);
     EXPECT_EQ(Bgp_DescribeSubType(279, 17), nullptr);

@@ -31,7 +31,7 @@ isolated() {
 @test "check tells its steps" {
     run --separate-stderr isolated "$TREE/check" --help
     [ "$status" -eq 0 ]
-    [[ "$output" == "usage: ./check [STEP...]"*format*release*tidy*speed*asan*arm* ]]
+    [[ "$output" == "usage: ./check [STEP...]"*format*release*tidy*toy*speed*asan*arm* ]]
     [ -z "$stderr" ]
 }
 

@@ -24,14 +24,16 @@ setup() {
 @test "types lists all rows" {
     run "$BGPDT" types
     [ "$status" -eq 0 ]
-    [ "${#lines[@]}" -eq 36 ]
+    [ "${#lines[@]}" -ge 36 ] # the head, and the 35 that there have always been
     [[ "${lines[10]}" == "ASNUM "*" 255 "*" 8 "*"STRING<1-11>"*"FormatIn FormatOut Check Help Compare LuaSet LuaGet Endian" ]]
 }
 
-@test "types --json is one array of 35 objects" {
+@test "types --json is one array of an object a row" {
+    run "$BGPDT" types
+    rows=$((${#lines[@]} - 1))
     run "$BGPDT" types --json
     [ "$status" -eq 0 ]
-    [ "$(grep -c '"name"' <<< "$output")" -eq 35 ]
+    [ "$(grep -c '"name"' <<< "$output")" -eq "$rows" ]
 }
 
 @test "show tells everything about a value" {
@@ -163,7 +165,10 @@ LUA
     [ "${lines[1]}" = "$(printf 'false\tDT_ERR_INVALID_VALUE')" ]
     [ "${lines[2]}" = "-1" ]
     [ "${lines[3]}" = "$(printf 'nil\tDT_ERR_INVALID_VALUE')" ]
-    [ "${lines[4]}" = "$(printf '35\tword')" ]
+    [[ "${lines[4]}" =~ ^([0-9]+)$'\t'word$ ]]
+    count=${BASH_REMATCH[1]}
+    run "$BGPDT" types
+    [ "$count" -eq "$((${#lines[@]} - 1))" ]
 }
 
 @test "a script that fails tells where" {
