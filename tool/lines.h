@@ -13,10 +13,10 @@ namespace bgpdt {
 inline constexpr size_t kLongestLine = 65536;
 
 struct Line {
-    uint64_t number = 0;   // from 1
-    std::string_view text; // without its end (LF or CR LF)
-    bool cut = false;      // longer than kLongestLine; the rest is left out
-    bool mayHaveNul = false;
+    uint64_t number = 0;     // from 1
+    std::string_view text;   // without its end (LF or CR LF)
+    bool cut = false;        // longer than kLongestLine; the rest is left out
+    bool mayHaveNul = false; // some line of its block has a NUL character
 };
 
 struct Block {

@@ -11,8 +11,8 @@ constexpr uint64_t kRound = 16; // records whose results share the memory
 
 } // namespace
 
+// Of a type with kinds any value has one, zeros too.
 KnownType::KnownType(const DataTypeDescriptor &descriptor)
-    // Of a type with kinds any value has one.
     : Subject(descriptor),
       hasKinds(!explain::KindOf(PlugInFunctions(), descriptor, std::string(facts->ValueLength, '\0')).empty())
 {
