@@ -1,146 +1,79 @@
 // bgpdt convert: the main job. One value a line, text to stored form and back, in constant memory however long the
-// input.
+// input: a block of lines at a time, or a few with several jobs, and all in the order of the lines.
 #include "commands.h"
-#include "explain/explain.h"
+#include "in_order.h"
 #include "lines.h"
-#include "report.h"
-#include "values.h"
+#include "output.h"
+#include "record.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
 #include <map>
 #include <memory>
+#include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace bgpdt {
 
 namespace {
 
-struct Record {
-    uint64_t line = 0;
-    std::string type;
-    std::string text;
-    uint32_t code = DT_OK;
-    size_t column = 1;    // of the line, at which the text begins
-    std::string reason;   // why it was refused, empty when it was not: the code's name, or words
-    explain::Refusal why; // by the plug-in, where it tells
-    std::string value;
-    std::string kind;    // of a composite type
-    bool prints = false; // the type has a FormatOut and it succeeded
-    std::string printed;
-};
-
-// ------------------------------------------------------------------------------------------------- output back-ends
-
-std::string Json(const Record &record)
-{
-    nlohmann::ordered_json json{
-        {"line", record.line}, {"type", record.type}, {"text", record.text}, {"code", record.code}};
-    if (!record.reason.empty()) {
-        json["error"] = record.reason;
-        json["reason"] = ToJson(record.why.reason);
-        if (!record.why.closest.empty()) {
-            json["closest"] = record.why.closest;
-        }
-    } else {
-        if (!record.kind.empty()) {
-            json["kind"] = record.kind;
-        }
-        json["value"] = Hex(record.value);
-        json["printed"] = record.prints ? nlohmann::ordered_json(record.printed) : nlohmann::ordered_json(nullptr);
-    }
-    return Dumped(json);
-}
-
-std::string Tsv(const Record &record)
-{
-    return std::to_string(record.line) + '\t' + Escaped(record.type) + '\t' + Escaped(record.text) + '\t' +
-           (record.reason.empty()  ? "0"
-            : record.code == DT_OK ? record.reason
-                                   : CodeName(record.code)) +
-           '\t' + Hex(record.value) + '\t' + Escaped(record.printed);
-}
-
-struct BackEnd {
-    const char *name;
-    std::string (*write)(const Record &record);
-};
-
-constexpr BackEnd kBackEnds[] = {{"jsonl", Json}, {"tsv", Tsv}, {"none", nullptr}};
-
-// ------------------------------------------------------------------------------------------------------- the command
-
 struct Arguments {
-    std::string type;
+    Reading reading;
     std::string file = "-";
     std::string format = "jsonl";
+    std::vector<std::string> fields;
     std::string output;
-    int mode = -1; // -1: the type's typing mode
+    unsigned jobs = 1;
     bool quiet = false;
 };
+
+// ----------------------------------------------------------------------------------------------------------- counting
 
 struct Sum {
     uint64_t read = 0, accepted = 0, refused = 0, skipped = 0, changed = 0;
     std::map<std::string, uint64_t> reasons, kinds;
-    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
-
-    double Seconds() const { return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(); }
 };
 
-void Refuse(Record &record, uint32_t code, const std::string &reason)
+void Count(Sum &sum, const Record &record)
 {
-    record.code = code;
-    record.reason = reason;
-}
-
-void Convert(Record &record, const Arguments &arguments)
-{
-    const DataTypeDescriptor *type = FindType(record.type);
-    if (type == nullptr) {
-        return Refuse(record, DT_ERR_TYPE_MISMATCH, "no such type");
-    }
-    if (type->FormatIn == nullptr) {
-        return Refuse(record, DT_ERR_INVALID_PARAM, "the type cannot be typed in");
-    }
-    if (record.text.find('\0') != std::string::npos) {
-        return Refuse(record, DT_ERR_INVALID_VALUE, "a NUL character in the text");
-    }
-    const uint8_t mode = arguments.mode < 0 ? Facts(*type).TypingMode : static_cast<uint8_t>(arguments.mode);
-    Parsed parsed = Parse(*type, record.text, mode);
-    if (parsed.code != DT_OK) {
-        record.why = WhyRefused(*type, record.text, mode);
-        return Refuse(record, parsed.code, CodeName(parsed.code));
-    }
-    if (parsed.NoValue()) {
-        return Refuse(record, parsed.code, kNoValue);
-    }
-    record.value = std::move(parsed.value);
-    record.kind = explain::KindOf(PlugInFunctions(), *type, record.value);
-    if (type->FormatOut != nullptr && !record.value.empty()) {
-        Printed printed = Print(*type, record.value, mode);
-        record.prints = printed.code == DT_OK;
-        record.printed = std::move(printed.text);
+    ++sum.read;
+    if (record.Accepted()) {
+        ++sum.accepted;
+        if (!record.kind.empty()) {
+            ++sum.kinds[record.kind];
+        }
+        sum.changed += record.prints && record.printed != record.text;
+    } else {
+        ++sum.refused;
+        ++sum.reasons[record.error];
     }
 }
 
-// FILE:LINE:COLUMN where the type tells a place, else FILE:LINE.
-std::string Place(const Record &record, const std::string &file)
+void Add(std::map<std::string, uint64_t> &counts, const std::map<std::string, uint64_t> &more)
 {
-    const explain::Reason &reason = record.why.reason;
-    return Escaped(file) + ':' + std::to_string(record.line) +
-           (reason.placed ? ':' + std::to_string(record.column + reason.offset) : "");
+    for (const auto &[name, count] : more) {
+        counts[name] += count;
+    }
 }
 
-void Report(const Record &record, const std::string &file)
+void Add(Sum &sum, const Sum &more)
 {
-    const DataTypeDescriptor *type = FindType(record.type);
-    const bool byCode = record.reason == CodeName(record.code);
-    const Refused refused{record.code, record.reason, byCode ? CodeMeaning(record.code) : "",
-                          type == nullptr ? "" : Help(*type, record.text), record.why};
-    std::fprintf(stderr, "%s: %s\n", Place(record, file).c_str(), Headline(record.type, record.text, refused).c_str());
+    sum.read += more.read;
+    sum.accepted += more.accepted;
+    sum.refused += more.refused;
+    sum.skipped += more.skipped;
+    sum.changed += more.changed;
+    Add(sum.reasons, more.reasons);
+    Add(sum.kinds, more.kinds);
 }
 
 // "EVN type 2 40, RPD 3" behind what begins it.
@@ -152,9 +85,8 @@ void Enumerate(const char *before, const std::map<std::string, uint64_t> &counts
     }
 }
 
-void Summarise(const Sum &sum, bool json)
+void Summarise(const Sum &sum, double seconds, bool json)
 {
-    const double seconds = sum.Seconds();
     const auto rate = static_cast<uint64_t>(seconds > 0 ? static_cast<double>(sum.read) / seconds : 0);
     if (json) {
         const nlohmann::ordered_json summary{
@@ -181,11 +113,8 @@ class Progress {
 public:
     void Show(const Sum &sum)
     {
-        if (!terminal_ || sum.read % 4096 != 0) {
-            return;
-        }
         const auto now = std::chrono::steady_clock::now();
-        if (now - last_ >= std::chrono::milliseconds(250)) {
+        if (terminal_ && now - last_ >= std::chrono::milliseconds(250)) {
             last_ = now;
             std::fprintf(stderr, "\r%llu values, %llu refused ", static_cast<unsigned long long>(sum.read),
                          static_cast<unsigned long long>(sum.refused));
@@ -206,131 +135,211 @@ private:
     std::chrono::steady_clock::time_point last_ = std::chrono::steady_clock::now();
 };
 
-// A line is "TYPE<tab>TEXT", or the text alone when the type is given.
-void Split(const Line &line, const Arguments &arguments, Record &record)
-{
-    record.line = line.number;
-    if (!arguments.type.empty()) {
-        record.type = arguments.type;
-        record.text = line.text;
-    } else if (const size_t tab = line.text.find('\t'); tab != std::string::npos) {
-        record.type = line.text.substr(0, tab);
-        record.text = line.text.substr(tab + 1);
-        record.column = tab + 2;
-    } else {
-        record.text = line.text;
-        Refuse(record, DT_ERR_INVALID_PARAM, "no tab between type and text");
-    }
-    if (line.cut) {
-        Refuse(record, DT_ERR_TOO_LONG, "the line is too long");
-    }
-}
+// -------------------------------------------------------------------------------------------------------------- files
 
-void Count(Sum &sum, const Record &record)
+// A file descriptor: the standard one for "-" and the empty name, which stays open.
+class File {
+public:
+    File(const std::string &name, int flags, int standard)
+        : own_(!name.empty() && name != "-"), number_(own_ ? open(name.c_str(), flags | O_CLOEXEC, 0666) : standard)
+    {
+    }
+    ~File() { Close(); }
+    File(const File &) = delete;
+    File &operator=(const File &) = delete;
+    int Number() const { return number_; } // -1 when it could not be opened
+    // False when what was written may be lost.
+    bool Close()
+    {
+        const int number = std::exchange(number_, -1);
+        return !own_ || number < 0 || close(number) == 0;
+    }
+
+private:
+    bool own_;
+    int number_;
+};
+
+bool WriteAll(int file, std::string_view text)
 {
-    ++sum.read;
-    if (record.reason.empty()) {
-        ++sum.accepted;
-        if (!record.kind.empty()) {
-            ++sum.kinds[record.kind];
+    while (!text.empty()) {
+        const ssize_t count = write(file, text.data(), text.size());
+        if (count >= 0) {
+            text.remove_prefix(static_cast<size_t>(count));
+        } else if (errno != EINTR) {
+            return false;
         }
-        sum.changed += record.prints && record.printed != record.text;
-    } else {
-        ++sum.refused;
-        ++sum.reasons[record.reason];
     }
+    return true;
 }
 
-int ConvertAll(std::FILE *input, std::FILE *output, const BackEnd &backEnd, const Arguments &arguments,
-               const Options &options)
+bool SameFile(int left, int right)
 {
-    const std::string name = arguments.file == "-" ? "standard input" : arguments.file;
-    Lines lines(input);
-    Line line;
+    struct stat one, other;
+    return fstat(left, &one) == 0 && fstat(right, &other) == 0 && one.st_dev == other.st_dev &&
+           one.st_ino == other.st_ino;
+}
+
+int CannotWrite()
+{
+    return Complain(kInputOutput, "cannot write: " + std::string(std::strerror(errno)));
+}
+
+// ------------------------------------------------------------------------------------------------------- the command
+
+// A block of lines on its way: what is needed to convert it, and what comes of it.
+struct Piece {
+    struct Place {
+        size_t output, reports;
+    };
+    Block block;
+    Converter converter;
+    Sink output;
+    Sink reports;              // of refused lines
+    std::vector<Place> places; // how far both are to be written in turn, the output first
     Sum sum;
-    Progress progress;
-    while (lines.Next(line)) {
+};
+
+// What is alike for all of them.
+struct Job {
+    const Arguments &arguments;
+    const std::string name; // of the input
+    const Output format;
+    const int output;
+    const bool together; // reports and output go to the same file
+    Blocks input;
+    Sum sum = {};
+    Progress progress = {};
+};
+
+void Convert(const Job &job, Piece &piece)
+{
+    piece.output.Empty();
+    piece.reports.Empty();
+    piece.places.clear();
+    piece.sum = {};
+    ForEachLine(piece.block, [&job, &piece](const Line &line) {
         if (line.text.empty() || line.text[0] == '#') {
-            ++sum.skipped;
-            continue;
+            ++piece.sum.skipped;
+            return;
         }
-        Record record;
-        Split(line, arguments, record);
-        if (record.reason.empty()) {
-            Convert(record, arguments);
-        }
-        Count(sum, record);
-        if (!record.reason.empty() && !arguments.quiet) {
-            progress.Clear();
-            Report(record, name);
-        }
-        if (backEnd.write != nullptr) {
-            const std::string text = backEnd.write(record) + '\n';
-            if (std::fwrite(text.data(), 1, text.size(), output) != text.size()) {
-                return Complain(kInputOutput, "cannot write: " + std::string(std::strerror(errno)));
+        const Record &record = piece.converter.Convert(line, job.arguments.reading);
+        Count(piece.sum, record);
+        if (!record.Accepted() && !job.arguments.quiet) {
+            piece.reports.Put(Report(record, job.name));
+            if (job.together) {
+                piece.places.push_back({piece.output.Size(), piece.reports.Size()});
             }
         }
-        progress.Show(sum);
+        if (job.format.write != nullptr) {
+            job.format.write(job.format, record, piece.output);
+        }
+    });
+    if (!job.together) {
+        piece.places.push_back({0, piece.reports.Size()});
     }
-    progress.Clear();
-    if (lines.Failed()) {
-        return Complain(kInputOutput, name + ": cannot read: " + std::strerror(errno));
-    }
-    if (std::fflush(output) != 0) {
-        return Complain(kInputOutput, "cannot write: " + std::string(std::strerror(errno)));
-    }
-    Summarise(sum, options.json);
-    return sum.refused == 0 ? kFine : kRefused;
+    piece.places.push_back({piece.output.Size(), piece.reports.Size()});
 }
 
-using File = std::unique_ptr<std::FILE, int (*)(std::FILE *)>;
-
-// "-" and the empty name are the standard stream.
-File Open(const std::string &name, const char *how, std::FILE *standard)
+// Writes what came of a piece: the reports, then the output; in one file each report before its record.
+void Finish(Job &job, Piece &piece)
 {
-    const auto keep = [](std::FILE *) { return 0; };
-    return name.empty() || name == "-" ? File(standard, keep) : File(std::fopen(name.c_str(), how), std::fclose);
+    if (piece.reports.Size() != 0) {
+        job.progress.Clear();
+    }
+    Piece::Place from{0, 0};
+    for (const Piece::Place &to : piece.places) {
+        if (!WriteAll(job.output, piece.output.Text().substr(from.output, to.output - from.output))) {
+            // The process ends here, for another job may wait for input that never comes.
+            std::_Exit(CannotWrite());
+        }
+        WriteAll(STDERR_FILENO, piece.reports.Text().substr(from.reports, to.reports - from.reports));
+        from = to;
+    }
+    Add(job.sum, piece.sum);
+    job.progress.Show(job.sum);
 }
 
-int Run(const Arguments &arguments, const Options &options)
+int ConvertAll(Job &job, const Options &options)
 {
-    if (!arguments.type.empty() && FindType(arguments.type) == nullptr) {
-        return UnknownType(arguments.type);
+    const auto start = std::chrono::steady_clock::now();
+    InOrder<Piece>(job.arguments.jobs,
+                   {[&job](Piece &piece) { return job.input.Next(piece.block); },
+                    [&job](Piece &piece) { Convert(job, piece); }, [&job](Piece &piece) { Finish(job, piece); }})
+        .Run();
+    job.progress.Clear();
+    if (job.input.Error() != 0) {
+        return Complain(kInputOutput, job.name + ": cannot read: " + std::strerror(job.input.Error()));
     }
-    const File input = Open(arguments.file, "rb", stdin);
-    if (input == nullptr) {
-        return Complain(kInputOutput, arguments.file + ": " + std::strerror(errno));
-    }
-    const File output = Open(arguments.output, "wb", stdout);
-    if (output == nullptr) {
-        return Complain(kInputOutput, arguments.output + ": " + std::strerror(errno));
-    }
-    for (const BackEnd &backEnd : kBackEnds) {
-        if (arguments.format == backEnd.name) {
-            return ConvertAll(input.get(), output.get(), backEnd, arguments, options);
+    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+    Summarise(job.sum, seconds.count(), options.json);
+    return job.sum.refused == 0 ? kFine : kRefused;
+}
+
+// Null when each is named once.
+const std::string *NamedTwice(const std::vector<std::string> &names)
+{
+    for (const std::string &name : names) {
+        if (std::count(names.begin(), names.end(), name) > 1) {
+            return &name;
         }
     }
-    return kUsage;
+    return nullptr;
+}
+
+int Run(Arguments &arguments, const Options &options)
+{
+    if (Reading &reading = arguments.reading; !reading.typeName.empty()) {
+        const DataTypeDescriptor *type = FindType(reading.typeName);
+        if (type == nullptr) {
+            return UnknownType(reading.typeName);
+        }
+        reading.type.emplace(*type);
+    }
+    if (const std::string *name = NamedTwice(arguments.fields)) {
+        return Complain(kUsage, "the field " + *name + " is named twice");
+    }
+    const File input(arguments.file, O_RDONLY, STDIN_FILENO);
+    if (input.Number() < 0) {
+        return Complain(kInputOutput, arguments.file + ": " + std::strerror(errno));
+    }
+    File output(arguments.output, O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
+    if (output.Number() < 0) {
+        return Complain(kInputOutput, arguments.output + ": " + std::strerror(errno));
+    }
+    Job job{arguments,
+            arguments.file == "-" ? "standard input" : arguments.file,
+            MakeOutput(arguments.format, arguments.fields),
+            output.Number(),
+            SameFile(output.Number(), STDERR_FILENO),
+            Blocks(input.Number())};
+    const int status = ConvertAll(job, options);
+    return output.Close() ? status : CannotWrite();
 }
 
 } // namespace
 
 std::function<int()> SetUpConvert(CLI::App &command, const Options &options)
 {
+    constexpr unsigned kMostJobs = 64;
     auto arguments = std::make_shared<Arguments>();
-    std::vector<std::string> formats;
-    for (const BackEnd &backEnd : kBackEnds) {
-        formats.emplace_back(backEnd.name);
-    }
     command.add_option("FILE", arguments->file, "Lines TYPE<tab>TEXT, or texts with --type; - is standard input")
         ->capture_default_str();
-    command.add_option("-t,--type", arguments->type, "The type of every line");
+    command.add_option("-t,--type", arguments->reading.typeName, "The type of every line");
     command.add_option("-f,--format", arguments->format, "What is written")
-        ->check(CLI::IsMember(formats))
+        ->check(CLI::IsMember(FormatNames()))
         ->capture_default_str();
+    command.add_option("--fields", arguments->fields, "Which fields, parted by commas (default: those of the format)")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->check(CLI::IsMember(FieldNames()));
     command.add_option("-o,--output", arguments->output, "Where to (default: standard output)");
-    command.add_option("-m,--mode", arguments->mode, "Format mode 0 to 255 (default: the one that people type in)")
+    command
+        .add_option("-m,--mode", arguments->reading.mode, "Format mode 0 to 255 (default: the one that people type in)")
         ->check(CLI::Range(0, 255));
+    command.add_option("-j,--jobs", arguments->jobs, "How many threads convert; the order stays")
+        ->check(CLI::Range(1u, kMostJobs))
+        ->capture_default_str();
     command.add_flag("-q,--quiet", arguments->quiet, "Do not report refused lines, only sum up");
     return [arguments, &options] { return Run(*arguments, options); };
 }

@@ -13,28 +13,43 @@ using Json = nlohmann::ordered_json;
 
 namespace {
 
-std::string EscapedCharacter(char character)
+// A byte that does not stand for itself.
+char *PutEscape(char *at, char character)
 {
     constexpr std::string_view kNamed = "\r\n\t\\", kNames = "rnt\\";
-    const auto byte = static_cast<unsigned char>(character);
-    char piece[8];
+    constexpr char kDigits[] = "0123456789abcdef";
+    *at++ = '\\';
     if (const size_t named = kNamed.find(character); named != kNamed.npos) {
-        std::snprintf(piece, sizeof piece, "\\%c", kNames[named]);
-    } else {
-        std::snprintf(piece, sizeof piece, byte < 0x20 || byte > 0x7e ? "\\x%02x" : "%c", byte);
+        *at++ = kNames[named];
+        return at;
     }
-    return piece;
+    *at++ = 'x';
+    *at++ = kDigits[static_cast<uint8_t>(character) >> 4];
+    *at++ = kDigits[static_cast<uint8_t>(character) & 15];
+    return at;
 }
 
 } // namespace
 
-std::string Escaped(const std::string &text)
+void PutEscaped(Sink &sink, std::string_view text)
 {
-    std::string escaped;
+    constexpr size_t kLongestEscape = 4;
+    char *at = sink.Room(text.size() * kLongestEscape);
     for (const char character : text) {
-        escaped += EscapedCharacter(character);
+        if (character >= 0x20 && character <= 0x7e && character != '\\') {
+            *at++ = character;
+        } else {
+            at = PutEscape(at, character);
+        }
     }
-    return escaped;
+    sink.End(at);
+}
+
+std::string Escaped(std::string_view text)
+{
+    Sink sink;
+    PutEscaped(sink, text);
+    return std::string(sink.Text());
 }
 
 std::string Dumped(const Json &json, int indent)
@@ -46,7 +61,7 @@ std::string Dumped(const Json &json, int indent)
 
 namespace {
 
-std::string Shortened(const std::string &text)
+std::string Shortened(std::string_view text)
 {
     constexpr size_t kShown = 120;
     return text.size() <= kShown ? Escaped(text) : Escaped(text.substr(0, kShown)) + "...";
@@ -67,7 +82,7 @@ std::string Sentence(const explain::Reason &reason)
 }
 
 // The words that may stand there; where the rule is about the text as a whole, what the type's help says in general.
-std::string Expected(const explain::Reason &reason, const std::string &text, const std::string &inGeneral)
+std::string Expected(const explain::Reason &reason, std::string_view text, const std::string &inGeneral)
 {
     const bool whole = !reason.placed || reason.length == text.size();
     const std::string expected = !reason.expected.empty() ? Joined(reason.expected, " or ") : whole ? inGeneral : "";
@@ -76,7 +91,7 @@ std::string Expected(const explain::Reason &reason, const std::string &text, con
 
 } // namespace
 
-std::string Headline(const std::string &type, const std::string &text, const Refused &refused)
+std::string Headline(std::string_view type, std::string_view text, const Refused &refused)
 {
     const explain::Reason &reason = refused.why.reason;
     std::string words = refused.meaning;

@@ -3,10 +3,12 @@
 #define BGPDT_REPORT_H
 
 #include "explain/refusal.h"
+#include "sink.h"
 
 #include <nlohmann/json_fwd.hpp>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace bgpdt {
@@ -14,7 +16,8 @@ namespace bgpdt {
 namespace explain = bgp::explain;
 
 // What is not printable ASCII as \r, \n, \t or \xNN, a backslash as two: a text may hold bytes that a terminal obeys.
-std::string Escaped(const std::string &text);
+void PutEscaped(Sink &sink, std::string_view text);
+std::string Escaped(std::string_view text);
 
 // JSON in printable ASCII; bytes that are no UTF-8 are replaced.
 std::string Dumped(const nlohmann::ordered_json &json, int indent = -1);
@@ -29,7 +32,7 @@ struct Refused {
 };
 
 // `ASNUM "65536.1" refused: the high half is at most 65535 (DT_ERR_INVALID_VALUE); expected STRING<1-11>`.
-std::string Headline(const std::string &type, const std::string &text, const Refused &refused);
+std::string Headline(std::string_view type, std::string_view text, const Refused &refused);
 
 // The text, and below it a caret under the place; a long text is cut around the place. Empty when there is no place.
 std::vector<std::string> Marked(const std::string &text, const explain::Reason &reason);

@@ -44,12 +44,12 @@ const Code *Find(uint32_t code)
 
 // The list of items of which the value is one: a count, and behind a head of 44 bytes each item's type, length and
 // data. A bare value would be taken for such a list.
-std::string ItemList(const BgpTypeFacts &type, const std::string &value)
+std::string ItemList(const BgpTypeFacts &type, std::string_view value)
 {
     constexpr size_t kHead = 44, kCountAt = 24;
     std::string items(kHead, '\0');
     const auto put = [&items](size_t at, uint16_t number) { std::memcpy(&items[at], &number, sizeof number); };
-    const auto append = [&items, &put](uint16_t typeId, const std::string &data) {
+    const auto append = [&items, &put](uint16_t typeId, std::string_view data) {
         const size_t at = items.size();
         items.resize(at + 4);
         put(at, typeId);
@@ -62,42 +62,34 @@ std::string ItemList(const BgpTypeFacts &type, const std::string &value)
     return items;
 }
 
-std::string RecordToPrint(const BgpTypeFacts &type, const std::string &value, uint8_t mode)
+// The value itself, or what is made of it.
+std::string_view RecordToPrint(const BgpTypeFacts &type, std::string_view value, uint8_t mode, std::string &made)
 {
     constexpr uint8_t kComposingMode = 2;
     if ((type.Traits & BGP_TRAIT_PRINTS_ITEMS) != 0) {
-        return ItemList(type, value);
+        return made = ItemList(type, value);
     }
-    std::string record = value;
     if ((type.Traits & BGP_TRAIT_COMPOSES) != 0) {
-        record.resize(mode == kComposingMode ? type.Layout->Length : type.ValueLength);
+        made = value;
+        made.resize(mode == kComposingMode ? type.Layout->Length : type.ValueLength);
+        return made;
     }
-    return record;
+    return value;
 }
 
 // --------------------------------------------------------------------------------------------------------------------
 
-// A memory handle for one call.
+// The calling thread's results, for one call.
 class Scratch {
 public:
-    explicit Scratch(uint8_t mode) : request{mode, Handle()} {}
-    ~Scratch() { host::ResetHandle(request.MemoryHandle); }
-    Scratch(const Scratch &) = delete;
-    Scratch &operator=(const Scratch &) = delete;
-    // Gives back what came from SYS_DataTypeMalloc; what came by handle goes with it anyway.
-    void Release(void *memory) const
-    {
-        if (host::ScratchBlocks() != 0) {
-            SYS_DataTypeFree(memory);
-        }
-    }
-    const DataTypeRequest request;
+    ~Scratch() { results.Empty(); }
+    Results &results = OfThread();
 
 private:
-    static uint32_t Handle()
+    static Results &OfThread()
     {
-        static const uint32_t handle = host::OpenHandle();
-        return handle;
+        thread_local Results results;
+        return results;
     }
 };
 
@@ -199,50 +191,86 @@ bool IsValueLength(const DataTypeDescriptor &type, size_t length)
     return length == facts.ValueLength || (composes && length == facts.Layout->Length);
 }
 
-Parsed Parse(const DataTypeDescriptor &type, const std::string &text, uint8_t mode)
+Results::Results() : handle_(host::OpenHandle()) {}
+
+Results::~Results()
+{
+    Empty();
+    host::CloseHandle(handle_);
+}
+
+void Results::Empty()
+{
+    if (host::ScratchBlocks() != 0) { // some come from SYS_DataTypeMalloc; those of the handle may be given back too
+        for (void *memory : made_) {
+            SYS_DataTypeFree(memory);
+        }
+    }
+    made_.clear();
+    host::ResetHandle(handle_);
+}
+
+ParsedThere Parse(Results &results, const Subject &subject, char *text, size_t length, uint8_t mode)
 {
     // A text of the host is stored in as many bytes as it is told; the other types are told the length of the text.
-    const BgpTypeFacts &facts = Facts(type);
-    const size_t length = (facts.Traits & BGP_TRAIT_HOST_TEXT) != 0 ? facts.ValueLength : text.size() + 1;
-    const Scratch scratch(mode);
-    std::string copy = text; // one type may write to the text in mode 1
+    const bool ofHost = (subject.facts->Traits & BGP_TRAIT_HOST_TEXT) != 0;
+    const size_t told = ofHost ? subject.facts->ValueLength : length + 1;
+    const DataTypeRequest request = results.Request(mode);
+    const DataTypeDescriptor &type = *subject.row;
     uint16_t outTypeId = 0;
     uint16_t outLength = 0;
     void *value = nullptr;
-    Parsed parsed;
-    parsed.code = type.FormatIn(&scratch.request, type.TypeId, static_cast<uint32_t>(length), copy.data(), &outTypeId,
-                                &outLength, &value);
+    ParsedThere parsed;
+    parsed.code =
+        type.FormatIn(&request, type.TypeId, static_cast<uint32_t>(told), text, &outTypeId, &outLength, &value);
     if (parsed.code == DT_OK && value != nullptr) {
-        parsed.value.assign(static_cast<const char *>(value), outLength);
-        scratch.Release(value);
+        results.Keep(value);
+        parsed.value = {static_cast<const char *>(value), outLength};
     }
     return parsed;
 }
 
+Parsed Parse(const DataTypeDescriptor &type, const std::string &text, uint8_t mode)
+{
+    const Scratch scratch;
+    std::string copy = text;
+    const ParsedThere parsed = Parse(scratch.results, Subject(type), copy.data(), copy.size(), mode);
+    return {parsed.code, std::string(parsed.value)};
+}
+
 explain::Refusal WhyRefused(const DataTypeDescriptor &type, const std::string &text, uint8_t mode)
 {
-    const Scratch scratch(mode);
-    return explain::ExplainRefusal(PlugInFunctions(), Facts(type), scratch.request, text);
+    const Scratch scratch;
+    return explain::ExplainRefusal(PlugInFunctions(), Facts(type), scratch.results.Request(mode), text);
+}
+
+PrintedThere Print(Results &results, const Subject &subject, std::string_view value, uint8_t mode)
+{
+    std::string made;
+    const std::string_view record = RecordToPrint(*subject.facts, value, mode, made);
+    const DataTypeRequest request = results.Request(mode);
+    const DataTypeDescriptor &type = *subject.row;
+    uint16_t length = 0;
+    void *text = nullptr;
+    PrintedThere printed;
+    printed.code = type.FormatOut(&request, type.TypeId, static_cast<uint32_t>(record.size()), record.data(),
+                                  &printed.typeId, &length, &text);
+    if (text != nullptr) {
+        results.Keep(text);
+    }
+    if (printed.code == DT_OK && text != nullptr) {
+        const bool terminated = printed.typeId == DT_TYPE_TEXT && length > 0;
+        // A value with nothing to print reports length 1 and may leave the buffer unwritten.
+        printed.text = {static_cast<const char *>(text), terminated ? length - 1u : length};
+    }
+    return printed;
 }
 
 Printed Print(const DataTypeDescriptor &type, const std::string &value, uint8_t mode)
 {
-    const Scratch scratch(mode);
-    const std::string record = RecordToPrint(Facts(type), value, mode);
-    uint16_t length = 0;
-    void *text = nullptr;
-    Printed printed;
-    printed.code = type.FormatOut(&scratch.request, type.TypeId, static_cast<uint32_t>(record.size()), record.data(),
-                                  &printed.typeId, &length, &text);
-    if (printed.code == DT_OK && text != nullptr) {
-        const bool terminated = printed.typeId == DT_TYPE_TEXT && length > 0;
-        // A value with nothing to print reports length 1 and may leave the buffer unwritten.
-        printed.text.assign(static_cast<const char *>(text), terminated ? length - 1u : length);
-    }
-    if (text != nullptr) {
-        scratch.Release(text);
-    }
-    return printed;
+    const Scratch scratch;
+    const PrintedThere printed = Print(scratch.results, Subject(type), value, mode);
+    return {printed.code, printed.typeId, std::string(printed.text)};
 }
 
 uint32_t Check(const DataTypeDescriptor &type, const std::string &value)
@@ -255,14 +283,15 @@ std::string Help(const DataTypeDescriptor &type, const std::string &typed)
     if (type.Help == nullptr) {
         return "";
     }
-    const Scratch scratch(1);
+    const Scratch scratch;
+    const DataTypeRequest request = scratch.results.Request(1);
     const uint32_t words[2] = {1, 1};
     DataTypeHelpInfo info{};
     std::string text;
-    if (type.Help(&scratch.request, type.TypeId, 0, typed.c_str(), words, &info) == DT_OK && info.EntryCount > 0 &&
+    if (type.Help(&request, type.TypeId, 0, typed.c_str(), words, &info) == DT_OK && info.EntryCount > 0 &&
         info.Entries != nullptr && info.Entries[0].Text != nullptr) {
         text = info.Entries[0].Text;
-        scratch.Release(info.Entries[0].Text);
+        scratch.results.Keep(info.Entries[0].Text);
     }
     return text;
 }

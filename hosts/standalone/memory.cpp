@@ -180,13 +180,16 @@ struct Piece {
     Piece *next = nullptr;
 };
 
-struct Arena {
+constexpr size_t kCacheLine = 64;
+
+// On cache lines of its own: neighbours belong to other threads as a rule.
+struct alignas(kCacheLine) Arena {
     std::atomic<uint32_t> handle{0}; // 0 = closed
     std::atomic<Chunk *> current{nullptr};
     std::atomic<size_t> freed{0};  // counted blocks of chunks that were marked free
     std::atomic<size_t> pieces{0}; // counted pieces that are live
     std::mutex mutex;              // for the chunk list
-    Piece *firstPiece = nullptr;   // under the lock of the piece table
+    Piece *firstPiece = nullptr;   // added under the lock of the piece table
     uint32_t generation = 0;       // under the lock of the slots
 };
 
@@ -226,10 +229,16 @@ Arena *FindArena(uint32_t handle)
     return handle != 0 && arena.handle.load(std::memory_order_acquire) == handle ? &arena : nullptr;
 }
 
+// Each thread takes stamps by the thousand, so that threads that reset their handles often do not meet here.
 uint32_t NextStamp()
 {
-    static constinit std::atomic<uint32_t> stamps{0};
-    return stamps.fetch_add(1, std::memory_order_relaxed) + 1;
+    constexpr uint32_t kStretch = 1024;
+    static constinit std::atomic<uint32_t> stretches{0};
+    uint32_t &stamp = detail::threadState.stamp;
+    if (stamp % kStretch == 0) {
+        stamp = stretches.fetch_add(1, std::memory_order_relaxed) * kStretch;
+    }
+    return ++stamp;
 }
 
 // Null when the chunk has no room.
@@ -388,6 +397,9 @@ void DescribePiece(const Piece &piece, Lines &lines)
 
 void DropPieces(Arena &arena)
 {
+    if (arena.firstPiece == nullptr) { // no lock is needed: nobody else uses a handle that is being emptied
+        return;
+    }
     Lines damage;
     const std::lock_guard lock(Pieces().mutex);
     for (Piece *piece = std::exchange(arena.firstPiece, nullptr); piece != nullptr;) {
@@ -439,12 +451,15 @@ struct Scratch {
     uint32_t owner; // identity of the thread that took it
 };
 
-struct alignas(64) ScratchShelf {
+struct alignas(kCacheLine) ScratchShelf {
     std::mutex mutex;
     std::vector<Scratch> blocks;
 };
 
 using ScratchShelves = std::array<ScratchShelf, 64>;
+
+// On all shelves, so that the usual answer, none, needs no look at them.
+constinit std::atomic<size_t> scratchBlocks{0};
 
 ScratchShelves &Shelves()
 {
@@ -480,6 +495,7 @@ bool FreeScratch(void *memory)
                 continue;
             }
             found = shelf.blocks[at].memory;
+            scratchBlocks.fetch_sub(1, std::memory_order_relaxed);
             shelf.blocks[at] = shelf.blocks.back();
             shelf.blocks.pop_back();
         }
@@ -565,6 +581,9 @@ size_t BgpHost_HandleBlocks(uint32_t handle)
 
 size_t BgpHost_ScratchBlocks()
 {
+    if (scratchBlocks.load(std::memory_order_relaxed) == 0) { // a thread sees at least the blocks that it took itself
+        return 0;
+    }
     const uint32_t self = ThreadIdentity();
     size_t count = 0;
     for (ScratchShelf &shelf : Shelves()) {
@@ -655,6 +674,7 @@ BGP_REPLACEABLE void *SYS_DataTypeMalloc(uint32_t size)
         ScratchShelf &shelf = ShelfOf(memory.user);
         const std::lock_guard lock(shelf.mutex);
         shelf.blocks.push_back({memory, ThreadIdentity()});
+        scratchBlocks.fetch_add(1, std::memory_order_relaxed);
     } catch (...) {
         DropGuarded(memory);
         return nullptr;

@@ -1,5 +1,6 @@
-// What the host keeps for each thread: the faults to inject, the counts of calls, and its identity among scratch
-// blocks. Constant-initialised and reached without a function call, because every allocation passes here.
+// What the host keeps for each thread: the faults to inject, the counts of calls, its identity among scratch blocks and
+// its stamps for chunks. Constant-initialised and reached without a function call, because every allocation passes
+// here.
 #ifndef BGP_STANDALONE_THREAD_STATE_H
 #define BGP_STANDALONE_THREAD_STATE_H
 
@@ -13,6 +14,7 @@ struct ThreadState {
     bool allocationsEnded;
     bool recordReleases;
     uint32_t identity; // 0 = not yet given
+    uint32_t stamp;    // the latest that the thread gave to a chunk of an arena
 };
 
 #if defined(__GNUC__)
