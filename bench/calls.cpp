@@ -209,20 +209,20 @@ bool HasTextbookOut(const Subject &subject)
 
 // clang-format off
 constexpr Call kCalls[] = {
-    {"in",      "plug-in",    'i', HasTexts,                               RunIn},
-    {"in",      "floor",      'i', HasFloor,                               RunFloorIn},
-    {"in",      "floor+host", 'i', HasFloor,                               RunFloorHostIn},
-    {"in",      "textbook",   'i', HasTextbookIn,                          RunTextbookIn},
-    {"in", "libyang", 'i', HasLeaf, RunLeafIn},
-    {"out",     "plug-in",    'o', Has<&DataTypeDescriptor::FormatOut>,    RunOut},
-    {"out",     "floor",      'o', HasFloor,                               RunFloorOut},
-    {"out",     "floor+host", 'o', HasFloor,                               RunFloorHostOut},
-    {"out",     "textbook",   'o', HasTextbookOut,                         RunTextbookOut},
-    {"compare", "plug-in",    'c', Has<&DataTypeDescriptor::Compare>,      RunCompare},
-    {"check",   "plug-in",    'k', Has<&DataTypeDescriptor::Check>,   RunCheck},
-    {"luaset",  "plug-in",    's', Has<&DataTypeDescriptor::LuaSet>,  RunLuaSet},
-    {"luaget",  "plug-in",    'g', Has<&DataTypeDescriptor::LuaGet>,  RunLuaGet},
-    {"endian",  "plug-in",    'e', Has<&DataTypeDescriptor::Endian>,  RunEndian},
+    {"in",      "plug-in",    'i', HasTexts,                           RunIn},
+    {"in",      "floor",      'i', HasFloor,                           RunFloorIn},
+    {"in",      "floor+host", 'i', HasFloor,                           RunFloorHostIn},
+    {"in",      "textbook",   'i', HasTextbookIn,                      RunTextbookIn},
+    {"in",      "libyang",    'i', HasLeaf,                            RunLeafIn},
+    {"out",     "plug-in",    'o', Has<&DataTypeDescriptor::FormatOut>, RunOut},
+    {"out",     "floor",      'o', HasFloor,                           RunFloorOut},
+    {"out",     "floor+host", 'o', HasFloor,                           RunFloorHostOut},
+    {"out",     "textbook",   'o', HasTextbookOut,                     RunTextbookOut},
+    {"compare", "plug-in",    'c', Has<&DataTypeDescriptor::Compare>,  RunCompare},
+    {"check",   "plug-in",    'k', Has<&DataTypeDescriptor::Check>,    RunCheck},
+    {"luaset",  "plug-in",    's', Has<&DataTypeDescriptor::LuaSet>,   RunLuaSet},
+    {"luaget",  "plug-in",    'g', Has<&DataTypeDescriptor::LuaGet>,   RunLuaGet},
+    {"endian",  "plug-in",    'e', Has<&DataTypeDescriptor::Endian>,   RunEndian},
 };
 // clang-format on
 

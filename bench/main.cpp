@@ -1,6 +1,8 @@
-// Times every row: the plug-in through its descriptor row, and beside it, in turns, floor and textbook. Takes the
-// options of Google Benchmark, and --only WORDS: the rows whose type and notation have them. Closes with one line a
-// conversion, and writes those as tab-separated values to the file that --results names.
+// Times every row: the plug-in through its descriptor row, and beside it, in turns, floor and textbook. Prints a line
+// for each operation of a row. Takes the options of Google Benchmark, and of its own
+//   --only=WORDS    the rows whose type and notation have them
+//   --even-numbers  the numbers of {u16} and the like are drawn evenly from their range, so that nearly all are long
+//   --results=FILE  writes the times as tab-separated values to a file
 #include "calls.h"
 #include "yang.h"
 
@@ -93,7 +95,7 @@ void Tell(const Row &row, const Times &times, std::FILE *results)
     std::fflush(stdout);
 }
 
-// Takes "NAME=VALUE" out of the arguments; null when it is not among them.
+// Takes "NAMEVALUE" out of the arguments; null when it is not among them.
 const char *TakeOption(int &argc, char **argv, const char *name)
 {
     const size_t length = std::strlen(name);
@@ -123,6 +125,7 @@ int main(int argc, char **argv)
 {
     const char *only = TakeOption(argc, argv, "--only=");
     const char *file = TakeOption(argc, argv, "--results=");
+    const bool evenNumbers = TakeOption(argc, argv, "--even-numbers") != nullptr;
     std::vector<char *> arguments(argv, argv + argc);
     SetDefaults(arguments);
     int count = static_cast<int>(arguments.size());
@@ -146,7 +149,7 @@ int main(int argc, char **argv)
         if (only != nullptr && (std::string(row->type) + ' ' + row->notation).find(only) == std::string::npos) {
             continue;
         }
-        Subject subject{*row, MakeRing(*row, kRing, handle), handle, lua};
+        Subject subject{*row, MakeRing(*row, kRing, handle, evenNumbers), handle, lua};
         if (row->floor != nullptr) {
             if (const std::string found = FindDifference(*row, *row->floor, subject.ring, handle); !found.empty()) {
                 std::fprintf(stderr, "bench: floor and plug-in differ: %s\n", found.c_str());

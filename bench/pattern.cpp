@@ -24,9 +24,12 @@ std::string Between(uint64_t least, uint64_t most, Random &random)
     return std::to_string(least + random.Below(most - least + 1));
 }
 
-// Of each number of digits as many as of any other.
+// Of each number of digits as many as of any other, or of each number as many as of any other.
 std::string Spread(uint64_t largest, Random &random)
 {
+    if (random.evenNumbers) {
+        return Between(1, largest, random);
+    }
     const auto widest = static_cast<uint64_t>(std::to_string(largest).size());
     uint64_t least = 1;
     for (uint64_t width = 1 + random.Below(widest); width > 1; --width) {

@@ -1,6 +1,7 @@
 // Patterns of texts: characters that stand for themselves, and pieces in braces that differ from text to text.
 //
-//   {u8} {u16} {u32}  a decimal number above 0 of so many bits, short ones as often as long ones
+//   {u8} {u16} {u32}  a decimal number above 0 of so many bits, short ones as often as long ones; drawn evenly, if so
+//                     asked, nearly all are of full length
 //   {as4}             an AS number above 65535
 //   {a-b}             a decimal number from a to b
 //   {x4}              so many hexadecimal digits; {h6}: up to so many, the first no zero
@@ -21,6 +22,7 @@ namespace bgp::bench {
 // A sequence of numbers that is the same on every machine (splitmix64).
 struct Random {
     uint64_t state;
+    bool evenNumbers = false;
     uint64_t Next();
     uint64_t Below(uint64_t end) { return Next() % end; }
 };

@@ -113,12 +113,12 @@ bool Begins(const Ring &ring, const char *digits)
 
 } // namespace
 
-Ring MakeRing(const Row &row, uint32_t count, uint32_t handle)
+Ring MakeRing(const Row &row, uint32_t count, uint32_t handle, bool evenNumbers)
 {
     const DataTypeDescriptor *type = host::FindRow(row.type);
     Ring ring{type, FactsOf(*type), {}, {}, {}};
     ring.mode = row.mode != 0 ? row.mode : ring.facts->TypingMode;
-    Random random{1};
+    Random random{1, evenNumbers};
     std::unordered_set<std::string> seen;
     for (uint32_t tries = 0; ring.count < count && tries < kMostTries * count; ++tries) {
         const std::string text = MakeText(row.pattern, random);

@@ -30,7 +30,7 @@ struct Ring {
 
 // Different texts of the row, fewer than asked for when the notation has fewer, and their values. Ends the program when
 // the plug-in refuses to read one, or to print it.
-Ring MakeRing(const Row &row, uint32_t count, uint32_t handle);
+Ring MakeRing(const Row &row, uint32_t count, uint32_t handle, bool evenNumbers = false);
 
 // The first difference between the row's floor and the plug-in: in what becomes of the ring's texts and values, with
 // and without the host, and of texts and values that were changed at random. Empty when there is none.

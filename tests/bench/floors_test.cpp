@@ -222,6 +222,17 @@ TEST(Patterns, NumbersAreOfEveryWidth)
     }
 }
 
+TEST(Patterns, NumbersAreEvenIfSoAsked)
+{
+    Random random{1, true};
+    uint32_t longest = 0;
+    for (int i = 0; i < 1000; ++i) {
+        longest += MakeText("{u16}", random).size() == 5;
+    }
+    EXPECT_GT(longest, 800u);
+    EXPECT_LT(longest, 900u);
+}
+
 TEST(Patterns, AddressesAreCompressedShortAndInFull)
 {
     Random random{1};
