@@ -22,6 +22,12 @@ void NoteTooManyNumbers(const Why &why, Text text, uint32_t most)
     Note(why, {NumberAt(text, most).at - 1, 1}, {.rule = &kTooManyNumbers, .limit = most});
 }
 
+bool ReadTrimmedNumbers(const NumbersRule &rule, const char *typed, Text &text, Numbers &numbers, Why *why)
+{
+    text = Trim(typed);
+    return ReadNumbersOf(rule, text, numbers, why);
+}
+
 namespace {
 
 // The first number that is too small or too large; the count of numbers when none is.
