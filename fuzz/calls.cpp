@@ -159,7 +159,10 @@ Typed FormatIn(const Trial &trial, uint8_t mode, const std::string &text)
     int marker = 0;
     InResult in{0, kUntouched, kUntouched, &marker};
     Accounts accounts(trial);
-    in.code = trial.subject.row.FormatIn(&request, trial.subject.row.TypeId, static_cast<uint32_t>(terminated.size()),
+    // A text of the host is to fit in the registered length; the other types are told the length of the text.
+    const auto length =
+        facts.Is(BGP_TRAIT_HOST_TEXT) ? trial.subject.row.BinaryLength : static_cast<uint32_t>(terminated.size());
+    in.code = trial.subject.row.FormatIn(&request, trial.subject.row.TypeId, length,
                                          reinterpret_cast<char *>(copy.At()), &in.typeId, &in.length, &in.buffer);
     Expect(trial, copy.Intact(), "FormatIn's text is written around");
     Expect(trial,

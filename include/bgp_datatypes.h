@@ -328,8 +328,9 @@ typedef struct {
  * Reads a text as FormatIn of the type would in request's mode, makes no value, and tells why it is refused. Runs the
  * very parser of the type. text is left alone, also by the type whose FormatIn writes to it. Returns what FormatIn
  * would answer (given memory for the result), also as refusal->Reason.Code; for a type whose texts the host reads, the
- * host's code and a rule that says so (the host is told the length of the text with its terminator, not that of a
- * value). DT_ERR_NULL_PTR for a null argument (with refusal filled when it is there), DT_ERR_TYPE_MISMATCH for an
+ * host's code and a rule that says so. The host's operation is told the BinaryLength of the type's row, as by a caller
+ * of the row: CVRFNAME's 32 bytes are what a name and its terminator must fit in, if the host limits names by it.
+ * DT_ERR_NULL_PTR for a null argument (with refusal filled when it is there), DT_ERR_TYPE_MISMATCH for an
  * unknown type id, DT_ERR_FAIL for a type without FormatIn.
  */
 BGP_DATATYPES_API uint32_t Bgp_ExplainRefusal(const DataTypeRequest *request, uint32_t typeId, const char *text,

@@ -17,15 +17,15 @@ Text NumberAt(Text text, uint32_t index)
     }
 }
 
+void NoteTooManyNumbers(const Why &why, Text text, uint32_t most)
+{
+    Note(why, {NumberAt(text, most).at - 1, 1}, {.rule = &kTooManyNumbers, .limit = most});
+}
+
 bool ReadTrimmedNumbers(const NumbersRule &rule, const char *typed, Text &text, Numbers &numbers, Why *why)
 {
     text = Trim(typed);
     return ReadNumbersOf(rule, text, numbers, why);
-}
-
-void NoteTooManyNumbers(const Why &why, Text text, uint32_t most)
-{
-    Note(why, {NumberAt(text, most).at - 1, 1}, {.rule = &kTooManyNumbers, .limit = most});
 }
 
 namespace {

@@ -81,7 +81,7 @@ constinit const Type kCvrfName = MakeType({
     .lua = BGP_LUA_TYPED,
     .traits =
         BGP_TRAIT_HOST_TEXT | BGP_TRAIT_COPIES_RAW | BGP_TRAIT_ANY_LENGTH | BGP_TRAIT_COMPOSES | BGP_TRAIT_SETS_ANY,
-    .explain = ExplainByHost<SYSDT_StringFormatIn, kTypeId>,
+    .explain = ExplainByHost<SYSDT_StringFormatIn, kTypeId, kNameSize>,
 });
 
 } // namespace bgp

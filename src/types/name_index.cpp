@@ -8,22 +8,20 @@
 
 namespace bgp {
 
-uint32_t AskHost(DataTypeFormatIn read, uint16_t typeId, const DataTypeRequest &request, const char *text,
-                 BgpRefusal &refusal)
+uint32_t AskHost(DataTypeFormatIn read, uint16_t typeId, uint32_t length, const DataTypeRequest &request,
+                 const char *text, BgpRefusal &refusal)
 {
-    const auto length = static_cast<uint32_t>(std::strlen(text));
     uint16_t valueType = 0;
     uint16_t valueLength = 0;
     void *value = nullptr;
     // No FormatIn writes to its text, but that of the AS number list.
-    const uint32_t code =
-        read(&request, typeId, length + 1, const_cast<char *>(text), &valueType, &valueLength, &value);
+    const uint32_t code = read(&request, typeId, length, const_cast<char *>(text), &valueType, &valueLength, &value);
     if (value != nullptr) {
         SYS_DataTypeFree(value);
     }
     if (code != DT_OK) {
         Why why{&refusal.Reason, text, 0};
-        Refuse(&why, {text, length}, kHostRefused);
+        Refuse(&why, {text, static_cast<uint32_t>(std::strlen(text))}, kHostRefused);
     }
     return code;
 }
@@ -47,7 +45,7 @@ consteval Type NameIndex(const char *name)
         .typingMode = 1,
         .network = BGP_NETWORK_LAYOUT,
         .traits = BGP_TRAIT_HOST_TEXT | BGP_TRAIT_COPIES_RAW,
-        .explain = ExplainByHost<SYS_DT_UINT32IndexFormatIn, TypeId>,
+        .explain = ExplainByHost<SYS_DT_UINT32IndexFormatIn, TypeId, kLayout.Length>,
     });
 }
 

@@ -1,3 +1,4 @@
+#include "support/notation_refusals.h"
 #include "support/notation_texts.h"
 #include "support/type_case.h"
 
@@ -209,6 +210,16 @@ TEST_F(ExtCommunity, AFailingPrintOfAnyKindIsAFailure)
             EXPECT_EQ(FormatOut(kType, kind.kind + "01020304050600000000").code, DT_ERR_FAIL) << kind.kind;
         }
     }
+}
+
+// ---------------------------------------------------------------------------------------------------------- refusals
+
+TEST_F(ExtCommunity, Reasons)
+{
+    CheckRefusals("EXTCOMMUNITY", All(kNotationRefusals, kModeRefusals));
+    CheckAccepted("EXTCOMMUNITY", kNotationsTaken);
+    constexpr std::string_view kZeros[] = {"0:0", "0.0:0"};
+    CheckAccepted("EXTCOMMUNITY", kZeros);
 }
 
 } // namespace

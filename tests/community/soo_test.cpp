@@ -1,3 +1,4 @@
+#include "support/notation_refusals.h"
 #include "support/notation_texts.h"
 #include "support/type_case.h"
 
@@ -152,6 +153,15 @@ TEST_F(Soo, OnlyAllZeroIsTheEmptyText)
     EXPECT_EQ(FormatOut(kType, "000000000000000000000001").code, DT_ERR_FAIL);
     EXPECT_EQ(FormatOut(kType, "000000000000000100000000").code, DT_ERR_FAIL);
     ExpectNothingWritten(Row(kType), "000300000000000000000000", 1);
+}
+
+// ---------------------------------------------------------------------------------------------------------- refusals
+
+TEST_F(Soo, Reasons)
+{
+    CheckRefusals("SOO", All(kNotationRefusals, kZeroRefusals, kModeRefusals));
+    CheckAccepted("SOO", kNotationsTaken);
+    EXPECT_EQ(Sentence("SOO", "1.2.3.256:1"), "octet 4 of the address is at most 255");
 }
 
 } // namespace

@@ -1,7 +1,10 @@
 // BOLRD: a sub-type word and a route distinguisher. The type hands every operation to the one row of its table, the
 // route distinguisher of VPLS instances, and turns any answer but 0 into DT_ERR_INVALID_VALUE.
+#include "support/notation_refusals.h"
 #include "support/notation_texts.h"
 #include "support/type_case.h"
+
+#include <cstring>
 
 namespace {
 
@@ -400,6 +403,54 @@ TEST_F(BolRd, LuaPointers)
     EXPECT_EQ(row.LuaGet(L, 1, "v", 0, 16, nullptr), DT_ERR_NULL_PTR);
     EXPECT_EQ(row.LuaGet(L, 1, "v", 0, 0, nullptr), DT_ERR_NULL_PTR);
     host::CloseLua(L);
+}
+
+// ---------------------------------------------------------------------------------------------------------- refusals
+
+// clang-format off
+constexpr Refused kSubTypeModes[] = {
+    {"1:2",                     "mode",             0,  0, 4, "", "", 0, 4},
+    {"1:2",                     "mode",             0,  0, 7, "", "", 0, 7},
+    {"x",                       "digit",            0,  1, 0, "", "", 0, 0},
+    {"x",                       "digit",            0,  1, 0, "", "", 0, 3},
+    {"x",                       "digit",            0,  1, 0, "", "", 0, 5},
+};
+// clang-format on
+
+TEST_F(BolRd, Reasons)
+{
+    CheckRefusals("BOLRD", All(kNotationRefusals, kZeroRefusals, kSubTypeModes));
+    CheckAccepted("BOLRD", kNotationsTaken);
+    EXPECT_EQ(Sentence("BOLRD", "0:0"), "the numbers may not all be 0");
+}
+
+// The dispatcher has one code of its own; the sub-type's answer stands beside it.
+TEST_F(BolRd, ReasonsAreTheSubTypesAnswer)
+{
+    struct Answer {
+        const char *text;
+        uint8_t mode;
+        uint32_t code, subTypeCode;
+        const char *rule;
+    };
+    static constexpr Answer kAnswers[] = {
+        {"0:0", 2, DT_ERR_INVALID_VALUE, DT_ERR_INVALID_VALUE, "all-numbers-zero"},
+        {"100:1", 4, DT_ERR_INVALID_VALUE, DT_ERR_MODE_UNSUPPORTED, "mode"},
+        {"100:1", 7, DT_ERR_INVALID_VALUE, DT_ERR_MODE_UNSUPPORTED, "mode"},
+        {"100:1", 3, DT_OK, DT_OK, "none"},
+    };
+    for (const Answer &answer : kAnswers) {
+        SCOPED_TRACE(answer.text);
+        const BgpRefusal refusal = Explained("BOLRD", answer.text, answer.mode);
+        EXPECT_EQ(refusal.Reason.Code, answer.code);
+        EXPECT_EQ(CodeOf("BOLRD", answer.text, answer.mode), answer.code);
+        ASSERT_EQ(refusal.SubTypeCount, 1u);
+        EXPECT_EQ(refusal.Closest, 0u);
+        EXPECT_EQ(refusal.SubTypes[0].Code, answer.subTypeCode);
+        EXPECT_EQ(FormatIn(Row(g_astBOL_RD_ProcTable[0]), answer.text, answer.mode).code, answer.subTypeCode);
+        EXPECT_EQ(Describe(refusal.SubTypes[0]), Describe(refusal.Reason));
+        EXPECT_EQ(Describe(refusal.SubTypes[0]).substr(0, std::strlen(answer.rule)), answer.rule);
+    }
 }
 
 } // namespace

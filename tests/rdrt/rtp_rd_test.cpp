@@ -1,4 +1,5 @@
 // RTPRD: route distinguisher (8), notation (1) and wildcard (1): "*" stands for any assigned number.
+#include "support/notation_refusals.h"
 #include "support/type_case.h"
 
 #include <cstdio>
@@ -357,6 +358,47 @@ TEST_F(RtpRd, UnknownTypes)
 TEST_F(RtpRd, AWildcardIsNoNumberToCompare)
 {
     EXPECT_EQ(Compare("RTPRD", Value("RTPRD", "100:*"), Value("RTPRD", "100:0")), 1);
+}
+
+// ---------------------------------------------------------------------------------------------------------- refusals
+
+// clang-format off
+constexpr Refused kWildcards[] = {
+    {"*",                       "wildcard-place",   0,  1},
+    {" *:1",                    "wildcard-place",   1,  1},
+    {"1*:2",                    "wildcard-place",   1,  1},
+    {"1.*:*",                   "wildcard-place",   2,  1},
+    {"1.2*",                    "wildcard-place",   3,  1},
+    {"1:*x",                    "character",        3,  1},
+    {"1:2.*",                   "character",        3,  1},
+    {"1:*:3",                   "character",        3,  1},
+    {"1::*",                    "character",        2,  1},
+    {"1:* *",                   "blank",            3,  1},
+    {"1: *",                    "blank",            2,  1},
+    {"1 :*",                    "blank",            1,  1},
+    {" :*",                     "digit",            1,  0},
+    {"a:*",                     "digit",            0,  1},
+    {"1.:*",                    "digit",            2,  0},
+    {"1a:*",                    "character",        1,  1},
+    {"1.2.3.4.5:*",             "too-many-numbers", 9,  1, 5},
+    {"1.2.3:**",                "notation",         0,  8, 0, "", "", 0, 2, kNotationForms},
+    {" 1:2:*",                  "notation",         1,  5, 0, "", "", 0, 2, kNotationForms},
+    {"4294967296:*",            "too-large",        0, 10, 4294967295, "the AS number", kLargeAs},
+    {"1.65536:*",               "too-large",        2,  5, 65535, "the low half of the AS number"},
+    {" 1.2.3.256:*",            "too-large",        7,  3, 255, "octet 4 of the address"},
+    {"1:*12345678901234567890", "too-long",         0, 23, 21},
+};
+// clang-format on
+
+TEST_F(RtpRd, Reasons)
+{
+    CheckRefusals("RTPRD", All(kNotationRefusals, kWildcards, kModeRefusals));
+    CheckAccepted("RTPRD", kNotationsTaken);
+    constexpr std::string_view kZeros[] = {"0:0", "0.0:0"};
+    CheckAccepted("RTPRD", kZeros);
+    constexpr std::string_view kStars[] = {"100:*", " 0:**\t", "65536:65536*", "1.2:*3", "1.2.3.4:70000*"};
+    CheckAccepted("RTPRD", kStars);
+    EXPECT_EQ(Sentence("RTPRD", "*:1"), "\"*\" may only stand for the assigned number");
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // SID_STRUCTURE: the six lengths of the SRv6 SID Structure sub-sub-TLV (RFC 9252 section 3.2.1) and a present flag.
 // Output only.
+#include "support/refusals.h"
 #include "support/type_case.h"
 
 namespace {
@@ -129,6 +130,16 @@ TEST_F(SidStructure, LuaSetTestsItsPointersBeforeTheLength)
 {
     char value[7] = {};
     EXPECT_EQ(SYSDT_PrefixSidStructureLuaSet(nullptr, 1, "v", 0, 0, value), DT_ERR_NULL_PTR);
+}
+
+// ---------------------------------------------------------------------------------------------------------- refusals
+
+TEST_F(SidStructure, IsNotTyped)
+{
+    const BgpRefusal refusal = Explained("SID_STRUCTURE", "32-16-16-0-0-0");
+    EXPECT_EQ(refusal.Reason.Code, DT_ERR_FAIL);
+    EXPECT_EQ(Describe(refusal.Reason), "not-typed 0+0 limit 0 what '' where '' element 0 expected ''");
+    EXPECT_EQ(Sentence("SID_STRUCTURE", "32-16-16-0-0-0"), "values of this type cannot be typed");
 }
 
 } // namespace

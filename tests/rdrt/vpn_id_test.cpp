@@ -1,5 +1,6 @@
 // VPNID: organisationally unique identifier (4) and VPN index (4), host order. RFC 2685. Its results and its texts come
 // from SYS_DataTypeMalloc().
+#include "support/notation_refusals.h"
 #include "support/type_case.h"
 
 #include "bgp_host_services.h"
@@ -240,6 +241,43 @@ TEST_F(VpnId, ComparesWhatWasTyped)
 {
     EXPECT_EQ(Compare("VPNID", Value("VPNID", "1:5"), Value("VPNID", "2:0")), 1);
     EXPECT_EQ(Compare("VPNID", Value("VPNID", "2:0"), Value("VPNID", "1:5")), -1);
+}
+
+// ---------------------------------------------------------------------------------------------------------- refusals
+
+// clang-format off
+constexpr Refused kReasons[] = {
+    {"",                        "empty",            0,  0},
+    {"\t ",                     "empty",            2,  0},
+    {" 000000000001a2b3c:0010", "too-long",         1, 22, 21},
+    {"1: 2",                    "blank",            2,  1},
+    {"a\t:b",                   "blank",            1,  1},
+    {":1",                      "digit",            0,  1},
+    {"1:",                      "digit",            2,  0},
+    {"g:1",                     "digit",            0,  1},
+    {"A:1",                     "upper-case",       0,  1},
+    {"1a2B3c:10",               "upper-case",       3,  1},
+    {" 1:F",                    "upper-case",       3,  1},
+    {"0x1:2",                   "character",        1,  1},
+    {"1G:2",                    "character",        1,  1},
+    {"1.2:3",                   "character",        1,  1},
+    {"1:2:3:4:5:6",             "too-many-numbers", 3,  1, 2},
+    {"12",                      "notation",         0,  2, 0, "", "", 0, 2, "OUI:index"},
+    {"1:2:3",                   "notation",         0,  5, 0, "", "", 0, 2, "OUI:index"},
+    {"1000000:1",               "too-large-hex",    0,  7, 0xffffff, "the OUI"},
+    {"ffffffffffffffff:f",      "too-large-hex",    0, 16, 0xffffff, "the OUI"},
+    {" 1:100000000",            "too-large-hex",    3,  9, 0xffffffff, "the VPN index"},
+    {" 0:00 ",                  "all-numbers-zero", 1,  4},
+};
+// clang-format on
+
+TEST_F(VpnId, Reasons)
+{
+    CheckRefusals("VPNID", All(kReasons, kModeRefusals));
+    constexpr std::string_view kIds[] = {"1a2b3c:10", " ffffff:ffffffff\t", "0:1", "1:0"};
+    CheckAccepted("VPNID", kIds);
+    EXPECT_EQ(Sentence("VPNID", "1000000:1"), "the OUI is at most ffffff");
+    EXPECT_EQ(Sentence("VPNID", "1A:1"), "hexadecimal digits are lower case here");
 }
 
 } // namespace

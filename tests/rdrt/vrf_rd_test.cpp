@@ -1,4 +1,5 @@
 // VRFRD: type (2), administrator and assigned number (6), notation word (4). RFC 4364 section 4.2.
+#include "support/notation_refusals.h"
 #include "support/notation_texts.h"
 #include "support/type_case.h"
 
@@ -293,6 +294,16 @@ TEST_F(VrfRd, IsInValidRdOrRtFindsAnySetBit)
     EXPECT_EQ(SYSDT_IsInValidRdOrRt(bytes), 1u);
     const uint8_t notationOnly[12] = {0, 0, 0, 0, 0, 0, 0, 0, 1, 2, 3, 4};
     EXPECT_EQ(SYSDT_IsInValidRdOrRt(notationOnly), 0u);
+}
+
+// ---------------------------------------------------------------------------------------------------------- refusals
+
+TEST_F(VrfRd, Reasons)
+{
+    CheckRefusals("VRFRD", All(kNotationRefusals, kZeroRefusals, kModeRefusals));
+    CheckAccepted("VRFRD", kNotationsTaken);
+    EXPECT_EQ(Sentence("VRFRD", "65000:4294967296"),
+              "with an AS number up to 65535: the assigned number is at most 4294967295");
 }
 
 } // namespace

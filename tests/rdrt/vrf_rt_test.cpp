@@ -1,4 +1,5 @@
 // VRFRT: route-target extended community (8) and notation word (4). RFC 4360 section 4, RFC 5668.
+#include "support/notation_refusals.h"
 #include "support/notation_texts.h"
 #include "support/type_case.h"
 
@@ -189,6 +190,15 @@ TEST_F(VrfRt, AllZeroIsEmptyInModeTwoAndOfNoKindElsewhere)
             ExpectNoSuchKind(Row("VRFRT"), value, mode);
         }
     }
+}
+
+// ---------------------------------------------------------------------------------------------------------- refusals
+
+TEST_F(VrfRt, Reasons)
+{
+    CheckRefusals("VRFRT", All(kNotationRefusals, kZeroRefusals, kModeRefusals));
+    CheckAccepted("VRFRT", kNotationsTaken);
+    EXPECT_EQ(Sentence("VRFRT", "70000:65536"), "with an AS number above 65535: the assigned number is at most 65535");
 }
 
 } // namespace

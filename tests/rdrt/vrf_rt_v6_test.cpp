@@ -1,4 +1,5 @@
 // VRFRTV6: IPv6-address-specific route target (20) and notation word (4). RFC 5701.
+#include "support/refusals.h"
 #include "support/type_case.h"
 
 namespace {
@@ -276,6 +277,52 @@ TEST_F(VrfRtV6, BufferRoutine)
     const host::Counters counters = host::TakeCounters();
     EXPECT_EQ(counters.allocations, 1u);
     EXPECT_EQ(counters.plainAllocations, 0u);
+}
+
+// ---------------------------------------------------------------------------------------------------------- refusals
+
+constexpr std::string_view kLocal = "the local administrator";
+constexpr std::string_view kGlobal = "the global administrator";
+
+// clang-format off
+constexpr Refused kReasons[] = {
+    {"",                        "empty",            0,  0},
+    {"   ",                     "empty",            3,  0},
+    {" 00000:0000:0000:0000:0000:ffff:255.255.255.255.1", "too-long", 1, 48, 47},
+    {"2001:db8::1 .1",          "blank",           11,  1},
+    {" 2001: db8::1.1",         "blank",            6,  1},
+    {"2001:db8::1.\t1",         "blank",           12,  1},
+    {"1",                       "no-local-administrator", 1, 0, 0, kLocal},
+    {" 2001:db8::1 ",           "no-local-administrator", 12, 0, 0, kLocal},
+    {"2001:db8::1.",            "digit",           12,  0},
+    {".",                       "digit",            1,  0},
+    {"2001:db8::1.a",           "digit",           12,  1},
+    {"2001:db8::1.-",           "digit",           12,  1},
+    {"2001:db8::1.\xb1",        "digit",           12,  1},
+    {"2001:db8::1..",           "digit",           12,  1},
+    {"2001:db8::1.10",          "one-digit",       12,  2, 0, kLocal},
+    {"2001:db8::1.65535",       "one-digit",       12,  5, 0, kLocal},
+    {"1.2:3",                   "one-digit",        2,  3, 0, kLocal},
+    {" 2001:db8::1.2",          "too-large",       13,  1, 1, kLocal},
+    {"::ffff:1.2.3.4",          "too-large",       13,  1, 1, kLocal},
+    {"x::1.9",                  "too-large",        5,  1, 1, kLocal},
+    {" g::1.1",                 "ipv6",             1,  1, 0, kGlobal},
+    {"2001:db8:::1.1",          "ipv6",            10,  1, 0, kGlobal},
+    {"::ffff:1.2.3.256.1",      "ipv6",            13,  3, 0, kGlobal},
+    {"1:2:3:4:5:6:7.1",         "ipv6",            13,  0, 0, kGlobal},
+    {"192.0.2.1.1",             "ipv6",             0,  9, 0, kGlobal},
+    {" .1",                     "empty",            1,  0, 0, kGlobal},
+    {"1..1",                    "ipv6",             0,  2, 0, kGlobal},
+};
+// clang-format on
+
+TEST_F(VrfRtV6, Reasons)
+{
+    CheckRefusals("VRFRTV6", kReasons);
+    constexpr std::string_view kTargets[] = {"2001:db8::1.1", "\t::.0 ", "::192.0.2.1.1"};
+    CheckAccepted("VRFRTV6", kTargets);
+    EXPECT_EQ(Sentence("VRFRTV6", "2001:db8::1"), "\".\" and the local administrator stand at the end");
+    EXPECT_EQ(Sentence("VRFRTV6", "2001:db8::1.2"), "the local administrator is at most 1");
 }
 
 } // namespace

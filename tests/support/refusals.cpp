@@ -1,5 +1,6 @@
 #include "support/refusals.h"
 
+#include <cstring>
 #include <set>
 
 namespace bgp::test {
@@ -79,6 +80,15 @@ BgpRefusal Explained(std::string_view type, std::string_view text, uint8_t mode)
     EXPECT_EQ(code, refusal.Reason.Code) << type << " '" << text << "'";
     EXPECT_EQ(copy, kept) << type;
     return refusal;
+}
+
+std::string Sentence(std::string_view type, std::string_view text)
+{
+    const BgpRefusal refusal = Explained(type, text);
+    char said[200];
+    const uint32_t length = Bgp_SayReason(&refusal.Reason, said, sizeof said);
+    EXPECT_EQ(length, std::strlen(said)) << type << " '" << text << "'";
+    return said;
 }
 
 void CheckRefusals(std::string_view type, std::span<const Refused> rows)

@@ -34,6 +34,9 @@ struct Refused {
 // expected ''".
 std::string Describe(const BgpReason &reason);
 
+// The sentence that people are told of a text that the type refuses.
+std::string Sentence(std::string_view type, std::string_view text);
+
 // What Bgp_ExplainRefusal() says of a text, which is left alone (the test fails otherwise).
 BgpRefusal Explained(std::string_view type, std::string_view text, uint8_t mode = 2);
 

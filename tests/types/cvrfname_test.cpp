@@ -198,6 +198,28 @@ TEST_F(CvrfName, TheHostsRefusalsAreTold)
     EXPECT_EQ(Explained("CVRFNAME", "public").Reason.Code, DT_ERR_NO_MEMORY); // the host's own answer
 }
 
+// The host is told the registered length, in which this host stores a name and its terminator.
+TEST_F(CvrfName, TheAnswerIsThatOfTheRegisteredLength)
+{
+    const DataTypeDescriptor &row = Row("CVRFNAME");
+    ASSERT_EQ(row.BinaryLength, 32);
+    const struct {
+        std::string text;
+        uint32_t code;
+    } rows[] = {
+        {std::string(31, 'x'), DT_OK},
+        {" " + std::string(31, 'x') + " ", DT_OK},
+        {std::string(32, 'x'), DT_ERR_INVALID_VALUE},
+        {std::string(400, 'x'), DT_ERR_INVALID_VALUE},
+    };
+    for (const auto &[text, code] : rows) {
+        const BgpRefusal refusal = Explained("CVRFNAME", text);
+        EXPECT_EQ(refusal.Reason.Code, code) << text;
+        EXPECT_EQ(FormatIn(row, text, 2, row.BinaryLength).code, code) << text;
+        EXPECT_EQ(refusal.Reason.Length, code == DT_OK ? 0 : text.size()) << text;
+    }
+}
+
 TEST_F(CvrfName, Facts)
 {
     const BgpTypeFacts *facts = Bgp_DescribeType(292);

@@ -11,6 +11,7 @@
 
 #include "bgp_datatypes/evpn.h"
 #include "host/address_field.h"
+#include "host/format.h"
 #include "host/operations.h"
 #include "host/type.h"
 #include "prefix/prefix.h"
@@ -32,22 +33,23 @@ bool AppendAddress(GrowingText &page, const uint8_t *field, bool lengthLast)
     }
     const bool ipv6 = field[kAddressFamilyAt] == kIpv6Family;
     const uint8_t length = *(field - 1);
+    const char *const words = address;
     if (lengthLast) {
-        return Print(page, ipv6 ? ":[%s]:%hhu" : ":%s:%hhu", {address, length});
+        return ipv6 ? Print<":[%s]:%hhu">(page, words, length) : Print<":%s:%hhu">(page, words, length);
     }
-    return Print(page, ipv6 ? ":%hhu:[%s]" : ":%hhu:%s", {length, address});
+    return ipv6 ? Print<":%hhu:[%s]">(page, length, words) : Print<":%hhu:%s">(page, length, words);
 }
 
 bool AppendBytes(GrowingText &page, const BgpField &field, const uint8_t *at)
 {
     switch (field.Count) {
     case kEsiSize:
-        return Print(page, "%.2x%.2x.%.2x%.2x.%.2x%.2x.%.2x%.2x.%.2x%.2x",
-                     {at[0], at[1], at[2], at[3], at[4], at[5], at[6], at[7], at[8], at[9]});
+        return Print<"%.2x%.2x.%.2x%.2x.%.2x%.2x.%.2x%.2x.%.2x%.2x">(page, at[0], at[1], at[2], at[3], at[4], at[5],
+                                                                     at[6], at[7], at[8], at[9]);
     case kMacSize:
-        return Print(page, ":%.2x%.2x-%.2x%.2x-%.2x%.2x", {at[0], at[1], at[2], at[3], at[4], at[5]});
+        return Print<":%.2x%.2x-%.2x%.2x-%.2x%.2x">(page, at[0], at[1], at[2], at[3], at[4], at[5]);
     default:
-        return Print(page, ":%u", {*at});
+        return Print<":%u">(page, *at);
     }
 }
 
@@ -64,7 +66,8 @@ bool AppendField(GrowingText &page, const BgpLayout &layout, uint32_t index, con
         return AppendAddress(page, at, value[kRouteTypeAt] == kIpPrefixRoute);
     }
     if (field.Kind == BGP_FIELD_NUMBER) {
-        return Print(page, index == kBodyFields ? "%u" : ":%u", {Load<uint32_t>(at)});
+        const auto number = Load<uint32_t>(at);
+        return index == kBodyFields ? Print<"%u">(page, number) : Print<":%u">(page, number);
     }
     const bool isLengthOfAddress = index + 1 < layout.FieldCount && IsAddress(layout.Fields[index + 1]);
     return isLengthOfAddress || AppendBytes(page, field, at);
