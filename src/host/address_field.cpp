@@ -3,7 +3,7 @@
 
 #include "host/bytes.h"
 #include "host/contract.h"
-#include "host/text.h"
+#include "host/format.h"
 
 namespace bgp {
 
@@ -38,8 +38,9 @@ bool AddressTextAs(const uint8_t *field, uint32_t family, char *text)
 {
     if (family == kIpv4Family) {
         const auto address = Load<uint32_t>(field);
-        const Argument octets[] = {address >> 24, address >> 16 & 0xFF, address >> 8 & 0xFF, address & 0xFF};
-        Format(text, kAddressTextSize, "%d.%d.%d.%d", octets);
+        const auto octet = [address](uint32_t shift) { return static_cast<uint8_t>(address >> shift); };
+        static_assert(kRoom<"%u.%u.%u.%u", uint8_t, uint8_t, uint8_t, uint8_t> <= kAddressTextSize);
+        *Write<"%u.%u.%u.%u">(text, octet(24), octet(16), octet(8), octet(0)) = '\0';
         return true;
     }
     if (family != kIpv6Family) {

@@ -20,12 +20,12 @@ inline bool IsGraphic(char character)
     return character >= '!' && character <= '~';
 }
 
-inline bool IsDigit(char character)
+constexpr bool IsDigit(char character)
 {
     return character >= '0' && character <= '9';
 }
 
-inline bool IsHexDigit(char character)
+constexpr bool IsHexDigit(char character)
 {
     return IsDigit(character) || (character >= 'A' && character <= 'F') || (character >= 'a' && character <= 'f');
 }

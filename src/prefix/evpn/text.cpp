@@ -189,12 +189,16 @@ constexpr Form kForms[] = {
 // The reader of the multicast route that has so many colons outside brackets; null when none has.
 RouteReader *FindMulticastReader(uint32_t colonsOutside)
 {
-    for (const Form &form : kForms) {
-        if (form.colons == colonsOutside && colonsOutside > 5) {
-            return form.read;
-        }
+    switch (colonsOutside) {
+    case 6:
+        return ReadSmet;
+    case 7:
+        return ReadJoin;
+    case 8:
+        return ReadLeave;
+    default:
+        return nullptr;
     }
-    return nullptr;
 }
 
 // --------------------------------------------------------------------------------------------------- which route it is
@@ -228,8 +232,21 @@ void CountColon(Census &census)
     }
 }
 
+// Most characters of a route are digits, which are not counted.
+struct Digits {
+    bool at[256];
+};
+
+constexpr Digits kDigits = [] {
+    Digits digits{};
+    for (uint32_t i = 0; i < 256; ++i) {
+        digits.at[i] = IsHexDigit(static_cast<char>(i));
+    }
+    return digits;
+}();
+
 // False for a character that belongs in no route.
-bool CountCharacter(char character, Census &census)
+inline bool CountCharacter(char character, Census &census)
 {
     switch (character) {
     case '.':
@@ -247,18 +264,19 @@ bool CountCharacter(char character, Census &census)
         census.inBrackets = character == '[';
         return true;
     default:
-        return IsHexDigit(character);
+        return false;
     }
 }
 
 // The first character that belongs in no route; nothing, at the end, when all of them may.
 Text Count(Text text, Census &census)
 {
-    uint32_t i = 0;
-    while (i < text.length && CountCharacter(text.at[i], census)) {
-        ++i;
+    for (uint32_t i = 0; i < text.length; ++i) {
+        if (!kDigits.at[static_cast<uint8_t>(text.at[i])] && !CountCharacter(text.at[i], census)) {
+            return {text.at + i, 1};
+        }
     }
-    return {text.at + i, i < text.length};
+    return {text.at + text.length, 0};
 }
 
 // The order of the questions is part of the syntax. Null when the separators are those of no route.
