@@ -9,6 +9,7 @@
 // other.
 #include "asnum/asnum.h"
 
+#include "host/format.h"
 #include "host/layout.h"
 #include "host/numbers.h"
 #include "host/operations.h"
@@ -64,7 +65,9 @@ AsNumber Taken(const Numbers &numbers, uint32_t notation)
     return {static_cast<uint32_t>(number), notation};
 }
 
-[[gnu::always_inline]] inline bool ReadBy(const NumbersRule &rule, Text text, AsNumber &as, Why *why)
+// `text` is a trimmed piece, or a whole text.
+template <class Typed>
+[[gnu::always_inline]] inline bool ReadBy(const NumbersRule &rule, Typed text, AsNumber &as, Why *why)
 {
     Numbers numbers;
     const uint32_t notation = ReadNotation(rule, text, numbers, why);
@@ -76,6 +79,15 @@ AsNumber Taken(const Numbers &numbers, uint32_t notation)
 }
 
 } // namespace
+
+const char *ReadBareAsNumber(const char *text, AsNumber &as)
+{
+    Numbers numbers;
+    uint32_t notation = kNoFit;
+    const char *behind = ReadBareNotation(kUsableText, text, numbers, notation);
+    as = Taken(numbers, notation);
+    return behind;
+}
 
 bool ReadAsNumber(Text text, bool zeroWelcome, AsNumber &as)
 {
@@ -97,8 +109,8 @@ template <bool ZeroWelcome>
 bool Read(const char *text, void *value, Why *why)
 {
     AsNumber as;
-    if (!ReadAsNumber(Trim(text), ZeroWelcome, as, why)) {
-        return false;
+    if (!ReadBy(ZeroWelcome ? kAnyText : kUsableText, text, as, nullptr)) {
+        return why != nullptr && RefuseAsNumber(Trim(text), ZeroWelcome, why);
     }
     Store(value, as);
     return true;
@@ -145,9 +157,9 @@ uint32_t ReadParts(const NumbersRule &rule, uint32_t dots, const char *text, uin
 int32_t PrintAsNumber(char *buffer, uint32_t size, AsNumber as)
 {
     if (as.notation != 0) {
-        return Print(buffer, size, "%u.%u", {as.number >> 16, as.number & 0xFFFF});
+        return Print<"%u.%u">(buffer, size, HighHalf(as.number), LowHalf(as.number));
     }
-    return Print(buffer, size, "%u", {as.number});
+    return Print<"%u">(buffer, size, as.number);
 }
 
 namespace {

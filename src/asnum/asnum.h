@@ -23,6 +23,10 @@ struct AsNumber {
 // A trimmed text, plain or dotted. False when it is no AS number, or 0 and zero is not welcome.
 bool ReadAsNumber(Text text, bool zeroWelcome, AsNumber &as);
 
+// The number, other than 0, that a text begins with, and the place behind it. Null says only that ReadAsNumber() has to
+// tell.
+const char *ReadBareAsNumber(const char *text, AsNumber &as);
+
 // Says why such a text is none, by reading it again with a place for the reason. Always false.
 [[gnu::cold]] bool RefuseAsNumber(Text text, bool zeroWelcome, Why *why);
 

@@ -7,6 +7,7 @@
 //   0-3                number    u32    the AS number, host order, unaligned; 0 is an unused entry
 //   4                  notation  u8     0 typed plain, 1 typed dotted; any non-zero value prints dotted
 #include "asnum/asnum.h"
+#include "host/format.h"
 #include "host/layout.h"
 #include "host/operations.h"
 #include "host/packed_list.h"
@@ -36,6 +37,14 @@ bool ReadEntry(uint32_t, Text item, PackedEntry &entry, Why *why)
     return true;
 }
 
+const char *ReadBareEntry(const char *text, PackedEntry &entry)
+{
+    AsNumber as;
+    const char *behind = ReadBareAsNumber(text, as);
+    entry = {as.number, as.notation};
+    return behind;
+}
+
 bool IsUnused(PackedEntry entry)
 {
     return entry.number == 0;
@@ -44,9 +53,9 @@ bool IsUnused(PackedEntry entry)
 void PrintEntry(PackedEntry entry, GrowingText &text)
 {
     if (entry.notation != 0) {
-        Format(text, "%u.%u", {entry.number >> 16, entry.number & 0xFFFF});
+        Put<"%u.%u">(text, HighHalf(entry.number), LowHalf(entry.number));
     } else {
-        Format(text, "%u", {entry.number});
+        Put<"%u">(text, entry.number);
     }
 }
 
@@ -58,6 +67,7 @@ constexpr PackedListRule kList{
     .print = PrintEntry,
     .luaArray = "stAsNum",
     .entry = kEntry,
+    .readBare = ReadBareEntry,
 };
 
 // ----------------------------------------------------------------------------------------------------------- text in
@@ -69,7 +79,8 @@ constexpr const BgpRule *kRules[] = {&kEmpty,          &kTooLong,    &kTooManyIt
 
 bool Read(const char *text, void *value, Why *why)
 {
-    return ReadPackedList(kList, 0, Trim(text), value, why);
+    const Text list = Trim(text);
+    return (why == nullptr && ReadBareList(kList, list, value)) || ReadPackedList(kList, 0, list, value, why);
 }
 
 // In this mode the text stands in double quotes.

@@ -25,9 +25,9 @@ uint32_t BgpLsIdToStr(uint32_t identifier, bool isGiven, char *buffer)
     }
     buffer[0] = '\0';
     if (isGiven) {
-        const Dotted dotted(identifier);
-        const Argument arguments[] = {dotted.text};
-        Format(buffer, kIdPiece, "[bgp-ls-identifier%s]", arguments);
+        GrowingText text = GrowIn(buffer, kIdPiece);
+        Put<"[bgp-ls-identifier%s]">(text, Dotted(identifier).text);
+        *text.at = '\0';
     }
     return DT_OK;
 }
@@ -55,12 +55,6 @@ void IgpRouterIdToStr(const uint8_t *area, char (&text)[kNodePiece])
     text[length] = '\0';
 }
 
-bool AppendMt(GrowingText &text, const MtFormats &formats, uint32_t mtId, const Argument *arguments)
-{
-    return mtId != kLsNoMtId ? Print(text, formats.with, arguments)
-                             : Print(text, formats.without, arguments + formats.skip);
-}
-
 } // namespace bgp
 
 uint32_t SYSDT_LS_RouteTypeEnum2Str(uint32_t nlriType, char *buffer)
@@ -83,9 +77,13 @@ uint32_t SYSDT_AsNumToStr(const void *as, char *buffer)
     if (number == 0) {
         return DT_ERR_FAIL;
     }
-    const bgp::Argument halves[] = {number >> 16, number & 0xFFFF};
-    const bgp::Argument whole[] = {number};
-    bgp::Format(buffer, bgp::kSmallPiece, notation != 0 ? "%u.%u" : "%u", notation != 0 ? halves : whole);
+    bgp::GrowingText text = bgp::GrowIn(buffer, bgp::kSmallPiece);
+    if (notation != 0) {
+        bgp::Put<"%u.%u">(text, bgp::HighHalf(number), bgp::LowHalf(number));
+    } else {
+        bgp::Put<"%u">(text, number);
+    }
+    *text.at = '\0';
     return DT_OK;
 }
 

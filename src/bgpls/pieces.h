@@ -5,6 +5,7 @@
 
 #include "bgpls/record.h"
 #include "host/bytes.h"
+#include "host/format.h"
 #include "host/text.h"
 
 namespace bgp {
@@ -38,15 +39,18 @@ struct Ipv6Piece {
 // The raw bytes up to the first zero byte.
 void IgpRouterIdToStr(const uint8_t *area, char (&text)[kNodePiece]);
 
-// A section with and without its multi-topology id, which is the first or the last argument.
-struct MtFormats {
-    const char *with;
-    const char *without;
-    uint32_t skip; // arguments that only `with` has, at the front
+// "[mt-id2]", or nothing without a multi-topology id.
+struct MtPiece {
+    explicit MtPiece(uint32_t mtId)
+    {
+        GrowingText piece = GrowIn(text, sizeof text);
+        if (mtId != kLsNoMtId) {
+            Put<"[mt-id%u]">(piece, mtId);
+        }
+        *piece.at = '\0';
+    }
+    char text[kSmallPiece];
 };
-
-// False when there is no room left or the host's formatter refuses.
-bool AppendMt(GrowingText &text, const MtFormats &formats, uint32_t mtId, const Argument *arguments);
 
 } // namespace bgp
 

@@ -7,6 +7,7 @@
 #include "bgpls/pieces.h"
 
 #include "host/bytes.h"
+#include "host/format.h"
 #include "host/operations.h"
 #include "host/text.h"
 
@@ -26,26 +27,6 @@ uint64_t IdentifierOf(const uint8_t *record)
 
 // ---------------------------------------------------------------------------------------------------------- sections
 
-constexpr MtFormats kPrefixFormats{"[PREFIX[mt-id%u][ospf-route-type%u][prefix%s/%u]]",
-                                   "[PREFIX[ospf-route-type%u][prefix%s/%u]]", 1};
-constexpr MtFormats kSidFormats{"[SID[mt-id%u][sid%s]]", "[SID[sid%s]]", 1};
-constexpr MtFormats kLinkIdFormats{"[LINK[link-local-id%s][link-remote-id%s][mt-id%u]]",
-                                   "[LINK[link-local-id%s][link-remote-id%s]]", 0};
-constexpr MtFormats kLinkAddressFormats{"[LINK[if-address%s][peer-address%s][if-address%s][peer-address%s][mt-id%u]]",
-                                        "[LINK[if-address%s][peer-address%s][if-address%s][peer-address%s]]", 0};
-
-// A node descriptor by what names the node: an IGP router id, or a BGP router id.
-struct NodeFormats {
-    const char *igp;
-    const char *bgp;
-    uint32_t skip; // of the arguments type, protocol, identifier
-};
-
-constexpr NodeFormats kLocalFormats{"[%s][%s][IDENTIFIER%llu][LOCAL[as%s]%s[ospf-area-id%s][igp-router-id%s]]",
-                                    "[%s][%s][IDENTIFIER%llu][LOCAL[as%s]%s[bgp-router-id%s]%s]", 0};
-constexpr NodeFormats kRemoteFormats{"[REMOTE[as%s]%s[ospf-area-id%s][igp-router-id%s]]",
-                                     "[REMOTE[as%s]%s[bgp-router-id%s]%s]", 3};
-
 // Where a node descriptor has its fields.
 struct NodePlaces {
     uint16_t as;
@@ -56,6 +37,7 @@ struct NodePlaces {
     uint32_t (*bgpLsIdToStr)(uint32_t identifier, uint32_t existFlag, char *buffer);
     uint16_t bgpRouterId = 0; // only where the BGP form is printed
     uint16_t memberAs = 0;
+    bool isRemote = false;
 };
 
 template <size_t Count>
@@ -90,9 +72,30 @@ constexpr NodePlaces kLinkRemote{.as = LsAt(kLsLinkRows, "stRemoteAs"),
                                  .existFlag = LsAt(kLsLinkRows, "existFlag"),
                                  .bgpLsIdToStr = SYSDT_RemoteBgpLsIdToStr,
                                  .bgpRouterId = LsAt(kLsLinkRows, "uiRemoteBgpRtId"),
-                                 .memberAs = LsAt(kLsLinkRows, "remoteMemberAs")};
+                                 .memberAs = LsAt(kLsLinkRows, "remoteMemberAs"),
+                                 .isRemote = true};
 
-bool AppendNode(GrowingText &text, const NodeFormats &formats, const NodePlaces &places, const uint8_t *record)
+// A node descriptor by what names the node: an IGP router id, or a BGP router id.
+bool AppendLocal(GrowingText &text, bool isBgp, const uint8_t *record, const char *as, const char *bgpLsId,
+                 const char *id, const char *last)
+{
+    // The type's name goes by the low byte, as the choice of the printer does.
+    const char *type = LsTypeName(record[kLsTypeAt]);
+    const char *protocol = LsProtocolName(ProtocolOf(record));
+    const uint64_t identifier = IdentifierOf(record);
+    return isBgp ? Print<"[%s][%s][IDENTIFIER%llu][LOCAL[as%s]%s[bgp-router-id%s]%s]">(text, type, protocol, identifier,
+                                                                                       as, bgpLsId, id, last)
+                 : Print<"[%s][%s][IDENTIFIER%llu][LOCAL[as%s]%s[ospf-area-id%s][igp-router-id%s]]">(
+                       text, type, protocol, identifier, as, bgpLsId, id, last);
+}
+
+bool AppendRemote(GrowingText &text, bool isBgp, const char *as, const char *bgpLsId, const char *id, const char *last)
+{
+    return isBgp ? Print<"[REMOTE[as%s]%s[bgp-router-id%s]%s]">(text, as, bgpLsId, id, last)
+                 : Print<"[REMOTE[as%s]%s[ospf-area-id%s][igp-router-id%s]]">(text, as, bgpLsId, id, last);
+}
+
+bool AppendNode(GrowingText &text, const NodePlaces &places, const uint8_t *record)
 {
     const bool isBgp = ProtocolOf(record) == kLsBgp && places.bgpRouterId != 0;
     char as[kSmallPiece];
@@ -105,38 +108,30 @@ bool AppendNode(GrowingText &text, const NodeFormats &formats, const NodePlaces 
     } else if (SYSDT_MemberAsNumToStr(record + places.memberAs, last) != DT_OK) {
         return false;
     }
-    // The type's name goes by the low byte, as the choice of the printer does.
     const Dotted id(record + (isBgp ? places.bgpRouterId : places.ospfAreaId));
-    const Argument arguments[] = {LsTypeName(record[kLsTypeAt]),
-                                  LsProtocolName(ProtocolOf(record)),
-                                  IdentifierOf(record),
-                                  as,
-                                  bgpLsId,
-                                  id.text,
-                                  last};
-    return Print(text, isBgp ? formats.bgp : formats.igp, arguments + formats.skip);
+    return places.isRemote ? AppendRemote(text, isBgp, as, bgpLsId, id.text, last)
+                           : AppendLocal(text, isBgp, record, as, bgpLsId, id.text, last);
 }
 
 // -------------------------------------------------------------------------------------------------------------- links
 
+bool AppendBgpLinkOf(GrowingText &text, const uint8_t *record, const char *local, const char *remote)
+{
+    const Dotted localId(record + LsAt(kLsLinkRows, "uiLinkLocId"));
+    const Dotted remoteId(record + LsAt(kLsLinkRows, "uiLinkRemId"));
+    return Print<"[LINK[identifier%s.%s][local%s][remote%s]]">(text, localId.text, remoteId.text, local, remote);
+}
+
 // Under BGP: the identifiers and one pair of addresses, IPv4 when there is one.
 bool AppendBgpLink(GrowingText &text, const uint8_t *record)
 {
-    constexpr char kFormat[] = "[LINK[identifier%s.%s][local%s][remote%s]]";
     const uint8_t *ipv4Interface = record + LsAt(kLsLinkRows, "stIpv4IntfAddr");
     const uint8_t *ipv4Neighbour = record + LsAt(kLsLinkRows, "stIpv4PeerAddr");
-    const Dotted localId(record + LsAt(kLsLinkRows, "uiLinkLocId"));
-    const Dotted remoteId(record + LsAt(kLsLinkRows, "uiLinkRemId"));
     if ((Load<uint32_t>(ipv4Interface) | Load<uint32_t>(ipv4Neighbour)) != 0) {
-        const Dotted local(ipv4Interface);
-        const Dotted remote(ipv4Neighbour);
-        const Argument arguments[] = {localId.text, remoteId.text, local.text, remote.text};
-        return Print(text, kFormat, arguments);
+        return AppendBgpLinkOf(text, record, Dotted(ipv4Interface).text, Dotted(ipv4Neighbour).text);
     }
-    const Ipv6Piece local(record + LsAt(kLsLinkRows, "stIpv6IntfAddr"));
-    const Ipv6Piece remote(record + LsAt(kLsLinkRows, "stIpv6PeerAddr"));
-    const Argument arguments[] = {localId.text, remoteId.text, local.text, remote.text};
-    return Print(text, kFormat, arguments);
+    return AppendBgpLinkOf(text, record, Ipv6Piece(record + LsAt(kLsLinkRows, "stIpv6IntfAddr")).text,
+                           Ipv6Piece(record + LsAt(kLsLinkRows, "stIpv6PeerAddr")).text);
 }
 
 // All four addresses, there or not.
@@ -147,8 +142,8 @@ bool AppendLinkAddresses(GrowingText &text, const uint8_t *record)
     const Dotted ipv4Neighbour(record + LsAt(kLsLinkRows, "stIpv4PeerAddr"));
     const Ipv6Piece ipv6Interface(record + LsAt(kLsLinkRows, "stIpv6IntfAddr"));
     const Ipv6Piece ipv6Neighbour(record + LsAt(kLsLinkRows, "stIpv6PeerAddr"));
-    const Argument arguments[] = {ipv4Interface.text, ipv4Neighbour.text, ipv6Interface.text, ipv6Neighbour.text, mtId};
-    return AppendMt(text, kLinkAddressFormats, mtId, arguments);
+    return Print<"[LINK[if-address%s][peer-address%s][if-address%s][peer-address%s]%s]">(
+        text, ipv4Interface.text, ipv4Neighbour.text, ipv6Interface.text, ipv6Neighbour.text, MtPiece(mtId).text);
 }
 
 bool AppendLinkIds(GrowingText &text, const uint8_t *record)
@@ -156,8 +151,7 @@ bool AppendLinkIds(GrowingText &text, const uint8_t *record)
     const auto mtId = Load<uint32_t>(record + LsAt(kLsLinkRows, "uiMtId"));
     const Dotted local(record + LsAt(kLsLinkRows, "uiLinkLocId"));
     const Dotted remote(record + LsAt(kLsLinkRows, "uiLinkRemId"));
-    const Argument arguments[] = {local.text, remote.text, mtId};
-    return AppendMt(text, kLinkIdFormats, mtId, arguments);
+    return Print<"[LINK[link-local-id%s][link-remote-id%s]%s]">(text, local.text, remote.text, MtPiece(mtId).text);
 }
 
 bool AppendLink(GrowingText &text, const uint8_t *record)
@@ -182,16 +176,9 @@ bool AppendTeLocal(GrowingText &text, const uint8_t *record)
     const Dotted bgpRouterId(record + LsAt(kLsTePolicyRows, "uiLocalBgpRtId"));
     const Dotted routerId(record + LsAt(kLsTePolicyRows, "teRouterId"));
     const Ipv6Piece ipv6RouterId(record + LsAt(kLsTePolicyRows, "ipv6TeRouterId"));
-    const Argument arguments[] = {LsTypeName(record[kLsTypeAt]),
-                                  LsProtocolName(ProtocolOf(record)),
-                                  IdentifierOf(record),
-                                  as,
-                                  bgpLsId,
-                                  bgpRouterId.text,
-                                  routerId.text,
-                                  ipv6RouterId.text};
-    return Print(text, "[%s][%s][IDENTIFIER%llu][LOCAL[as%s]%s[bgp-router-id%s][ipv4-router-id%s][ipv6-router-id%s]]",
-                 arguments);
+    return Print<"[%s][%s][IDENTIFIER%llu][LOCAL[as%s]%s[bgp-router-id%s][ipv4-router-id%s][ipv6-router-id%s]]">(
+        text, LsTypeName(record[kLsTypeAt]), LsProtocolName(ProtocolOf(record)), IdentifierOf(record), as, bgpLsId,
+        bgpRouterId.text, routerId.text, ipv6RouterId.text);
 }
 
 bool AppendTe(GrowingText &text, const uint8_t *record)
@@ -202,43 +189,36 @@ bool AppendTe(GrowingText &text, const uint8_t *record)
     SYSDT_LS_Ipv4Ipv6ToStr(record + LsAt(kLsTePolicyRows, "endpoint"), endpoint, sizeof endpoint);
     SYSDT_LS_Ipv4Ipv6ToStr(record + LsAt(kLsTePolicyRows, "originatorAddr"), originator, sizeof originator);
     SYSDT_OriginatorAsNumToStr(record + LsAt(kLsTePolicyRows, "originatorAs"), originatorAs);
-    const Argument arguments[] = {record[LsAt(kLsTePolicyRows, "protocolOrigin")],
-                                  record[LsAt(kLsTePolicyRows, "flags")],
-                                  endpoint,
-                                  Load<uint32_t>(record + LsAt(kLsTePolicyRows, "color")),
-                                  originatorAs,
-                                  originator,
-                                  Load<uint32_t>(record + LsAt(kLsTePolicyRows, "discriminator"))};
-    return Print(text,
-                 "[TE[protocol-origin%u][Flag%u][endpoint%s][color%u][originator-as%s][originator-address%s]"
-                 "[discriminator%u]]",
-                 arguments);
+    return Print<"[TE[protocol-origin%u][Flag%u][endpoint%s][color%u][originator-as%s][originator-address%s]"
+                 "[discriminator%u]]">(text, record[LsAt(kLsTePolicyRows, "protocolOrigin")],
+                                       record[LsAt(kLsTePolicyRows, "flags")], endpoint,
+                                       Load<uint32_t>(record + LsAt(kLsTePolicyRows, "color")), originatorAs,
+                                       originator, Load<uint32_t>(record + LsAt(kLsTePolicyRows, "discriminator")));
 }
 
 // ------------------------------------------------------------------------------------------------------------ printers
 
 bool PrintNode(GrowingText &text, const uint8_t *record)
 {
-    return AppendNode(text, kLocalFormats, kNodeLocal, record);
+    return AppendNode(text, kNodeLocal, record);
 }
 
 bool PrintLink(GrowingText &text, const uint8_t *record)
 {
-    return AppendNode(text, kLocalFormats, kLinkLocal, record) &&
-           AppendNode(text, kRemoteFormats, kLinkRemote, record) && AppendLink(text, record);
+    return AppendNode(text, kLinkLocal, record) && AppendNode(text, kLinkRemote, record) && AppendLink(text, record);
 }
 
 // The prefix of either family, ready as text.
 bool AppendPrefix(GrowingText &text, const uint8_t *mtId, const uint8_t *routeType, const char *prefix, uint8_t length)
 {
-    const auto mt = Load<uint32_t>(mtId);
-    const Argument arguments[] = {mt, Load<uint32_t>(routeType), prefix, length};
-    return AppendMt(text, kPrefixFormats, mt, arguments);
+    const MtPiece mt(Load<uint32_t>(mtId));
+    return Print<"[PREFIX%s[ospf-route-type%u][prefix%s/%u]]">(text, mt.text, Load<uint32_t>(routeType), prefix,
+                                                               length);
 }
 
 bool PrintIpv4Prefix(GrowingText &text, const uint8_t *record)
 {
-    if (!AppendNode(text, kLocalFormats, kIpv4PrefixLocal, record)) {
+    if (!AppendNode(text, kIpv4PrefixLocal, record)) {
         return false;
     }
     const Dotted prefix(record + LsAt(kLsIpv4PrefixRows, "stIpv4Prefix"));
@@ -249,7 +229,7 @@ bool PrintIpv4Prefix(GrowingText &text, const uint8_t *record)
 
 bool PrintIpv6Prefix(GrowingText &text, const uint8_t *record)
 {
-    if (!AppendNode(text, kLocalFormats, kIpv6PrefixLocal, record)) {
+    if (!AppendNode(text, kIpv6PrefixLocal, record)) {
         return false;
     }
     const Ipv6Piece prefix(record + LsAt(kLsIpv6PrefixRows, "stIpv6Prefix"));
@@ -265,13 +245,12 @@ bool PrintTePolicy(GrowingText &text, const uint8_t *record)
 
 bool PrintSrv6Sid(GrowingText &text, const uint8_t *record)
 {
-    if (!AppendNode(text, kLocalFormats, kSrv6SidLocal, record)) {
+    if (!AppendNode(text, kSrv6SidLocal, record)) {
         return false;
     }
     const auto mtId = Load<uint32_t>(record + LsAt(kLsSrv6SidRows, "uiMtId"));
     const Ipv6Piece sid(record + LsAt(kLsSrv6SidRows, "srv6SidInfo"));
-    const Argument arguments[] = {mtId, sid.text};
-    return AppendMt(text, kSidFormats, mtId, arguments);
+    return Print<"[SID%s[sid%s]]">(text, MtPiece(mtId).text, sid.text);
 }
 
 uint32_t PrintBy(bool (*print)(GrowingText &text, const uint8_t *record), const void *record, char *buffer,

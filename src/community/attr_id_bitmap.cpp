@@ -14,6 +14,7 @@
 #include "community/community.h"
 #include "community/text_template.h"
 #include "host/address_field.h"
+#include "host/format.h"
 #include "host/layout.h"
 #include "host/operations.h"
 
@@ -214,16 +215,20 @@ bool LayOut(const uint8_t *bitmap, char *head, GrowingText &page)
     const char *const suffix = TakeSuffix(head);
     Put(page, head);
     for (uint32_t count = 1, more = 1; more != 0; ++count) {
-        Format(page, " %d", {run.first});
+        Put<" %u">(page, run.first);
         if (run.last != run.first) {
-            Format(page, " to %d", {run.last});
+            Put<" to %u">(page, run.last);
         }
         more = FindRun(bitmap, run.last + 1, run);
         if (more != 0 && count % kRunsALine == 0) {
-            Format(page, "%s\r\n%s", {suffix, head});
+            Put(page, suffix);
+            Put(page, "\r\n");
+            Put(page, head);
         }
     }
-    Format(page, "%s\r\n", {suffix});
+    Put(page, suffix);
+    Put(page, "\r\n");
+    *page.at = '\0';
     return true;
 }
 

@@ -8,6 +8,7 @@
 // A number that has a name prints as the name, however it was typed.
 #include "community/community.h"
 
+#include "host/format.h"
 #include "host/layout.h"
 #include "host/numbers.h"
 #include "host/operations.h"
@@ -71,16 +72,20 @@ constexpr NumbersRule kNumbers = NumbersText(1, kLongestCommunity, ":", kNotatio
 constexpr const BgpRule *kRules[] = {&kEmpty,          &kTooLong,    &kBlank,    &kNoDigit,    &kWrongCharacter,
                                      &kTooManyNumbers, &kNoNotation, &kTooLarge, &kUnknownName};
 
-[[gnu::always_inline]] inline bool ReadNumber(Text text, Community &community, Why *why)
+[[gnu::always_inline]] inline bool TakeNumber(const Numbers &numbers, uint32_t form, Community &community)
 {
-    Numbers numbers;
-    const uint32_t form = ReadNotation(kNumbers, text, numbers, why);
     if (form == kNoFit) {
         return false;
     }
     const uint64_t number = form == kByHalves ? numbers.at[0] << 16 | numbers.at[1] : numbers.at[0];
     community = {static_cast<uint32_t>(number), form};
     return true;
+}
+
+[[gnu::always_inline]] inline bool ReadNumber(Text text, Community &community, Why *why)
+{
+    Numbers numbers;
+    return TakeNumber(numbers, ReadNotation(kNumbers, text, numbers, why), community);
 }
 
 // Always false: of a text that is read as no number, why.
@@ -154,6 +159,14 @@ void RefuseName(uint32_t code, Text text, Why *why)
 
 } // namespace
 
+const char *ReadBareCommunity(const char *text, Community &community)
+{
+    Numbers numbers;
+    uint32_t form = kNoFit;
+    const char *behind = ReadBareNotation(kNumbers, text, numbers, form);
+    return TakeNumber(numbers, form, community) ? behind : nullptr;
+}
+
 uint32_t ReadCommunity(uint32_t memoryHandle, Text text, uint32_t mostColons, Community &community, Why *why)
 {
     return ReadNumber(text, community, nullptr) ? DT_OK : ReadName(memoryHandle, text, mostColons, community, why);
@@ -164,7 +177,10 @@ namespace {
 uint32_t ReadTo(uint32_t memoryHandle, const char *text, void *value, Why *why)
 {
     Community community;
-    const uint32_t code = ReadCommunity(memoryHandle, Trim(text), kLongestCommunity, community, why);
+    const char *behind = ReadBareCommunity(text, community);
+    const uint32_t code = behind != nullptr && *behind == '\0'
+                              ? DT_OK
+                              : ReadCommunity(memoryHandle, Trim(text), kLongestCommunity, community, why);
     if (code == DT_OK) {
         Store(value, community);
     }
@@ -183,10 +199,10 @@ bool FormatNameless(Community community, GrowingText &text)
 {
     switch (community.form) {
     case kByNumberOrName:
-        Format(text, "%u", {community.number});
+        Put<"%u">(text, community.number);
         return true;
     case kByHalves:
-        Format(text, "%u:%u", {community.number >> 16, community.number & 0xFFFF});
+        Put<"%u:%u">(text, HighHalf(community.number), LowHalf(community.number));
         return true;
     default:
         return false;
@@ -272,9 +288,10 @@ uint32_t SYSDT_FormatNoWellKnowCmy(uint32_t *printed, char *buffer, void **outBu
 {
     char line[bgp::kTextLimit];
     bgp::GrowingText text = bgp::GrowIn(line, sizeof line);
-    const uint32_t code = bgp::FormatNameless(bgp::Load<bgp::Community>(value), text)
-                              ? bgp::Printed(bgp::PrintText(buffer, bgp::kTextLimit, line), printed)
-                              : DT_ERR_INVALID_VALUE;
+    const bool formatted = bgp::FormatNameless(bgp::Load<bgp::Community>(value), text);
+    *text.at = '\0';
+    const uint32_t code =
+        formatted ? bgp::Printed(bgp::PrintText(buffer, bgp::kTextLimit, line), printed) : DT_ERR_INVALID_VALUE;
     if (code != DT_OK) {
         *outBuffer = buffer;
     }

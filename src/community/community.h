@@ -36,6 +36,10 @@ struct Community {
 // numbers those with more than `mostColons` colons are not looked up.
 uint32_t ReadCommunity(uint32_t memoryHandle, Text text, uint32_t mostColons, Community &community, Why *why);
 
+// The community that a text begins with, when it is typed as a number or in halves, and the place behind it. Null says
+// only that ReadCommunity() has to tell.
+const char *ReadBareCommunity(const char *text, Community &community);
+
 // Appends the well-known name, or else the number by its form; nothing for a number without a name and with a form that
 // is not typed.
 void FormatCommunity(Community community, GrowingText &text);

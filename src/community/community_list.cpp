@@ -38,6 +38,14 @@ bool ReadEntry(uint32_t memoryHandle, Text item, PackedEntry &entry, Why *why)
     return true;
 }
 
+const char *ReadBareEntry(const char *text, PackedEntry &entry)
+{
+    Community community{};
+    const char *behind = ReadBareCommunity(text, community);
+    entry = {community.number, community.form};
+    return behind;
+}
+
 bool IsUnused(PackedEntry entry)
 {
     return entry.notation == kUnset;
@@ -66,6 +74,7 @@ constexpr PackedListRule kList{
     .allows = MayStandInItem,
     .longestItem = kLongestCommunity,
     .item = "a community",
+    .readBare = ReadBareEntry,
 };
 
 // --------------------------------------------------------------------------------------------------- text in and out
@@ -73,13 +82,24 @@ constexpr PackedListRule kList{
 constexpr const BgpRule *kRules[] = {&kEmpty,          &kTooLong,    &kTooManyItems, &kNoDigit,    &kWrongCharacter,
                                      &kTooManyNumbers, &kNoNotation, &kTooLarge,     &kUnknownName};
 
-// All entries are written, those behind the last item as unused ones.
-bool Read(uint32_t memoryHandle, const char *text, void *value, Why *why)
+void Clear(void *value)
 {
     for (uint32_t i = 0; i < kEntries; ++i) {
         StoreEntry(static_cast<uint8_t *>(value) + i * kPackedEntrySize, {0, kUnset});
     }
-    return ReadPackedList(kList, memoryHandle, Trim(text), value, why);
+}
+
+// All entries are written, those behind the last item as unused ones; all of them are unused when the text cannot be
+// cut into items.
+bool Read(uint32_t memoryHandle, const char *text, void *value, Why *why)
+{
+    const Text list = Trim(text);
+    Clear(value);
+    if (why == nullptr && ReadBareList(kList, list, value)) {
+        return true;
+    }
+    Clear(value);
+    return ReadPackedList(kList, memoryHandle, list, value, why);
 }
 
 uint32_t PrintList(const uint8_t *value, uint32_t, char *buffer, uint32_t *printed)

@@ -9,6 +9,7 @@
 //                           3 x.y:n
 #include "community/ext_community.h"
 
+#include "host/format.h"
 #include "host/layout.h"
 #include "host/operations.h"
 #include "rdrt/notation.h"
@@ -35,25 +36,25 @@ constexpr Split kOspfRouteSplit{{{2, 1}, {3, 1}, {4, 1}, {5, 1}, {7, 1}, {6, 1}}
 // clang-format off
 constexpr PrintRow kPrintRows[] = {
     // type and sub-type, form, format
-    {kUnsetKey, kAny, {},                                            {}},
-    {0x0002,    kAny, {"%u:%u"},                                     kAs2Split},
-    {0x030b,    kAny, {"%u:%u"},                                     kAs2Split},
-    {0x0003,    kAny, {"SoO <%u : %u>"},                             kAs2Split},
-    {0x0102,    kAny, {"%u.%u.%u.%u:%u"},                            kIpv4Split},
-    {0x0103,    kAny, {"SoO <%u.%u.%u.%u : %u>"},                    kIpv4Split},
-    {0x0005,    kAny, {"OSPF DOMAIN ID <%u.%u.%u.%u : %u>"},         kIpv4Split},
-    {0x0105,    kAny, {"OSPF DOMAIN ID <%u.%u.%u.%u : %u>"},         kIpv4Split},
-    {0x0205,    kAny, {"OSPF DOMAIN ID <%u.%u.%u.%u : %u>"},         kIpv4Split},
-    {0x8005,    kAny, {"OSPF DOMAIN ID <%u.%u.%u.%u : %u>"},         kIpv4Split},
-    {0x0107,    kAny, {"OSPF ROUTER ID <%u.%u.%u.%u : %u>"},         kIpv4Split},
-    {0x8001,    kAny, {"OSPF ROUTER ID <%u.%u.%u.%u : %u>"},         kIpv4Split},
-    {0x0202,    3,    {"%u.%u:%u"},                                  kDottedSplit},
-    {0x0202,    2,    {"%u:%u"},                                     kAs4Split},
-    {0x0202,    kAny, {},                                            {}},
-    {0x0203,    kAny, {"SoO <%u.%u : %u>"},                          kDottedSplit}, // dotted however it was typed
-    {0x0306,    kAny, {"OSPF RT <%u.%u.%u.%u : %u : %u>"},           kOspfRouteSplit},
-    {0x8000,    kAny, {"OSPF RT <%u.%u.%u.%u : %u : %u>"},           kOspfRouteSplit},
-    {kBandwidthKey, kAny, {"%u:%u"},                                 kAs2Split},
+    {kUnsetKey, kAny, {}},
+    {0x0002,    kAny, {Prints<"%u:%u", kAs2Split>}},
+    {0x030b,    kAny, {Prints<"%u:%u", kAs2Split>}},
+    {0x0003,    kAny, {Prints<"SoO <%u : %u>", kAs2Split>}},
+    {0x0102,    kAny, {Prints<"%u.%u.%u.%u:%u", kIpv4Split>}},
+    {0x0103,    kAny, {Prints<"SoO <%u.%u.%u.%u : %u>", kIpv4Split>}},
+    {0x0005,    kAny, {Prints<"OSPF DOMAIN ID <%u.%u.%u.%u : %u>", kIpv4Split>}},
+    {0x0105,    kAny, {Prints<"OSPF DOMAIN ID <%u.%u.%u.%u : %u>", kIpv4Split>}},
+    {0x0205,    kAny, {Prints<"OSPF DOMAIN ID <%u.%u.%u.%u : %u>", kIpv4Split>}},
+    {0x8005,    kAny, {Prints<"OSPF DOMAIN ID <%u.%u.%u.%u : %u>", kIpv4Split>}},
+    {0x0107,    kAny, {Prints<"OSPF ROUTER ID <%u.%u.%u.%u : %u>", kIpv4Split>}},
+    {0x8001,    kAny, {Prints<"OSPF ROUTER ID <%u.%u.%u.%u : %u>", kIpv4Split>}},
+    {0x0202,    3,    {Prints<"%u.%u:%u", kDottedSplit>}},
+    {0x0202,    2,    {Prints<"%u:%u", kAs4Split>}},
+    {0x0202,    kAny, {}},
+    {0x0203,    kAny, {Prints<"SoO <%u.%u : %u>", kDottedSplit>}}, // dotted however it was typed
+    {0x0306,    kAny, {Prints<"OSPF RT <%u.%u.%u.%u : %u : %u>", kOspfRouteSplit>}},
+    {0x8000,    kAny, {Prints<"OSPF RT <%u.%u.%u.%u : %u : %u>", kOspfRouteSplit>}},
+    {kBandwidthKey, kAny, {Prints<"%u:%u", kAs2Split>}},
 };
 // clang-format on
 
@@ -64,7 +65,7 @@ uint32_t PrintExtCommunity(const uint8_t *value, uint32_t mode, char *buffer, ui
         return Printed(PrintText(buffer, kPrintLimit, ""), printed);
     }
     if (stored.kind == kBandwidthKey && LoadBig(value + 2, 2) == kAsTrans) {
-        return Printed(Print(buffer, kPrintLimit, "%s:%u", {"as-trans", LoadBig(value + 4, 4)}), printed);
+        return Printed(Print<"as-trans:%u">(buffer, kPrintLimit, LoadBig<uint32_t>(value + 4)), printed);
     }
     return PrintStored(Table(kPrintRows), stored, 0, buffer, printed);
 }

@@ -7,6 +7,7 @@
 //   4-11   bandwidth  u64    host order; 0 prints as the empty text
 #include "community/community.h"
 #include "community/ext_community.h"
+#include "host/format.h"
 #include "host/layout.h"
 #include "host/operations.h"
 
@@ -31,9 +32,9 @@ uint32_t PrintBandwidth(const uint8_t *value, uint32_t, char *buffer, uint32_t *
         return Printed(PrintText(buffer, kPrintLimit, ""), printed);
     }
     if (as == kAsTrans) {
-        return Printed(Print(buffer, kPrintLimit, "as-trans:%llu", {bandwidth}), printed);
+        return Printed(Print<"as-trans:%llu">(buffer, kPrintLimit, bandwidth), printed);
     }
-    return Printed(Print(buffer, kPrintLimit, "%u:%llu", {as, bandwidth}), printed);
+    return Printed(Print<"%u:%llu">(buffer, kPrintLimit, as, bandwidth), printed);
 }
 
 constexpr FormatOutRule kOut{.modes = kTextOnly, .print = PrintBandwidth, .textSize = kTextSize, .valueSize = kLength};

@@ -6,6 +6,7 @@
 //   2-3    cpi       u16    host order
 //   4-7    reserved  u32    host order, 0 when typed
 #include "community/community.h"
+#include "host/format.h"
 #include "host/layout.h"
 #include "host/numbers.h"
 #include "host/operations.h"
@@ -42,7 +43,7 @@ constexpr const BgpRule *kRules[] = {&kEmpty,          &kTooLong,    &kBlank,   
 bool Read(const char *text, void *value, Why *why)
 {
     Numbers numbers;
-    if (ReadNotation(kText, Trim(text), numbers, why) == kNoFit) {
+    if (ReadNotation(kText, text, numbers, why) == kNoFit) {
         return false;
     }
     auto *bytes = static_cast<uint8_t *>(value);
@@ -59,7 +60,7 @@ uint32_t PrintCompressed(const uint8_t *value, uint32_t, char *buffer, uint32_t 
     }
     const auto cpi = Load<uint16_t>(value + 2);
     const auto reserved = Load<uint32_t>(value + 4);
-    return Printed(Print(buffer, kPrintLimit, "%u:%u", {cpi, reserved}), printed);
+    return Printed(Print<"%u:%u">(buffer, kPrintLimit, cpi, reserved), printed);
 }
 
 constexpr FormatInRule kIn{.typeId = 1300, .length = kLength, .modes = kTextOnly, .read = Read};

@@ -6,6 +6,7 @@
 //   8-11   local data part 2     u32    host order
 //   12-15  type                  u32    host order, 0 when typed; never printed
 #include "community/community.h"
+#include "host/format.h"
 #include "host/layout.h"
 #include "host/numbers.h"
 #include "host/operations.h"
@@ -44,7 +45,7 @@ constexpr const BgpRule *kRules[] = {&kEmpty,          &kTooShort,       &kTooLo
 bool Read(const char *text, void *value, Why *why)
 {
     Numbers numbers;
-    if (ReadNotation(kText, Trim(text), numbers, why) == kNoFit) {
+    if (ReadNotation(kText, text, numbers, why) == kNoFit) {
         return false;
     }
     auto *bytes = static_cast<uint8_t *>(value);
@@ -60,7 +61,7 @@ bool Read(const char *text, void *value, Why *why)
 uint32_t PrintLargeCommunity(const uint8_t *value, uint32_t, char *buffer, uint32_t *printed)
 {
     const auto part = [value](uint32_t i) { return Load<uint32_t>(value + 4 * i); };
-    return Printed(Print(buffer, kPrintLimit, "%u:%u:%u", {part(0), part(1), part(2)}), printed);
+    return Printed(Print<"%u:%u:%u">(buffer, kPrintLimit, part(0), part(1), part(2)), printed);
 }
 
 // -------------------------------------------------------------------------------------------------------- operations

@@ -28,14 +28,14 @@ constexpr NotationRule kTyped{.kinds = {0x0103, 0x0003, 0x0203}, .refusesZero = 
 // clang-format off
 constexpr PrintRow kPrintRows[] = {
     // type and sub-type, form, format
-    {0x0103, kAny, {"%u.%u.%u.%u:%u"}, kIpv4Split},
-    {0x0003, 1,    {"%u:%u"},          kAs2Split},
-    {0x0003, 2,    {"%u:%u"},          kAs4Split}, // the form picks the split
-    {0x0003, 3,    {"%u.%u:%u"},       kDottedSplit},
-    {0x0003, kAny, {},                 {}},
-    {0x0203, 2,    {"%u:%u"},          kAs4Split},
-    {0x0203, 3,    {"%u.%u:%u"},       kDottedSplit},
-    {0x0203, kAny, {},                 {}},
+    {0x0103, kAny, {Prints<"%u.%u.%u.%u:%u", kIpv4Split>}},
+    {0x0003, 1,    {Prints<"%u:%u", kAs2Split>}},
+    {0x0003, 2,    {Prints<"%u:%u", kAs4Split>}}, // the form picks the split
+    {0x0003, 3,    {Prints<"%u.%u:%u", kDottedSplit>}},
+    {0x0003, kAny, {}},
+    {0x0203, 2,    {Prints<"%u:%u", kAs4Split>}},
+    {0x0203, 3,    {Prints<"%u.%u:%u", kDottedSplit>}},
+    {0x0203, kAny, {}},
 };
 // clang-format on
 

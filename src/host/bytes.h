@@ -57,6 +57,37 @@ inline uint32_t LoadBig(const uint8_t *at, uint32_t width)
     return value;
 }
 
+template <class Integer>
+inline Integer LoadBig(const void *at)
+{
+    const auto value = Load<Integer>(at);
+    if constexpr (sizeof value == 2) {
+        return __builtin_bswap16(value);
+    } else if constexpr (sizeof value == 4) {
+        return __builtin_bswap32(value);
+    } else {
+        static_assert(sizeof value == 1);
+        return value;
+    }
+}
+
+template <class Integer>
+inline void StoreBig(void *at, Integer value)
+{
+    Store(at, LoadBig<Integer>(&value)); // the same swap
+}
+
+// The halves of a word, as dotted AS numbers and communities are typed.
+inline uint16_t HighHalf(uint32_t word)
+{
+    return static_cast<uint16_t>(word >> 16);
+}
+
+inline uint16_t LowHalf(uint32_t word)
+{
+    return static_cast<uint16_t>(word);
+}
+
 // Host order to network order and back, in place.
 inline void Reverse(void *at, uint32_t width)
 {

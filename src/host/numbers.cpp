@@ -17,6 +17,12 @@ Text NumberAt(Text text, uint32_t index)
     }
 }
 
+bool ReadTrimmedNumbers(const NumbersRule &rule, const char *typed, Text &text, Numbers &numbers, Why *why)
+{
+    text = Trim(typed);
+    return ReadNumbersOf(rule, text, numbers, why);
+}
+
 namespace {
 
 // The first number that is too small or too large; the count of numbers when none is.

@@ -45,6 +45,10 @@ constexpr uint32_t DigitValue(char character)
     return 0xFF;
 }
 
+// As many digits as fit 64 bits whatever they are.
+template <uint32_t Base>
+inline constexpr uint32_t kSafeDigits = Base == 16 ? 16 : 19;
+
 // Reads one number of one or more digits, of any length; from UINT64_MAX / Base * Base on it saturates. Returns the
 // first character behind it, null when there is no digit.
 template <uint32_t Base = 10>
@@ -52,12 +56,15 @@ inline const char *ReadNumber(const char *at, const char *end, uint64_t *number)
 {
     constexpr uint64_t kLast = UINT64_MAX / Base; // one more digit may overflow beyond this
     const char *const start = at;
+    const char *const safe = end - at > static_cast<ptrdiff_t>(kSafeDigits<Base>) ? at + kSafeDigits<Base> : end;
     uint64_t value = 0;
-    for (uint32_t digit; at < end && (digit = DigitValue<Base>(*at)) != 0xFF; ++at) {
-        if (value < kLast) [[likely]] {
-            value = value * Base + digit;
-        } else {
-            value = UINT64_MAX;
+    uint32_t digit = 0;
+    for (; at < safe && (digit = DigitValue<Base>(*at)) != 0xFF; ++at) {
+        value = value * Base + digit;
+    }
+    if (at == safe) [[unlikely]] {
+        for (; at < end && (digit = DigitValue<Base>(*at)) != 0xFF; ++at) {
+            value = value < kLast ? value * Base + digit : UINT64_MAX;
         }
     }
     *number = value;
@@ -198,7 +205,7 @@ template <uint32_t... I>
     return found;
 }
 
-// A trimmed text to its numbers, which may still fit no notation.
+// A trimmed piece to its numbers, which may still fit no notation.
 [[gnu::always_inline]] inline bool ReadNumbersOf(const NumbersRule &rule, Text text, Numbers &numbers, Why *why)
 {
     return HasLength(text, rule.shortest, rule.longest, why) &&
@@ -206,10 +213,82 @@ template <uint32_t... I>
                             : ReadNumbers<10>(text, rule.separators, numbers, why));
 }
 
-// A trimmed text to its numbers; the index of its notation, or kNoFit.
+// The same of a whole text, the blanks around it aside; `text` is what is left of it.
+[[gnu::cold]] bool ReadTrimmedNumbers(const NumbersRule &rule, const char *typed, Text &text, Numbers &numbers,
+                                      Why *why);
+
+// One separator of those that a rule has; without a loop, as the rule is a constant.
+[[gnu::always_inline]] inline bool Separates(const char *separators, char character)
+{
+    for (; *separators != '\0'; ++separators) {
+        if (*separators == character) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// The numbers that a text begins with, in one pass up to the first character that is neither digit nor separator, at
+// the latest the terminator; the place there. Null says only that this way of reading does not tell: when there are no
+// numbers, too many or too long ones, or more or fewer characters than the rule's texts have.
+template <uint32_t Base>
+[[gnu::always_inline]] inline const char *ReadBareNumbers(const NumbersRule &rule, const char *text, Numbers &numbers)
+{
+    const char *at = text;
+    uint32_t shape = 0;
+    for (uint32_t count = 0; count < kMostNumbers; ++count) {
+        const char *const start = at;
+        uint64_t value = 0;
+        for (uint32_t digit; (digit = DigitValue<Base>(*at)) != 0xFF; ++at) {
+            value = value * Base + digit; // of too many digits nothing is used
+        }
+        if (at == start || at - start > static_cast<ptrdiff_t>(kSafeDigits<Base>)) {
+            return nullptr;
+        }
+        numbers.at[count] = value;
+        if (!Separates(rule.separators, *at)) {
+            numbers.shape = shape;
+            return IsLong({text, static_cast<uint32_t>(at - text)}, rule.shortest, rule.longest) ? at : nullptr;
+        }
+        shape = shape << 8 | static_cast<uint8_t>(*at++);
+    }
+    return nullptr;
+}
+
+// The notation of such numbers, and the place behind them; null as above, or when no notation fits.
+[[gnu::always_inline]] inline const char *ReadBareNotation(const NumbersRule &rule, const char *text, Numbers &numbers,
+                                                           uint32_t &notation)
+{
+    const char *behind = ReadBareNumbers<10>(rule, text, numbers);
+    notation = behind != nullptr ? FindNotation(rule, {}, numbers, nullptr) : kNoFit;
+    return notation != kNoFit ? behind : nullptr;
+}
+
+// A whole text to its numbers, which may still fit no notation; blanks around it are no part of `text`.
+[[gnu::always_inline]] inline bool ReadNumbersOf(const NumbersRule &rule, const char *typed, Text &text,
+                                                 Numbers &numbers, Why *why)
+{
+    const char *behind =
+        rule.base == 16 ? ReadBareNumbers<16>(rule, typed, numbers) : ReadBareNumbers<10>(rule, typed, numbers);
+    if (behind == nullptr || *behind != '\0') [[unlikely]] {
+        return ReadTrimmedNumbers(rule, typed, text, numbers, why);
+    }
+    text = {typed, static_cast<uint32_t>(behind - typed)};
+    return true;
+}
+
+// A trimmed piece to its numbers; the index of its notation, or kNoFit.
 [[gnu::always_inline]] inline uint32_t ReadNotation(const NumbersRule &rule, Text text, Numbers &numbers, Why *why)
 {
     return ReadNumbersOf(rule, text, numbers, why) ? FindNotation(rule, text, numbers, why) : kNoFit;
+}
+
+// The same of a whole text, the blanks around it aside.
+[[gnu::always_inline]] inline uint32_t ReadNotation(const NumbersRule &rule, const char *typed, Numbers &numbers,
+                                                    Why *why)
+{
+    Text text;
+    return ReadNumbersOf(rule, typed, text, numbers, why) ? FindNotation(rule, text, numbers, why) : kNoFit;
 }
 
 // What most types of numbers refuse with; a type whose texts break others beside them, or cannot break one, has a list

@@ -52,6 +52,9 @@ struct PackedListRule {
     bool (*allows)(char character) = nullptr;
     uint32_t longestItem = 0;
     const char *item = nullptr; // what an item is called: "a community"
+    // The item that a text begins with, and the place behind it, for texts that are quick to read. Null says only that
+    // read() has to tell. Of ReadBareList() alone.
+    const char *(*readBare)(const char *text, PackedEntry &entry) = nullptr;
 
     constexpr uint32_t Length() const { return count * kPackedEntrySize; }
 };
@@ -112,6 +115,32 @@ inline bool RefuseOneTooMany(const PackedListRule &rule, Text item, Why *why)
     return true;
 }
 
+// A trimmed text whose items rule.readBare reads, each one, to the first entries of a value. False as soon as something
+// else is met, with the entries before it written: then ReadPackedList() has to tell.
+[[gnu::always_inline]] inline bool ReadBareList(const PackedListRule &rule, Text list, void *value)
+{
+    if (!IsLong(list, 1, rule.longestText)) {
+        return false;
+    }
+    Blanks blanks;
+    const char *at = list.at;
+    const char *const end = at + list.length;
+    auto *to = static_cast<uint8_t *>(value);
+    for (uint32_t i = 0; i < rule.count && at < end; ++i, to += kPackedEntrySize) {
+        PackedEntry entry;
+        const char *behind = rule.readBare(at, entry);
+        if (behind == nullptr || (behind < end && !IsBlank(blanks, *behind))) {
+            return false;
+        }
+        StoreEntry(to, entry);
+        at = behind;
+        while (at < end && IsBlank(blanks, *at)) {
+            ++at;
+        }
+    }
+    return at == end;
+}
+
 // A trimmed text to the first entries of a value; the other entries stay as they are. False, with part of the value
 // written, when the text is empty or too long, holds too many items, or holds one that is none.
 [[gnu::always_inline]] inline bool ReadPackedList(const PackedListRule &rule, uint32_t memoryHandle, Text list,
@@ -136,6 +165,13 @@ inline bool RefuseOneTooMany(const PackedListRule &rule, Text item, Why *why)
     return true;
 }
 
+// Are the entries from a place on the same, and that up to the value's end? Most values have but a few entries, and
+// then nothing but what FormatIn leaves behind the last.
+[[gnu::always_inline]] inline bool IsUniform(const uint8_t *at, const uint8_t *end)
+{
+    return std::memcmp(at, at + kPackedEntrySize, static_cast<size_t>(end - at) - kPackedEntrySize) == 0;
+}
+
 // The used entries in order, one blank before each but the first, cut at the longest text.
 [[gnu::always_inline]] inline uint32_t PrintPackedList(const PackedListRule &rule, const uint8_t *value, char *buffer,
                                                        uint32_t *printed)
@@ -144,9 +180,15 @@ inline bool RefuseOneTooMany(const PackedListRule &rule, Text item, Why *why)
     const uint32_t size = rule.longestText + 1;
     GrowingText text = GrowIn(line, size);
     bool first = true;
-    for (uint32_t i = 0; i < rule.count; ++i) {
-        const PackedEntry entry = LoadEntry(value + i * kPackedEntrySize);
+    bool looked = false;
+    const uint8_t *const end = value + rule.Length();
+    for (; value < end; value += kPackedEntrySize) {
+        const PackedEntry entry = LoadEntry(value);
         if (rule.isUnused(entry)) {
+            if (!looked && IsUniform(value, end)) {
+                break;
+            }
+            looked = true;
             continue;
         }
         if (!first) {

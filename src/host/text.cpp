@@ -102,6 +102,16 @@ bool IsHostsBlank(char character)
     return HostFindsBlank({&character, 1});
 }
 
+bool Terminate(Text text, char *to, uint32_t size)
+{
+    if (text.length >= size) {
+        return false;
+    }
+    std::memcpy(to, text.at, text.length);
+    to[text.length] = '\0';
+    return true;
+}
+
 void NoteBlank(const Why &why, Text text)
 {
     Text odd{text.at, 0}; // the first that is not graphic
@@ -137,9 +147,6 @@ void NoteLength(const Why &why, Text text, uint32_t least, uint32_t most)
 // ------------------------------------------------------------------------------------------------------------ output
 
 namespace {
-
-// The longest text that is printed from one format: a section of a BGP-LS key.
-constexpr uint32_t kLongestText = 1024;
 
 // The decimal digits of a number that fits a machine word, right-aligned before `end`, two at a time; the first digit.
 template <class Word>
@@ -199,6 +206,19 @@ inline void PutHex(GrowingText &text, uint64_t number, uint32_t least)
 
 } // namespace
 
+void Put(GrowingText &text, Text piece)
+{
+    const auto room = static_cast<size_t>(text.end - text.at);
+    const size_t length = piece.length < room ? piece.length : room;
+    std::memcpy(text.at, piece.at, length);
+    text.at += length;
+}
+
+void Put(GrowingText &text, const char *words)
+{
+    Put(text, Text{words, static_cast<uint32_t>(std::strlen(words))});
+}
+
 void Format(GrowingText &text, const char *format, const Argument *arguments)
 {
     GrowingText growing = text; // no character that is written can be a part of it
@@ -243,17 +263,24 @@ uint32_t Format(char *to, uint32_t room, const char *format, const Argument *arg
 
 int32_t Print(char *buffer, uint32_t size, const char *format, const Argument *arguments)
 {
-    char text[kLongestText];
+    char text[kLongestLine];
     Format(text, sizeof text, format, arguments);
     return PrintText(buffer, size, text);
 }
 
 bool Print(GrowingText &text, const char *format, const Argument *arguments)
 {
+    char line[kLongestLine];
+    Format(line, sizeof line, format, arguments);
+    return PrintLine(text, line);
+}
+
+bool PrintLine(GrowingText &text, const char *line)
+{
     if (text.at > text.end) {
         return false;
     }
-    const int32_t printed = Print(text.at, static_cast<uint32_t>(text.end - text.at) + 1, format, arguments);
+    const int32_t printed = PrintText(text.at, static_cast<uint32_t>(text.end - text.at) + 1, line);
     text.at += printed > 0 ? printed : 0;
     return printed >= 0;
 }

@@ -147,15 +147,7 @@ inline bool HasLength(Text text, uint32_t least, uint32_t most, Why *why)
 }
 
 // Copies the piece, terminated, for host services that want a terminated text. False when it does not fit in `size`.
-inline bool Terminate(Text text, char *to, uint32_t size)
-{
-    if (text.length >= size) {
-        return false;
-    }
-    std::memcpy(to, text.at, text.length);
-    to[text.length] = '\0';
-    return true;
-}
+bool Terminate(Text text, char *to, uint32_t size);
 
 // ------------------------------------------------------------------------------------------------------------ output
 
@@ -193,19 +185,8 @@ inline void Put(GrowingText &text, char character)
     }
 }
 
-inline void Put(GrowingText &text, Text piece)
-{
-    for (uint32_t i = 0; i < piece.length; ++i) {
-        Put(text, piece.at[i]);
-    }
-}
-
-inline void Put(GrowingText &text, const char *words)
-{
-    for (; *words != '\0'; ++words) {
-        Put(text, *words);
-    }
-}
+void Put(GrowingText &text, Text piece);
+void Put(GrowingText &text, const char *words);
 
 inline void PutTimes(GrowingText &text, char character, uint32_t count)
 {
@@ -235,19 +216,25 @@ inline int32_t Print(char *buffer, uint32_t size, const char *format, std::initi
     return Print(buffer, size, format, arguments.begin());
 }
 
-// Appends what the host's bounded formatter makes of it. False, with the text as it was, when the host refuses, or has
-// filled more than there was room for.
+// A ready text through the host's bounded formatter, the one road by which text leaves the plug-in.
+inline int32_t PrintText(char *buffer, uint32_t size, const char *text)
+{
+    return snprintf_truncated_s(buffer, size, "%s", text);
+}
+
+// The longest text that is printed at once: a section of a BGP-LS key.
+inline constexpr uint32_t kLongestLine = 1024;
+
+// Appends a ready text so. False, with the text as it was, when the host refuses, or has filled more than there was
+// room for.
+bool PrintLine(GrowingText &text, const char *line);
+
+// The same of what Format makes.
 bool Print(GrowingText &text, const char *format, const Argument *arguments);
 
 inline bool Print(GrowingText &text, const char *format, std::initializer_list<Argument> arguments)
 {
     return Print(text, format, arguments.begin());
-}
-
-// A ready text through the host's bounded formatter, the one road by which text leaves the plug-in.
-inline int32_t PrintText(char *buffer, uint32_t size, const char *text)
-{
-    return snprintf_truncated_s(buffer, size, "%s", text);
 }
 
 // The result of Print as an operation reports it: a count through *printed, or DT_ERR_FAIL.

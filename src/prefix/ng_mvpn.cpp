@@ -19,6 +19,7 @@
 #include "bgp_datatypes/helpers.h"
 #include "host/address_field.h"
 #include "host/bytes.h"
+#include "host/format.h"
 #include "host/operations.h"
 #include "prefix/prefix.h"
 
@@ -299,9 +300,9 @@ void AppendAs(GrowingText &text, const uint8_t *field)
 {
     const auto as = Load<AsNumber>(field);
     if (as.notation != 0 && as.number > UINT16_MAX) {
-        Format(text, "%u.%u", {as.number >> 16, as.number & 0xFFFF});
+        Put<"%u.%u">(text, HighHalf(as.number), LowHalf(as.number));
     } else {
-        Format(text, "%u", {as.number});
+        Put<"%u">(text, as.number);
     }
 }
 

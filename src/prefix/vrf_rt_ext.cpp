@@ -45,18 +45,17 @@ enum Style : uint32_t { kDisplay, kPlain };
 // clang-format off
 constexpr PrintRow kPrintRows[] = {
     // RT kind, notation, {display, plain}
-    {0x0102,        kAny, {"RT <%u.%u.%u.%u : %u>",  "%u.%u.%u.%u:%u"},  kIpv4Split},
-    {0x0000,        kAny, {"RT <%u : %u>",           "%u:%u"},           kAs2Split},
-    {kAs2Kind,      1,    {"RT <%u : %u>",           "%u:%u"},           kAs2Split},
-    {kAs2Kind,      2,    {"RT <%u : %u>",           "%u:%u"},           kAs4Split}, // the notation picks the split
-    {kAs2Kind,      3,    {"RT <%u . %u : %u>",      "%u.%u:%u"},        kDottedSplit},
-    {kAs2Kind,      kAny, {},                                            {}},
-    {0x0202,        2,    {"RT <%u : %u>",           "%u:%u"},           kAs4Split},
-    {0x0202,        3,    {"RT <%u . %u : %u>",      "%u.%u:%u"},        kDottedSplit},
-    {0x0202,        kAny, {},                                            {}},
-    {kEsImportKind, kAny, {"RT <%02hx%02hx-%02hx%02hx-%02hx%02hx>",
-                           "%02hx%02hx-%02hx%02hx-%02hx%02hx"},          kSixBytes},
-    {kAny,          kAny, {"Unknow <%u : %u : %u>",  "Unknow %u:%u:%u"}, kUnknownSplit},
+    {0x0102,        kAny, {Prints<"RT <%u.%u.%u.%u : %u>", kIpv4Split>, Prints<"%u.%u.%u.%u:%u", kIpv4Split>}},
+    {0x0000,        kAny, {Prints<"RT <%u : %u>", kAs2Split>, Prints<"%u:%u", kAs2Split>}},
+    {kAs2Kind,      1,    {Prints<"RT <%u : %u>", kAs2Split>, Prints<"%u:%u", kAs2Split>}},
+    {kAs2Kind,      2,    {Prints<"RT <%u : %u>", kAs4Split>, Prints<"%u:%u", kAs4Split>}}, // the notation picks the split
+    {kAs2Kind,      3,    {Prints<"RT <%u . %u : %u>", kDottedSplit>, Prints<"%u.%u:%u", kDottedSplit>}},
+    {kAs2Kind,      kAny, {}},
+    {0x0202,        2,    {Prints<"RT <%u : %u>", kAs4Split>, Prints<"%u:%u", kAs4Split>}},
+    {0x0202,        3,    {Prints<"RT <%u . %u : %u>", kDottedSplit>, Prints<"%u.%u:%u", kDottedSplit>}},
+    {0x0202,        kAny, {}},
+    {kEsImportKind, kAny, {Prints<"RT <%02hx%02hx-%02hx%02hx-%02hx%02hx>", kSixBytes>, Prints<"%02hx%02hx-%02hx%02hx-%02hx%02hx", kSixBytes>}},
+    {kAny,          kAny, {Prints<"Unknow <%u : %u : %u>", kUnknownSplit>, Prints<"Unknow %u:%u:%u", kUnknownSplit>}},
 };
 // clang-format on
 

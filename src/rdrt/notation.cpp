@@ -5,14 +5,34 @@ namespace bgp {
 namespace {
 
 // Returns whether any number is other than zero.
-bool StoreSplit(const Split &split, const Numbers &numbers, uint8_t *eight)
+template <const Split &S, uint32_t... I>
+bool StoreSlices(const Numbers &numbers, uint8_t *eight, std::integer_sequence<uint32_t, I...>)
 {
-    uint64_t any = 0;
-    for (uint32_t i = 0; i < kMostNumbers && split.at[i].width != 0; ++i) {
-        StoreBig(eight + split.at[i].offset, numbers.at[i], split.at[i].width);
-        any |= numbers.at[i];
+    (StoreBig(eight + S.at[I].offset, static_cast<SliceNumber<S.at[I].width>>(numbers.at[I])), ...);
+    return (numbers.at[I] | ...) != 0;
+}
+
+template <uint32_t Index>
+bool StoreSplit(const Numbers &numbers, uint8_t *eight)
+{
+    constexpr uint32_t kCount = CountSlices(kStorage[Index].split);
+    return StoreSlices<kStorage[Index].split>(numbers, eight, std::make_integer_sequence<uint32_t, kCount>());
+}
+
+// The same by the index of a notation.
+bool StoreNumbers(uint32_t notation, const Numbers &numbers, uint8_t *eight)
+{
+    static_assert(kSharedCount == 4);
+    switch (notation) {
+    case 0:
+        return StoreSplit<0>(numbers, eight);
+    case 1:
+        return StoreSplit<1>(numbers, eight);
+    case 2:
+        return StoreSplit<2>(numbers, eight);
+    default:
+        return StoreSplit<3>(numbers, eight);
     }
-    return any != 0;
 }
 
 } // namespace
@@ -24,8 +44,8 @@ uint32_t Encode(const NotationRule &rule, Text text, const Numbers &numbers, uin
         return kNoFit;
     }
     const Storage &stored = kStorage[found];
-    StoreBig(eight, rule.kinds[stored.administrator], 2);
-    const bool any = StoreSplit(stored.split, numbers, eight);
+    StoreBig(eight, rule.kinds[stored.administrator]);
+    const bool any = StoreNumbers(found, numbers, eight);
     if (!any && rule.refusesZero && stored.administrator != kByIpv4) {
         Refuse(why, text, kAllZero);
         return kNoFit;
@@ -36,9 +56,9 @@ uint32_t Encode(const NotationRule &rule, Text text, const Numbers &numbers, uin
 bool ReadShared(const NotationRule &rule, const char *text, void *value, Why *why)
 {
     auto *bytes = static_cast<uint8_t *>(value);
-    const Text trimmed = Trim(text);
+    Text trimmed;
     Numbers numbers;
-    if (!ReadNumbersOf(kSharedText, trimmed, numbers, why)) {
+    if (!ReadNumbersOf(kSharedText, text, trimmed, numbers, why)) {
         return false;
     }
     const uint32_t notation = Encode(rule, trimmed, numbers, bytes, why);
@@ -71,14 +91,12 @@ uint32_t PrintStored(const PrintTable &table, const Stored &stored, uint32_t sty
     if (row == nullptr) {
         return DT_ERR_FAIL;
     }
-    if (row->format[style] == nullptr) {
+    if (row->write[style] == nullptr) {
         return DT_OK;
     }
-    const auto number = [&](uint32_t i) -> uint64_t {
-        return LoadBig(stored.eight + row->split.at[i].offset, row->split.at[i].width);
-    };
-    const Argument arguments[kMostSlices] = {number(0), number(1), number(2), number(3), number(4), number(5)};
-    return Printed(Print(buffer, kPrintLimit, row->format[style], arguments), printed);
+    char line[kLongestNotation];
+    *row->write[style](stored.eight, line) = '\0';
+    return Printed(PrintText(buffer, kPrintLimit, line), printed);
 }
 
 uint32_t PrintNotation(const PrintTable &table, const uint8_t *value, uint32_t mode, char *buffer, uint32_t *printed)

@@ -16,10 +16,13 @@
 
 #include "host/bytes.h"
 #include "host/contract.h"
+#include "host/format.h"
 #include "host/numbers.h"
 #include "host/type.h"
 
 #include <cstdint>
+#include <type_traits>
+#include <utility>
 
 namespace bgp {
 
@@ -33,9 +36,22 @@ struct Slice {
 
 inline constexpr uint32_t kMostSlices = 6;
 
+// The number of a slice.
+template <uint32_t Width>
+using SliceNumber = std::conditional_t<Width == 1, uint8_t, std::conditional_t<Width == 2, uint16_t, uint32_t>>;
+
 struct Split {
     Slice at[kMostSlices];
 };
+
+constexpr uint32_t CountSlices(const Split &split)
+{
+    uint32_t count = 0;
+    while (count < kMostSlices && split.at[count].width != 0) {
+        ++count;
+    }
+    return count;
+}
 
 inline constexpr Split kIpv4Split{{{2, 1}, {3, 1}, {4, 1}, {5, 1}, {6, 2}}};
 inline constexpr Split kAs2Split{{{2, 2}, {4, 4}}};
@@ -125,12 +141,31 @@ inline constexpr uint32_t kPlainMode = 2;
 inline constexpr uint32_t kAny = 0xFFFFFFFF;
 inline constexpr uint32_t kStyles = 2;
 
+// Writes eight stored bytes, and returns the place behind the last character. There is room for kLongestNotation
+// characters.
+using NotationWriter = char *(*)(const uint8_t *eight, char *to);
+
+inline constexpr uint32_t kLongestNotation = 64;
+
+template <FormatString F, const Split &S, uint32_t... I>
+[[gnu::always_inline]] inline char *WriteSlices(const uint8_t *eight, char *to, std::integer_sequence<uint32_t, I...>)
+{
+    static_assert(kRoom<F, SliceNumber<S.at[I].width>...> <= kLongestNotation);
+    return Write<F>(to, LoadBig<SliceNumber<S.at[I].width>>(eight + S.at[I].offset)...);
+}
+
+// The writer of a format, whose numbers are the first of a split.
+template <FormatString F, const Split &S>
+char *Prints(const uint8_t *eight, char *to)
+{
+    return WriteSlices<F, S>(eight, to, std::make_integer_sequence<uint32_t, Conversions(F)>());
+}
+
 // How values of a kind and notation print. The notation, not the kind, picks the split.
 struct PrintRow {
     uint32_t kind;
     uint32_t notation;
-    const char *format[kStyles]; // the type says what its styles are; null: nothing is printed, and that is success
-    Split split;                 // a format may use fewer
+    NotationWriter write[kStyles]; // the type says what its styles are; null: nothing is printed, and that is success
 };
 
 // The first row that fits is the one.

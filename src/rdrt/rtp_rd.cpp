@@ -35,13 +35,13 @@ constexpr NotationRule kTyped{.kinds = {1, 0, 2}, .refusesZero = false, .firstNo
 // clang-format off
 constexpr PrintRow kPrintRows[] = {
     // RD type, notation, {number, wildcard}
-    {1, 1,    {"%u.%u.%u.%u:%u", "%u.%u.%u.%u:*"}, kIpv4Split},
-    {1, kAny, {},                                  {}},
-    {0, 2,    {"%u:%u",          "%u:*"},          kAs2Split},
-    {0, kAny, {},                                  {}},
-    {2, 4,    {"%u.%u:%u",       "%u.%u:*"},       kDottedSplit},
-    {2, 3,    {"%u:%u",          "%u:*"},          kAs4Split},
-    {2, kAny, {},                                  {}},
+    {1, 1,    {Prints<"%u.%u.%u.%u:%u", kIpv4Split>, Prints<"%u.%u.%u.%u:*", kIpv4Split>}},
+    {1, kAny, {}},
+    {0, 2,    {Prints<"%u:%u", kAs2Split>, Prints<"%u:*", kAs2Split>}},
+    {0, kAny, {}},
+    {2, 4,    {Prints<"%u.%u:%u", kDottedSplit>, Prints<"%u.%u:*", kDottedSplit>}},
+    {2, 3,    {Prints<"%u:%u", kAs4Split>, Prints<"%u:*", kAs4Split>}},
+    {2, kAny, {}},
 };
 // clang-format on
 
@@ -109,13 +109,11 @@ bool ReadWildcard(Text text, Numbers &numbers, Why *why)
 bool Read(const char *text, void *value, Why *why)
 {
     auto *bytes = static_cast<uint8_t *>(value);
-    const Text trimmed = Trim(text);
-    if (!HasLength(trimmed, kSharedText.shortest, kSharedText.longest, why)) {
-        return false;
-    }
+    Text trimmed;
     Numbers numbers;
-    const bool wildcard = !ReadNumbers(trimmed, kSharedText.separators, numbers, nullptr);
-    if (wildcard && !ReadWildcard(trimmed, numbers, why)) {
+    const bool wildcard = !ReadNumbersOf(kSharedText, text, trimmed, numbers, nullptr);
+    if (wildcard &&
+        (!HasLength(trimmed, kSharedText.shortest, kSharedText.longest, why) || !ReadWildcard(trimmed, numbers, why))) {
         return false;
     }
     const uint32_t notation = Encode(kTyped, trimmed, numbers, bytes, why);

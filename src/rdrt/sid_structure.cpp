@@ -9,6 +9,7 @@
 //   4      transposition length   u8     bits
 //   5      transposition offset   u8     bits
 //   6      present                u8     1 a structure is present; any other value none
+#include "host/format.h"
 #include "host/layout.h"
 #include "host/operations.h"
 #include "host/text.h"
@@ -35,8 +36,7 @@ int32_t PrintLengths(const uint8_t *value, char *buffer)
     if (value[kPresentAt] != 1) {
         return PrintText(buffer, kPrintLimit, "-");
     }
-    return Print(buffer, kPrintLimit, "%hhu-%hhu-%hhu-%hhu-%hhu-%hhu",
-                 {value[0], value[1], value[2], value[3], value[4], value[5]});
+    return Print<"%u-%u-%u-%u-%u-%u">(buffer, kPrintLimit, value[0], value[1], value[2], value[3], value[4], value[5]);
 }
 
 // A failing print is not the operation's failure: it reports what was printed, nothing.

@@ -5,6 +5,7 @@
 //   4-7    VPN index  u32    host order
 //
 // Its results come from SYS_DataTypeMalloc, not from the request's memory handle.
+#include "host/format.h"
 #include "host/layout.h"
 #include "host/numbers.h"
 #include "host/operations.h"
@@ -49,9 +50,9 @@ constexpr const BgpRule *kRules[] = {&kEmpty,          &kTooLong,        &kBlank
 
 bool Read(const char *text, void *value, Why *why)
 {
-    const Text trimmed = Trim(text);
+    Text trimmed;
     Numbers numbers;
-    if (ReadNotation(kText, trimmed, numbers, why) == kNoFit) {
+    if (!ReadNumbersOf(kText, text, trimmed, numbers, why) || FindNotation(kText, trimmed, numbers, why) == kNoFit) {
         return false;
     }
     if ((numbers.at[0] | numbers.at[1]) == 0) {
@@ -101,7 +102,7 @@ BGP_STR2(SYSDT_Str2VpnId, bgp::Read)
 uint32_t SYSDT_VpnId2Str(uint32_t oui, uint32_t index, uint32_t *printed, char *buffer)
 {
     *printed = 0;
-    bgp::Printed(bgp::Print(buffer, bgp::kPrintLimit, "%x:%x", {oui, index}), printed);
+    bgp::Printed(bgp::Print<"%x:%x">(buffer, bgp::kPrintLimit, oui, index), printed);
     return DT_OK;
 }
 

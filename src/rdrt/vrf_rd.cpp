@@ -29,14 +29,14 @@ constexpr NotationRule kTyped{.kinds = {1, 0, 2}, .refusesZero = true};
 // clang-format off
 constexpr PrintRow kPrintRows[] = {
     // RD type, notation, format
-    {1, kAny, {"%u.%u.%u.%u:%u"}, kIpv4Split},
-    {0, 1,    {"%u:%u"},          kAs2Split},
-    {0, 2,    {"%u:%u"},          kAs4Split}, // the notation picks the split
-    {0, 3,    {"%u.%u:%u"},       kDottedSplit},
-    {0, kAny, {},                 {}},
-    {2, 2,    {"%u:%u"},          kAs4Split},
-    {2, 3,    {"%u.%u:%u"},       kDottedSplit},
-    {2, kAny, {},                 {}},
+    {1, kAny, {Prints<"%u.%u.%u.%u:%u", kIpv4Split>}},
+    {0, 1,    {Prints<"%u:%u", kAs2Split>}},
+    {0, 2,    {Prints<"%u:%u", kAs4Split>}}, // the notation picks the split
+    {0, 3,    {Prints<"%u.%u:%u", kDottedSplit>}},
+    {0, kAny, {}},
+    {2, 2,    {Prints<"%u:%u", kAs4Split>}},
+    {2, 3,    {Prints<"%u.%u:%u", kDottedSplit>}},
+    {2, kAny, {}},
 };
 // clang-format on
 

@@ -27,14 +27,14 @@ constexpr NotationRule kTyped{.kinds = {0x0102, 0x0002, 0x0202}, .refusesZero = 
 // clang-format off
 constexpr PrintRow kPrintRows[] = {
     // RT kind, notation, format
-    {0x0102, kAny, {"%u.%u.%u.%u:%u"}, kIpv4Split},
-    {0x0202, 2,    {"%u:%u"},          kAs4Split},
-    {0x0202, 3,    {"%u.%u:%u"},       kDottedSplit},
-    {0x0202, kAny, {},                 {}},
-    {0x0002, 1,    {"%u:%u"},          kAs2Split},
-    {0x0002, 2,    {"%u:%u"},          kAs4Split}, // the notation picks the split
-    {0x0002, 3,    {"%u.%u:%u"},       kDottedSplit},
-    {0x0002, kAny, {},                 {}},
+    {0x0102, kAny, {Prints<"%u.%u.%u.%u:%u", kIpv4Split>}},
+    {0x0202, 2,    {Prints<"%u:%u", kAs4Split>}},
+    {0x0202, 3,    {Prints<"%u.%u:%u", kDottedSplit>}},
+    {0x0202, kAny, {}},
+    {0x0002, 1,    {Prints<"%u:%u", kAs2Split>}},
+    {0x0002, 2,    {Prints<"%u:%u", kAs4Split>}}, // the notation picks the split
+    {0x0002, 3,    {Prints<"%u.%u:%u", kDottedSplit>}},
+    {0x0002, kAny, {}},
 };
 // clang-format on
 

@@ -6,6 +6,7 @@
 //   18-19  local administrator   u16    network order; 0 or 1 when typed
 //   20-23  notation              u32    host order; 0 when typed
 #include "host/address.h"
+#include "host/format.h"
 #include "host/layout.h"
 #include "host/operations.h"
 #include "host/text.h"
@@ -105,7 +106,12 @@ uint32_t PrintVrfRtV6(const uint8_t *value, uint32_t, char *buffer, uint32_t *pr
     if (inet_ntop6(value + kAddressAt, address, sizeof address) == nullptr) {
         return DT_ERR_FAIL;
     }
-    return Printed(Print(buffer, kPrintLimit, "%s.%u", {address, LoadBig(value + kLocalAt, 2)}), printed);
+    char line[kPrintLimit];
+    GrowingText text = GrowIn(line, sizeof line);
+    Put(text, address);
+    Put<".%u">(text, LoadBig<uint16_t>(value + kLocalAt));
+    *text.at = '\0';
+    return Printed(PrintText(buffer, kPrintLimit, line), printed);
 }
 
 constexpr FormatInRule kIn{.typeId = 320, .length = kLength, .modes = kTextOnly, .read = Read};

@@ -6,6 +6,10 @@
 
 #include <lua.hpp>
 
+#include <string>
+#include <utility>
+#include <vector>
+
 namespace bgp::test {
 namespace {
 
@@ -75,6 +79,21 @@ constexpr PackedListRule kCutLetters{
     .item = "a letter",
 };
 
+// And again, lower-case letters read quickly.
+const char *ReadLowerLetter(const char *text, PackedEntry &entry)
+{
+    entry = {static_cast<uint32_t>(*text - 'a' + 1), 0};
+    return *text >= 'a' && *text <= 'z' ? text + 1 : nullptr;
+}
+
+constexpr PackedListRule WithBare(PackedListRule rule)
+{
+    rule.readBare = ReadLowerLetter;
+    return rule;
+}
+
+constexpr PackedListRule kBareLetters = WithBare(kLetters);
+
 // The value in hex, with 0xEE for what was not written; or the reason.
 std::string Read(const PackedListRule &rule, std::string_view text)
 {
@@ -106,6 +125,71 @@ TEST_F(PackedLists, ItemsFillTheFirstEntries)
                                                  std::string(10, 'e'));
         EXPECT_EQ(Read(*rule, "a b c d"), "01000000000200000000"
                                           "03000000000400000000");
+    }
+}
+
+// The answer and the value in hex, as FormatIn reads, without a place for a reason.
+std::string ReadSilently(const PackedListRule &rule, const std::string &text)
+{
+    uint8_t value[kBytes];
+    std::memset(value, 0xEE, sizeof value);
+    const bgp::Text piece{text.data(), static_cast<uint32_t>(text.size())};
+    const bool read = (rule.readBare != nullptr && ReadBareList(rule, piece, value)) ||
+                      ReadPackedList(rule, 77, piece, value, nullptr);
+    return (read ? "read " : "refused ") + Hex(value, sizeof value);
+}
+
+TEST_F(PackedLists, QuickReadingGivesTheSame)
+{
+    constexpr char kCharacters[] = {'a', 'z', 'Z', '1', '!', ' ', '\r'};
+    constexpr uint32_t kLongest = 6;
+    uint32_t texts = 0;
+    uint32_t read = 0;
+    std::vector<std::string> shorter{""};
+    for (uint32_t length = 1; length <= kLongest; ++length) {
+        std::vector<std::string> longer;
+        for (const std::string &text : shorter) {
+            for (const char character : kCharacters) {
+                longer.push_back(text + character);
+                if (longer.back().front() == ' ' || longer.back().back() == ' ') {
+                    continue; // lists are trimmed
+                }
+                const std::string expected = ReadSilently(kLetters, longer.back());
+                ASSERT_EQ(ReadSilently(kBareLetters, longer.back()), expected) << longer.back();
+                ++texts;
+                read += expected.starts_with("read ");
+            }
+        }
+        shorter = std::move(longer);
+    }
+    EXPECT_EQ(texts, 100842u);
+    EXPECT_EQ(read, 120u); // of one to three letters
+    readItems = 0;
+    EXPECT_EQ(ReadSilently(kBareLetters, "a b"), "read 01000000000200000000" + kUntouched.substr(10));
+    EXPECT_EQ(readItems, 0u);
+    EXPECT_EQ(ReadSilently(kBareLetters, "a b c d e"), "refused 01000000000200000000"
+                                                       "03000000000400000000");
+}
+
+TEST_F(PackedLists, PrintsWhatStandsBehindGaps)
+{
+    const struct {
+        std::vector<uint8_t> numbers; // 0xFF is none, and has another notation
+        const char *text;
+    } rows[] = {{{0, 0, 0, 0}, ""},     {{1, 0, 0, 0}, "a"},      {{0, 0, 0, 4}, "d"},
+                {{0, 2, 0, 4}, "b d"},  {{1, 0, 0, 4}, "a d"},    {{1, 0xFF, 0, 0}, "a"},
+                {{1, 0, 0xFF, 0}, "a"}, {{1, 0, 0xFF, 4}, "a d"}, {{0xFF, 0xFF, 3, 0}, "c"}};
+    for (const auto &row : rows) {
+        uint8_t value[kBytes] = {};
+        for (uint32_t i = 0; i < kCount; ++i) {
+            const bool odd = row.numbers[i] == 0xFF;
+            StoreEntry(value + i * kPackedEntrySize, {odd ? 0u : row.numbers[i], odd ? 1u : 0u});
+        }
+        char text[64];
+        uint32_t printed = 99;
+        EXPECT_EQ(PrintPackedList(kLetters, value, text, &printed), DT_OK);
+        EXPECT_STREQ(text, row.text);
+        EXPECT_EQ(printed, std::strlen(row.text));
     }
 }
 
