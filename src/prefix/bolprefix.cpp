@@ -167,14 +167,15 @@ constexpr uint32_t kNgRows = Rows(2, 3, 4, 5, 6, 7, 13);
 constexpr Shape kShapes[] = {
     // rows      .           :           -           /           [ ]         a to f
     {Rows(0),  {kAny,       kNone,      kNone,      kNone,      kNone,      kAny}},  // IPv4 address
-    {Rows(1),  {{3, kMany}, {0, 1},     {0, 2},     kNone,      kNone,      kAny}},  // ESI, and a tag
+    {Rows(1),  {{4, 4},     {0, 1},     kAny,       kNone,      kNone,      kAny}},  // ESI, and a tag
     {Rows(1),  {{3, kMany}, {2, kMany}, kAny,       kNone,      kNone,      kAny}},  // IPv4 routes
     {Rows(1),  {{0, 2},     {6, 6},     kAny,       kNone,      kNone,      kAny}},  // selective multicast, likewise
-    {Rows(1),  {kAny,       kAny,       kAny,       kNone,      {1, 2},     kAny}},  // IPv6 routes
-    {Rows(1),  {kAny,       {6, kMany}, kAny,       kNone,      {3, kMany}, kAny}},  // multicast
-    {Rows(1),  {{4, kMany}, {2, 5},     kAny,       kNone,      {3, kMany}, kAny}},  // an ESI in front
+    {Rows(1),  {kAny,       {2, kMany}, kAny,       kNone,      {2, 2},     kAny}},  // IPv6 routes
+    {Rows(1),  {kAny,       {6, kMany}, kAny,       kNone,      {3, kMany}, kAny}},  // multicast of several
     {kNgRows,  {kAny,       {0, 3},     kNone,      kNone,      kNone,      kNone}}, // joined by ":"
-    {kNgRows,  {kAny,       kAny,       {1, 3},     kNone,      kNone,      kAny}},  // joined by "-"
+    {kNgRows,  {kAny,       kAny,       {1, 2},     kNone,      kNone,      kAny}},  // joined by "-"
+    {kNgRows,  {kNone,      kAny,       {3, 3},     kNone,      kNone,      kAny}},  // of four addresses none is IPv4
+    {kNgRows,  {{6, 6},     kAny,       {3, 3},     kNone,      kNone,      kAny}},  // ... or two are
     {Rows(8),  {{0, 3},     {1, 1},     kAny,       kNone,      kNone,      kAny}},  // of numbers; any tail
     {Rows(8),  {kNone,      kNone,      {2, 2},     kNone,      kNone,      kAny}},  // ES-import
     {Rows(12), {{3, kMany}, kAny,       kAny,       {2, kMany}, kAny,       kAny}},

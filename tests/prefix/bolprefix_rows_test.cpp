@@ -8,6 +8,29 @@
 #include <cstring>
 #include <random>
 
+#include <arpa/inet.h>
+
+namespace {
+
+thread_local bool isLiberal = false;
+
+} // namespace
+
+// The host's reader, which a test may make liberal: then an IPv4 address may have fewer parts than four, and others
+// than decimal ones. Which texts are addresses is for the host to say.
+uint32_t SYSDT_Str2Ipv4(const char *text, uint32_t *address)
+{
+    if (!isLiberal) {
+        return QOV_StrToIpAddr(text, address);
+    }
+    in_addr network{};
+    if (inet_aton(text, &network) == 0) {
+        return 1;
+    }
+    *address = ntohl(network.s_addr);
+    return 0;
+}
+
 namespace bgp::test {
 namespace {
 
@@ -225,6 +248,44 @@ TEST_F(BolPrefixRows, ChangedTextsAreAnsweredAlikeWhileTheHostFails)
     EXPECT_GT(whole.taken, 10000u);
     EXPECT_GT(whole.refused, 10000u);
     EXPECT_GT(failing.refused, whole.refused);
+}
+
+TEST_F(BolPrefixRows, ALiberalHostIsAskedAllTheSame)
+{
+    const std::vector<std::string> samples = {
+        "1",
+        "0x10",
+        "10.1",
+        "1.2.3",
+        "100:1",
+        "1:2:3",
+        "1:2:3:4",
+        "100:32:10.1",
+        "100:32:1:32:2:32:3",
+        "100:32:1.2:32:2.3:32:3.4",
+        "100-10.1",
+        "1-2-3-4",
+        "0011.2233.4455.6677.8899:32:1",
+        "0011.2233.4455.6677.8899:32:1.2.3",
+        "0011.2233.4455.6677.8899:100:32:1:32:2:32:3",
+        "0011.2233.4455.6677.8899:100:32:1:32:2:32:3:9",
+    };
+    const uint32_t handle = host::OpenHandle();
+    isLiberal = true;
+    for (const std::string &sample : samples) {
+        Seen seen;
+        AsksAlike(handle, 2, sample, {}, seen);
+        EXPECT_EQ(seen.taken, 1u) << sample;
+    }
+    std::minstd_rand random(20260106);
+    Seen seen;
+    for (uint32_t i = 0; i < 100000 && !HasFatalFailure(); ++i) {
+        AsksAlike(handle, 2, Changed(random, samples[i % samples.size()]), {}, seen);
+    }
+    isLiberal = false;
+    host::CloseHandle(handle);
+    EXPECT_GT(seen.taken, 20000u);
+    EXPECT_GT(seen.refused, 20000u);
 }
 
 // A count must not begin anew, nor run into its neighbour, however long a text is.
