@@ -38,9 +38,9 @@ bool AddressTextAs(const uint8_t *field, uint32_t family, char *text)
 {
     if (family == kIpv4Family) {
         const auto address = Load<uint32_t>(field);
-        const auto octet = [address](uint32_t shift) { return static_cast<uint8_t>(address >> shift); };
         static_assert(kRoom<"%u.%u.%u.%u", uint8_t, uint8_t, uint8_t, uint8_t> <= kAddressTextSize);
-        *Write<"%u.%u.%u.%u">(text, octet(24), octet(16), octet(8), octet(0)) = '\0';
+        *Write<"%u.%u.%u.%u">(text, OctetOf<0>(address), OctetOf<1>(address), OctetOf<2>(address),
+                              OctetOf<3>(address)) = '\0';
         return true;
     }
     if (family != kIpv6Family) {

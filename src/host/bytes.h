@@ -88,6 +88,13 @@ inline uint16_t LowHalf(uint32_t word)
     return static_cast<uint16_t>(word);
 }
 
+// The octets of an IPv4 address, the first in the high byte.
+template <uint32_t Index>
+inline uint8_t OctetOf(uint32_t address)
+{
+    return static_cast<uint8_t>(address >> (24 - 8 * Index));
+}
+
 // Host order to network order and back, in place.
 inline void Reverse(void *at, uint32_t width)
 {

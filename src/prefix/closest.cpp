@@ -4,6 +4,7 @@
 #include "prefix/closest.h"
 
 #include "host/bytes.h"
+#include "host/format.h"
 #include "prefix/scan.h"
 
 namespace bgp {
@@ -68,9 +69,13 @@ bool MendSize(Draft &draft, const BgpReason &reason)
     }
     if (reason.Rule == &kTooLarge || reason.Rule == &kTooSmall || reason.Rule == &kTooLargeHex) {
         char digits[kLongestWords + 1];
-        const Argument limit[] = {reason.Limit};
-        const uint32_t length = Format(digits, sizeof digits, reason.Rule == &kTooLargeHex ? "%x" : "%llu", limit);
-        return Replace(draft, reason, {digits, length});
+        GrowingText text = GrowIn(digits, sizeof digits);
+        if (reason.Rule == &kTooLargeHex) {
+            Put<"%x">(text, static_cast<uint32_t>(reason.Limit));
+        } else {
+            Put<"%llu">(text, reason.Limit);
+        }
+        return Replace(draft, reason, {digits, Length(text)});
     }
     return reason.Rule->FormHolds != 0 && SetDigits(draft.text + reason.Offset, reason.Length);
 }

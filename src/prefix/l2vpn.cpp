@@ -10,6 +10,7 @@
 // It prints as "site/offset" and cannot be typed in. L2VPNPREFIX is registered with a length of 4, yet all operations
 // work on this layout of 89 bytes; its Check, Help and Compare are those of the VPLS auto-discovery key.
 #include "host/bytes.h"
+#include "host/format.h"
 #include "host/operations.h"
 #include "prefix/route_keys.h"
 
@@ -64,8 +65,8 @@ uint32_t SYSDT_L2VPNPrefix2Str(const void *payload, char *buffer, uint32_t *prin
 {
     const auto *bytes = static_cast<const uint8_t *>(payload);
     bgp::GrowingText text = bgp::GrowIn(buffer, bgp::kPrintLimit);
-    if (!bgp::Print(text, "%u", {bgp::Load<uint16_t>(bytes)}) ||
-        !bgp::Print(text, "/%u", {bgp::Load<uint16_t>(bytes + sizeof(uint16_t))})) {
+    if (!bgp::Print<"%u">(text, bgp::Load<uint16_t>(bytes)) ||
+        !bgp::Print<"/%u">(text, bgp::Load<uint16_t>(bytes + sizeof(uint16_t)))) {
         return DT_ERR_FAIL;
     }
     *printed = bgp::Length(text);

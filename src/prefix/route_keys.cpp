@@ -2,14 +2,15 @@
 #include "prefix/route_keys.h"
 
 #include "host/bytes.h"
+#include "host/format.h"
 
 namespace bgp {
 
 uint32_t PrintIpv4Word(const void *at, char *buffer, uint32_t *printed)
 {
     const auto address = Load<uint32_t>(at);
-    return Printed(Print(buffer, kPrintLimit, "%hhu.%hhu.%hhu.%hhu",
-                         {address >> 24, address >> 16 & 0xFF, address >> 8 & 0xFF, address & 0xFF}),
+    return Printed(Print<"%u.%u.%u.%u">(buffer, kPrintLimit, OctetOf<0>(address), OctetOf<1>(address),
+                                        OctetOf<2>(address), OctetOf<3>(address)),
                    printed);
 }
 

@@ -12,6 +12,7 @@
 // Check wants a length of 27, not that of the composite, and a value of another sub-type costs even the caller its text
 // buffer: hosts have come to know both.
 #include "host/bytes.h"
+#include "host/format.h"
 #include "host/operations.h"
 #include "prefix/route_keys.h"
 
@@ -50,8 +51,8 @@ constexpr const BgpRule *kRules[] = {&kEmpty,    &kTooLong,     &kBlank,        
 bool IsCanonical(Text text, const uint32_t *numbers, Why *why)
 {
     char again[kPrintLimit];
-    const int32_t length = Print(again, sizeof again, kForm.format,
-                                 {numbers[0], numbers[1], numbers[2], numbers[3], numbers[4], numbers[5]});
+    const int32_t length = Print<"%u/%u.%u.%u.%u/%u">(again, sizeof again, numbers[0], numbers[1], numbers[2],
+                                                      numbers[3], numbers[4], numbers[5]);
     return IsAsLong(length, kForm, text, {}, why);
 }
 
@@ -106,10 +107,10 @@ uint32_t SYSDT_RpdPrefix2Str(const void *payload, char *buffer, uint32_t *printe
     const auto *bytes = static_cast<const uint8_t *>(payload);
     const auto peer = bgp::Load<uint32_t>(bytes + bgp::kPeerAt - bgp::kPayloadAt);
     const auto distinguisher = bgp::Load<uint32_t>(bytes + bgp::kDistinguisherAt - bgp::kPayloadAt);
-    return bgp::Printed(
-        bgp::Print(buffer, bgp::kPrintLimit, "%hhu/%hhu.%hhu.%hhu.%hhu/%u",
-                   {bytes[0], peer >> 24, peer >> 16 & 0xFF, peer >> 8 & 0xFF, peer & 0xFF, distinguisher}),
-        printed);
+    return bgp::Printed(bgp::Print<"%u/%u.%u.%u.%u/%u">(buffer, bgp::kPrintLimit, bytes[0], bgp::OctetOf<0>(peer),
+                                                        bgp::OctetOf<1>(peer), bgp::OctetOf<2>(peer),
+                                                        bgp::OctetOf<3>(peer), distinguisher),
+                        printed);
 }
 
 BGP_FORMAT_IN(SYSDT_RpdPrefixFormatIn, bgp::kIn)

@@ -11,8 +11,8 @@ extern const Type kTimeRange;
 extern const Type kCvrfName;
 extern const Type kNameIndexTypes[BGP_NAME_INDEX_ROWS]; // in the order of their rows
 
-// What a text that the host reads is to the host's own FormatIn, whose value is given back. The length is the registered
-// one, as whoever calls the row tells it.
+// What a text that the host reads is to the host's own FormatIn, whose value is given back. The length is the
+// registered one, as whoever calls the row tells it.
 uint32_t AskHost(DataTypeFormatIn read, uint16_t typeId, uint32_t length, const DataTypeRequest &request,
                  const char *text, BgpRefusal &refusal);
 
