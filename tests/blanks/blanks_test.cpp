@@ -332,16 +332,26 @@ BgpReason ReasonFor(const Parser &parser, const BlankHost &host, const std::stri
 
 TEST_F(Blanks, InsideATextAreTheReason)
 {
-    uint32_t checked = 0;
-    ForEachText([&checked](const Parser &parser, const std::string &text) {
+    uint32_t told = 0;
+    uint32_t untold = 0;
+    ForEachText([&told, &untold](const Parser &parser, const std::string &text) {
         const std::string parted = text.substr(0, 1) + "\xA0" + text.substr(1) + "0";
         if (CanBreak(parser.facts, "blank") && parted.size() <= parser.facts->LongestText) {
-            EXPECT_EQ(Describe(ReasonFor(parser, kWide, parted)).substr(0, 9), "blank 1+1");
-            EXPECT_NE(Describe(ReasonFor(parser, kUsual, parted)).substr(0, 5), "blank");
-            ++checked;
+            const std::string usual = Describe(ReasonFor(parser, kUsual, parted));
+            const std::string wide = Describe(ReasonFor(parser, kWide, parted));
+            EXPECT_NE(usual.substr(0, 5), "blank");
+            if (wide.substr(0, 9) == "blank 1+1") {
+                ++told;
+                return;
+            }
+            // Something is wrong already where the text begins, whatever the host calls a blank: too little of a route
+            // is read, or a section is too long.
+            EXPECT_EQ(wide, usual);
+            EXPECT_NE(wide.find(" 0+"), std::string::npos) << wide;
+            ++untold;
         }
     });
-    EXPECT_GT(checked, 0u);
+    EXPECT_GT(told, 10 * untold) << told << ", " << untold;
 }
 
 // A host that answers null when it is asked to trim leaves nothing to read.

@@ -26,30 +26,32 @@ bool IsTypeDigit(uint32_t position, char digit, EsiTypes types)
     return types == kEsiAnyType || position > 1 || digit == '0' || (position == 1 && digit <= types);
 }
 
-// Groups of one to four digits, five at most: with 24 characters, five of four digits each, unless blanks around them
-// fill up the length.
+// What a group's number is, the host says. Groups of one to four digits, five at most: with 24 characters, five of four
+// digits each, unless blanks around them fill up the length.
 bool ReadGroups(Text text, EsiTypes types, uint8_t *esi)
 {
     uint32_t groups = 0;
     uint32_t digits = 0; // in the group
-    uint32_t group = 0;
+    char group[kGroupDigits + 1];
     uint32_t zeros = 0;
     uint32_t ones = 0; // digits F
     for (uint32_t i = 0; i <= text.length; ++i) {
         const char character = i < text.length ? text.at[i] : '.'; // the end ends a group as a dot does
         if (character == '.') {
-            if (groups == kGroups || digits == 0) {
+            uint32_t number = 0;
+            group[digits] = '\0';
+            if (groups == kGroups || digits == 0 || SMP_atoulx(group, &number) != 0) {
                 return false;
             }
-            StoreBig(esi + 2 * groups++, group, 2);
-            group = digits = 0;
+            StoreBig(esi + 2 * groups++, static_cast<uint16_t>(number));
+            digits = 0;
             continue;
         }
         const uint32_t digit = HexDigit(character);
-        if (digit > 0xF || digits++ == kGroupDigits || !IsTypeDigit(i, character, types)) {
+        if (digit > 0xF || digits == kGroupDigits || !IsTypeDigit(i, character, types)) {
             return false;
         }
-        group = group << 4 | digit;
+        group[digits++] = character;
         zeros += digit == 0;
         ones += digit == 0xF;
     }

@@ -114,14 +114,15 @@ inline constexpr Range kTagRange{0, UINT32_MAX, kTheTag};
 // Says why a piece is no number of `chars` digits at most in the range.
 [[gnu::cold]] void NoteDecimal(const Why &why, Text piece, uint32_t chars, const Range &range);
 
-// A whole piece of 1 to `chars` characters as a decimal number in the range.
+// A whole piece of at most `chars` characters as a decimal number in the range; what a number is, the host says. A
+// piece of kAnyChars ends with the text.
 inline bool ReadDecimal(Text piece, uint32_t chars, const Range &range, uint32_t &number, Why *why)
 {
-    const char *const end = piece.at + piece.length;
-    uint64_t value = 0;
-    if (piece.length <= chars && ReadNumber(piece.at, end, &value) == end && value >= range.least &&
-        value <= range.most) {
-        number = static_cast<uint32_t>(value);
+    char copy[kTagChars + 1];
+    uint32_t value = 0;
+    const char *const typed = chars == kAnyChars ? piece.at : Terminated(piece, copy, chars + 1);
+    if (typed != nullptr && SMP_StrToUint32(typed, &value) == 0 && value >= range.least && value <= range.most) {
+        number = value;
         return true;
     }
     if (why != nullptr) [[unlikely]] {
