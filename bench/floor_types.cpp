@@ -177,7 +177,7 @@ constexpr Kinds kTarget{0x0102, 0x0002, 0x0202};
 enum Notation : uint32_t { kByIpv4, kByAs2, kByAs4, kByHalves };
 
 // What stands behind the first number and its colon: AS:n.
-template <Kinds kinds>
+template <Kinds Which>
 inline const char *AssignedByAs(const char *at, uint64_t as, uint8_t *value)
 {
     uint64_t assigned = 0;
@@ -186,14 +186,14 @@ inline const char *AssignedByAs(const char *at, uint64_t as, uint8_t *value)
     if (as > UINT32_MAX || assigned > (isWide ? UINT16_MAX : UINT32_MAX) || (as | assigned) == 0) {
         return nullptr;
     }
-    StoreBig64(value, isWide ? uint64_t{kinds.as4} << 48 | as << 16 | assigned
-                             : uint64_t{kinds.as2} << 48 | as << 32 | assigned);
+    StoreBig64(value, isWide ? uint64_t{Which.as4} << 48 | as << 16 | assigned
+                             : uint64_t{Which.as2} << 48 | as << 32 | assigned);
     Store(value + 8, uint32_t{isWide ? kByAs4 : kByAs2});
     return at;
 }
 
 // What stands behind the first number and its dot: x.y:n or a.b.c.d:n.
-template <Kinds kinds>
+template <Kinds Which>
 inline const char *AssignedByDots(const char *at, uint64_t first, uint8_t *value)
 {
     uint64_t second = 0;
@@ -207,7 +207,7 @@ inline const char *AssignedByDots(const char *at, uint64_t first, uint8_t *value
         if (first > UINT16_MAX || second > UINT16_MAX || third > UINT16_MAX || (first | second | third) == 0) {
             return nullptr;
         }
-        StoreBig64(value, uint64_t{kinds.as4} << 48 | first << 32 | second << 16 | third);
+        StoreBig64(value, uint64_t{Which.as4} << 48 | first << 32 | second << 16 | third);
         Store(value + 8, uint32_t{kByHalves});
         return at;
     }
@@ -218,12 +218,12 @@ inline const char *AssignedByDots(const char *at, uint64_t first, uint8_t *value
         (first | second | third | fourth) > UINT8_MAX || assigned > UINT16_MAX) {
         return nullptr;
     }
-    StoreBig64(value, uint64_t{kinds.ipv4} << 48 | first << 40 | second << 32 | third << 24 | fourth << 16 | assigned);
+    StoreBig64(value, uint64_t{Which.ipv4} << 48 | first << 40 | second << 32 | third << 24 | fourth << 16 | assigned);
     Store(value + 8, uint32_t{kByIpv4});
     return at;
 }
 
-template <Kinds kinds>
+template <Kinds Which>
 bool AssignedIn(const char *text, uint8_t *value)
 {
     constexpr ptrdiff_t kLongest = 21;
@@ -234,9 +234,9 @@ bool AssignedIn(const char *text, uint8_t *value)
         return false;
     }
     if (*at == ':') {
-        at = AssignedByAs<kinds>(at + 1, first, value);
+        at = AssignedByAs<Which>(at + 1, first, value);
     } else if (*at == '.') {
-        at = AssignedByDots<kinds>(at + 1, first, value);
+        at = AssignedByDots<Which>(at + 1, first, value);
     } else {
         return false;
     }
@@ -244,7 +244,7 @@ bool AssignedIn(const char *text, uint8_t *value)
 }
 
 // A value whose notation does not belong to its kind prints as nothing.
-template <Kinds kinds>
+template <Kinds Which>
 int AssignedOut(const uint8_t *value, char *text)
 {
     const uint64_t eight = LoadBig64(value);
@@ -256,13 +256,13 @@ int AssignedOut(const uint8_t *value, char *text)
         *at = '\0';
         return 0;
     }
-    if (kind == kinds.ipv4) {
+    if (kind == Which.ipv4) {
         at = PutIpv4(at, static_cast<uint32_t>(eight >> 16));
         *at++ = ':';
         at = PutNumber(at, low & 0xFFFF);
-    } else if (kind != kinds.as2 && kind != kinds.as4) {
+    } else if (kind != Which.as2 && kind != Which.as4) {
         return -1;
-    } else if (notation == kByAs2 && kind == kinds.as2) {
+    } else if (notation == kByAs2 && kind == Which.as2) {
         at = PutNumber(at, static_cast<uint16_t>(eight >> 32));
         *at++ = ':';
         at = PutNumber(at, low);

@@ -174,8 +174,8 @@ struct Format {
 
 constexpr Format kFormats[] = {{"jsonl", WriteJson, true}, {"tsv", WriteTsv, false}, {"none", nullptr, false}};
 
-template <class Row, size_t kCount>
-std::vector<std::string> Names(const Row (&rows)[kCount])
+template <class Row, size_t Count>
+std::vector<std::string> Names(const Row (&rows)[Count])
 {
     std::vector<std::string> names;
     for (const Row &row : rows) {
@@ -184,8 +184,8 @@ std::vector<std::string> Names(const Row (&rows)[kCount])
     return names;
 }
 
-template <class Row, size_t kCount>
-const Row &Named(const Row (&rows)[kCount], const std::string &name)
+template <class Row, size_t Count>
+const Row &Named(const Row (&rows)[Count], const std::string &name)
 {
     return *std::find_if(std::begin(rows), std::end(rows), [&name](const Row &row) { return row.name == name; });
 }

@@ -141,7 +141,7 @@ struct FormatPiece {
 };
 
 template <uint32_t Size>
-consteval FormatPiece PieceOf(const FormatString<Size> &form, uint32_t from)
+constexpr FormatPiece PieceOf(const FormatString<Size> &form, uint32_t from)
 {
     uint32_t at = from;
     while (form.at[at] != '\0' && form.at[at] != '%') {
@@ -162,7 +162,7 @@ consteval FormatPiece PieceOf(const FormatString<Size> &form, uint32_t from)
 
 // The numbers that a format takes.
 template <uint32_t Size>
-consteval uint32_t Conversions(const FormatString<Size> &form)
+constexpr uint32_t Conversions(const FormatString<Size> &form)
 {
     uint32_t count = 0;
     for (FormatPiece piece = PieceOf(form, 0); piece.conversion != 0; piece = PieceOf(form, piece.behind)) {
@@ -173,14 +173,14 @@ consteval uint32_t Conversions(const FormatString<Size> &form)
 
 // The most characters of a number.
 template <class Number>
-consteval uint32_t MostCharacters(char conversion)
+constexpr uint32_t MostCharacters(char conversion)
 {
     constexpr uint32_t kDecimal[] = {0, 3, 5, 0, 10, 0, 0, 0, 20}; // by width in bytes
     return conversion == '2' ? 2 : conversion == 'x' ? 2 * sizeof(Number) : kDecimal[sizeof(Number)];
 }
 
 template <FormatString F, uint32_t From>
-consteval uint32_t Longest()
+constexpr uint32_t Longest()
 {
     static_assert(PieceOf(F, From).conversion == 0, "a conversion without a number");
     return PieceOf(F, From).plain;
@@ -188,7 +188,7 @@ consteval uint32_t Longest()
 
 // The most characters that a format and its numbers make.
 template <FormatString F, uint32_t From, class First, class... Rest>
-consteval uint32_t Longest()
+constexpr uint32_t Longest()
 {
     constexpr FormatPiece kPiece = PieceOf(F, From);
     return kPiece.plain + MostCharacters<First>(kPiece.conversion) + Longest<F, kPiece.behind, Rest...>();

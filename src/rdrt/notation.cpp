@@ -5,7 +5,7 @@ namespace bgp {
 namespace {
 
 // Returns whether any number is other than zero.
-template <const Split &S, uint32_t... I>
+template <Split S, uint32_t... I>
 bool StoreSlices(const Numbers &numbers, uint8_t *eight, std::integer_sequence<uint32_t, I...>)
 {
     (StoreBig(eight + S.at[I].offset, static_cast<SliceNumber<S.at[I].width>>(numbers.at[I])), ...);

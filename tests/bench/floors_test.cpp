@@ -24,16 +24,16 @@ protected:
     {
         std::string error;
         ASSERT_TRUE(host::LoadPlugIn(BGP_PLUGIN_PATH, &error)) << error;
-        handle_ = host::OpenHandle();
+        handle = host::OpenHandle();
     }
     static void TearDownTestSuite()
     {
-        host::CloseHandle(handle_);
+        host::CloseHandle(handle);
         host::UnloadPlugIn();
     }
-    static uint32_t handle_;
+    static uint32_t handle;
 };
-uint32_t Floors::handle_ = 0;
+uint32_t Floors::handle = 0;
 
 TEST_F(Floors, DoWhatThePlugInDoes)
 {
@@ -41,9 +41,9 @@ TEST_F(Floors, DoWhatThePlugInDoes)
     const Rows rows = AllRows();
     for (const Row *row = rows.at; row < rows.at + rows.count; ++row) {
         if (row->floor != nullptr) {
-            Ring ring = MakeRing(*row, kFew, handle_);
+            Ring ring = MakeRing(*row, kFew, handle);
             EXPECT_EQ(ring.count, kFew);
-            EXPECT_EQ(FindDifference(*row, *row->floor, ring, handle_), "");
+            EXPECT_EQ(FindDifference(*row, *row->floor, ring, handle), "");
             seen.insert(row->floor);
         }
     }
@@ -109,7 +109,7 @@ TEST_F(Floors, TheLoopsRun)
     const Calls calls = AllCalls();
     std::set<std::string> run;
     for (const Row *row = rows.at; row < rows.at + rows.count; ++row) {
-        Subject subject{*row, MakeRing(*row, 16, handle_), handle_, lua};
+        Subject subject{*row, MakeRing(*row, 16, handle), handle, lua};
         const std::vector<uint8_t> values = subject.ring.values;
         for (const Call *call = calls.at; call < calls.at + calls.count; ++call) {
             if (IsWanted(*call, subject)) {
@@ -118,7 +118,7 @@ TEST_F(Floors, TheLoopsRun)
             }
         }
         EXPECT_EQ(subject.ring.values, values) << row->type << ' ' << row->notation;
-        EXPECT_EQ(host::HandleBlocks(handle_), 0u) << row->type << ' ' << row->notation;
+        EXPECT_EQ(host::HandleBlocks(handle), 0u) << row->type << ' ' << row->notation;
     }
     host::CloseLua(lua);
     EXPECT_EQ(host::ScratchBlocks(), 0u);
@@ -183,27 +183,27 @@ TEST_F(Floors, SpoiltOnesAreFoundOut)
     while (std::string(row->type) != "VRFRT") {
         ++row;
     }
-    Ring ring = MakeRing(*row, kFew, handle_);
+    Ring ring = MakeRing(*row, kFew, handle);
     const auto spoilt = [](In reader, Out printer) {
         Floor floor = kTargetFloor;
         floor.read = reader;
         floor.print = printer;
         return floor;
     };
-    EXPECT_EQ(FindDifference(*row, spoilt(read, print), ring, handle_), "");
+    EXPECT_EQ(FindDifference(*row, spoilt(read, print), ring, handle), "");
     for (const In reader : {RefusesAll, ReadsTheFront, ReadsTooLarge, ForgetsTheNotation}) {
-        EXPECT_NE(FindDifference(*row, spoilt(reader, print), ring, handle_), "");
+        EXPECT_NE(FindDifference(*row, spoilt(reader, print), ring, handle), "");
     }
     for (const Out printer : {PrintsOneNotation, PrintsABlank}) {
-        EXPECT_NE(FindDifference(*row, spoilt(read, printer), ring, handle_), "");
+        EXPECT_NE(FindDifference(*row, spoilt(read, printer), ring, handle), "");
     }
     const auto [withoutHost, withHost] = std::pair{kTargetFloor, kCommunityFloor};
     Floor mixed = withoutHost;
     mixed.readForHost = withHost.readForHost;
-    EXPECT_NE(FindDifference(*row, mixed, ring, handle_), "");
+    EXPECT_NE(FindDifference(*row, mixed, ring, handle), "");
     mixed = withoutHost;
     mixed.printForHost = withHost.printForHost;
-    EXPECT_NE(FindDifference(*row, mixed, ring, handle_), "");
+    EXPECT_NE(FindDifference(*row, mixed, ring, handle), "");
 }
 
 // ------------------------------------------------------------------------------------------------------------- texts
