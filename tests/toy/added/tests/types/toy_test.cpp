@@ -49,7 +49,7 @@ constexpr Refused kReasons[] = {
     {"1/x2",                    "digit",            2,  1},
     {"1 /2",                    "blank",            1,  1},
     {"1:2",                     "character",        1,  1},
-    {"1/2/3/4/5/6",             "too-many-numbers", 9,  1, 5},
+    {"1/2/3/4/5/6",             "too-many-numbers", 3,  1, 2},
     {"1/2/3",                   "notation",         0,  5, 0, "", "", 0, 2, "shelf/place"},
     {"4096/2",                  "too-large",        0,  4, 4095, "the shelf"},
     {"1/4294967296",            "too-large",        2, 10, 4294967295, "the place"},
