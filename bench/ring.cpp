@@ -37,11 +37,14 @@ void GiveBack(const Ring &ring, const void *value)
     }
 }
 
+// A text that the host reads may be shorter than what is read of it when it prints; the registered length is enough.
 void AddValue(Ring &ring, const uint8_t *value, uint32_t length)
 {
-    ring.length = length;
-    ring.values.insert(ring.values.end(), value, value + length);
+    const bool isHosts = (ring.facts->Traits & BGP_TRAIT_HOST_TEXT) != 0;
+    ring.length = isHosts ? ring.type->BinaryLength : length;
+    ring.values.insert(ring.values.end(), value, value + (length < ring.length ? length : ring.length));
     ++ring.count;
+    ring.values.resize(size_t{ring.count} * ring.length);
 }
 
 void AddText(Ring &ring, const std::string &text, uint32_t handle)

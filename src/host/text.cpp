@@ -210,8 +210,10 @@ void Put(GrowingText &text, Text piece)
 {
     const auto room = static_cast<size_t>(text.end - text.at);
     const size_t length = piece.length < room ? piece.length : room;
-    std::memcpy(text.at, piece.at, length);
-    text.at += length;
+    if (length != 0) { // of no characters the place may be null
+        std::memcpy(text.at, piece.at, length);
+        text.at += length;
+    }
 }
 
 void Put(GrowingText &text, const char *words)
