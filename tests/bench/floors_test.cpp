@@ -197,7 +197,7 @@ TEST_F(Floors, SpoiltOnesAreFoundOut)
     for (const Out printer : {PrintsOneNotation, PrintsABlank}) {
         EXPECT_NE(FindDifference(*row, spoilt(read, printer), ring, handle), "");
     }
-    const auto [withoutHost, withHost] = std::pair{kTargetFloor, kCommunityFloor};
+    const auto [withoutHost, withHost] = std::pair{kTargetFloor, kDistinguisherFloor}; // of one length
     Floor mixed = withoutHost;
     mixed.readForHost = withHost.readForHost;
     EXPECT_NE(FindDifference(*row, mixed, ring, handle), "");
