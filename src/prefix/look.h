@@ -31,11 +31,12 @@ consteval LookTable MakeLookTable()
     std::fill(table.at + '0', table.at + '9' + 1, Look{0});
     std::fill(table.at + 'a', table.at + 'f' + 1, OneOf(kHexLetters));
     std::fill(table.at + 'A', table.at + 'F' + 1, OneOf(kHexLetters));
-    table.at['.'] = OneOf(kDots);
-    table.at[':'] = OneOf(kColons);
-    table.at['-'] = OneOf(kDashes);
-    table.at['/'] = OneOf(kSlashes);
-    table.at['['] = table.at[']'] = OneOf(kBrackets);
+    const auto at = [&table](char character) -> Look & { return table.at[static_cast<uint8_t>(character)]; };
+    at('.') = OneOf(kDots);
+    at(':') = OneOf(kColons);
+    at('-') = OneOf(kDashes);
+    at('/') = OneOf(kSlashes);
+    at('[') = at(']') = OneOf(kBrackets);
     return table;
 }
 
