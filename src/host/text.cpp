@@ -1,5 +1,7 @@
 #include "host/text.h"
 
+#include "host/format.h"
+
 namespace bgp {
 
 // ------------------------------------------------------------------------------------------------------------- input
@@ -148,51 +150,6 @@ void NoteLength(const Why &why, Text text, uint32_t least, uint32_t most)
 
 namespace {
 
-// The decimal digits of a number that fits a machine word, right-aligned before `end`, two at a time; the first digit.
-template <class Word>
-inline char *Digits(Word number, char *end)
-{
-    static constexpr char kPairs[] =
-        "0001020304050607080910111213141516171819202122232425262728293031323334353637383940"
-        "4142434445464748495051525354555657585960616263646566676869707172737475767778798081"
-        "828384858687888990919293949596979899";
-    while (number >= 100) {
-        end -= 2;
-        std::memcpy(end, kPairs + 2 * (number % 100), 2);
-        number /= 100;
-    }
-    if (number >= 10) {
-        end -= 2;
-        std::memcpy(end, kPairs + 2 * number, 2);
-    } else {
-        *--end = static_cast<char>('0' + number);
-    }
-    return end;
-}
-
-constexpr uint32_t kMostDigits = 20; // of a 64-bit number
-
-inline void PutNumber(GrowingText &text, uint64_t number)
-{
-    if (number < 10) { // octets, lengths and flags are often this small
-        Put(text, static_cast<char>('0' + number));
-        return;
-    }
-    char digits[2 * kMostDigits];
-    char *const end = digits + kMostDigits;
-    // 32-bit division is many times cheaper on the 32-bit target.
-    const char *first = number <= UINT32_MAX ? Digits(static_cast<uint32_t>(number), end) : Digits(number, end);
-    const auto length = static_cast<uint32_t>(end - first);
-    if (text.end - text.at >= static_cast<ptrdiff_t>(kMostDigits)) {
-        std::memcpy(text.at, first, kMostDigits); // a fixed size is one move; what is too much is overwritten next
-        text.at += length;
-        return;
-    }
-    while (first < end) {
-        Put(text, *first++);
-    }
-}
-
 inline void PutHex(GrowingText &text, uint64_t number, uint32_t least)
 {
     uint32_t count = 1;
@@ -200,7 +157,7 @@ inline void PutHex(GrowingText &text, uint64_t number, uint32_t least)
         ++count;
     }
     while (count-- > 0) {
-        Put(text, "0123456789abcdef"[number >> (4 * count) & 0xF]);
+        Put(text, kHexDigits[number >> (4 * count) & 0xF]);
     }
 }
 
@@ -268,13 +225,6 @@ int32_t Print(char *buffer, uint32_t size, const char *format, const Argument *a
     char text[kLongestLine];
     Format(text, sizeof text, format, arguments);
     return PrintText(buffer, size, text);
-}
-
-bool Print(GrowingText &text, const char *format, const Argument *arguments)
-{
-    char line[kLongestLine];
-    Format(line, sizeof line, format, arguments);
-    return PrintLine(text, line);
 }
 
 bool PrintLine(GrowingText &text, const char *line)

@@ -229,14 +229,6 @@ inline constexpr uint32_t kLongestLine = 1024;
 // room for.
 bool PrintLine(GrowingText &text, const char *line);
 
-// The same of what Format makes.
-bool Print(GrowingText &text, const char *format, const Argument *arguments);
-
-inline bool Print(GrowingText &text, const char *format, std::initializer_list<Argument> arguments)
-{
-    return Print(text, format, arguments.begin());
-}
-
 // The result of Print as an operation reports it: a count through *printed, or DT_ERR_FAIL.
 inline uint32_t Printed(int32_t result, uint32_t *printed)
 {

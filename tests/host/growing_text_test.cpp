@@ -1,5 +1,5 @@
 // Texts that grow: what is put, formatted or printed stands at the end, and is cut where the room ends.
-#include "host/text.h"
+#include "host/format.h"
 
 #include "support/harness.h"
 
@@ -52,7 +52,7 @@ TEST_F(Growing, PiecesFollowEachOther)
     EXPECT_EQ(TextOf(room), "abcde---");
     bgp::Format(room.text, "%u.%x.%02x.%s.%c.%llu", {10, 255, 7, "x", 'y', 18446744073709551615u});
     EXPECT_STREQ(room.text.start, "abcde---10.ff.07.x.y.18446744073709551615");
-    EXPECT_TRUE(bgp::Print(room.text, "/%u", {32}));
+    EXPECT_TRUE(bgp::Print<"/%u">(room.text, 32u));
     EXPECT_STREQ(room.text.start, "abcde---10.ff.07.x.y.18446744073709551615/32");
     EXPECT_EQ(TextOf(room), room.text.start);
 }
@@ -82,11 +82,7 @@ TEST_F(Growing, WhatDoesNotFitIsCut)
              Format(text, "%x-%02x", {0xABCDEF, 5});
          },
          "abcdef-05"},
-        {"printed",
-         [](GrowingText &text) {
-             EXPECT_TRUE(bgp::Print(text, "%u/%s", {7, "x"}));
-         },
-         "7/x"},
+        {"printed", [](GrowingText &text) { EXPECT_TRUE((bgp::Print<"%u/%s">(text, 7u, "x"))); }, "7/x"},
     };
     for (const auto &row : rows) {
         for (uint32_t size = 1; size <= row.whole.size() + 2; ++size) {
@@ -105,11 +101,11 @@ TEST_F(Growing, AHostThatRefusesToPrintLeavesTheText)
     Room room(32);
     Put(room.text, "kept");
     host::SetFaults({.failPrint = 1});
-    EXPECT_FALSE(bgp::Print(room.text, "%u", {1}));
+    EXPECT_FALSE(bgp::Print<"%u">(room.text, 1u));
     host::SetFaults({});
     EXPECT_EQ(TextOf(room), "kept");
     room.text.at = room.text.end + 1; // as a host would make it that counts more than it wrote
-    EXPECT_FALSE(bgp::Print(room.text, "%u", {1}));
+    EXPECT_FALSE(bgp::Print<"%u">(room.text, 1u));
 }
 
 TEST_F(Growing, IntoSoManyBytes)
